@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: MIT
+# What every target of the project is compiled with: link `tarnvik_options` and nothing else is needed.
+add_library(tarnvik_options INTERFACE)
+
+# Includes are written from the repository root; a folder of ours is never itself on the include path, because
+# TarnvikControl/QDialog would then hide Qt's header of that name.
+target_include_directories(tarnvik_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+target_compile_definitions(tarnvik_options INTERFACE
+    QT_NO_CAST_TO_ASCII # a silent conversion to bytes loses letters
+    QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400) # the oldest Qt that we support
+
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(tarnvik_options INTERFACE
+        -Wall -Wextra -Wpedantic
+        -Wshadow      # a hidden name reads as the outer one
+        -Wconversion) # file formats and counters: no silent narrowing
+elseif(MSVC)
+    target_compile_options(tarnvik_options INTERFACE /W4 /permissive- /utf-8)
+endif()
+
+# Address and undefined-behaviour sanitizers (preset `asan`). The first report ends the program with an error,
+# so that a test cannot pass over it.
+option(TARNVIK_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
+if(TARNVIK_SANITIZE)
+    target_compile_options(tarnvik_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tarnvik_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/TestIsolation.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace tests {
+
+TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
+{
+    if (!Root.isValid())
+        return;
+    struct Folder
+    {
+        const char *Variable;
+        const char *Path;
+    };
+    // APPDATA and its like are read through the system on Windows, not from the environment; only the temporary
+    // folder follows these variables there.
+    static constexpr Folder folders[] = {
+        {"HOME", "home"},
+        {"XDG_CONFIG_HOME", "home/.config"},
+        {"XDG_DATA_HOME", "home/.local/share"},
+        {"XDG_CACHE_HOME", "home/.cache"},
+        {"XDG_RUNTIME_DIR", "run"},
+        {"TMPDIR", "tmp"},
+        {"TMP", "tmp"},
+        {"TEMP", "tmp"},
+    };
+    for (const Folder &folder : folders) {
+        const QString path = Root.filePath(QString::fromLatin1(folder.Path));
+        if (!QDir().mkpath(path))
+            return;
+        qputenv(folder.Variable, QFile::encodeName(QDir::toNativeSeparators(path)));
+    }
+    QFile::setPermissions(Root.filePath(QStringLiteral("run")),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    Valid = true;
+}
+
+} // namespace tests

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Folders of its own for one run of a test program.
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+namespace tests {
+
+/// Points home, configuration, data, runtime and temporary folders of this process and its children into a fresh
+/// folder, so that a test never reads or writes the user's own files. Make it before the application object; the
+/// folder is removed with it. The folder's name holds a blank and a letter beyond ASCII on purpose.
+class TestIsolation
+{
+public:
+    TestIsolation();
+
+    /// False when the folders could not be made; the test program must then not run.
+    [[nodiscard]] bool isValid() const { return Valid; }
+
+    /// The folder that holds all the others, without a trailing separator.
+    [[nodiscard]] QString root() const { return Root.path(); }
+
+private:
+    QTemporaryDir Root;
+    bool Valid = false;
+};
+
+} // namespace tests
