@@ -28,3 +28,10 @@ if(TARNVIK_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tarnvik_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+# The ending of the sources that exist once per system.
+if(WIN32)
+    set(PLATFORM_SUFFIX windows)
+else()
+    set(PLATFORM_SUFFIX linux)
+endif()

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/QAsyncWatchExec.h"
+
+#include "Common_Files/WaitForMultipleObjects.h"
+#include "platform/ChildProcess.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDebug>
+
+namespace {
+
+constexpr int StateEvent = 1; // the id that Start's order of Add gives the state event
+
+constexpr int FarewellTimeoutMs = 500;
+constexpr int EndTimeoutMs = 5000;
+// The part of EndTimeoutMs that belongs to the stop hook's request alone. Terminate would cut short, on
+// systems where it is more than a message to windows, what a recorder does on the polite request.
+constexpr int PoliteTimeoutMs = 2000;
+constexpr int KillTimeoutMs = 100;
+
+// In seconds of the loop.
+constexpr int PauseStep = 5;
+constexpr int LongestPause = 30;
+constexpr int SettledAfter = 10;
+
+constexpr int Forever = -1;
+
+} // namespace
+
+QAsyncWatchExec::QAsyncWatchExec()
+    : ControlEvents(std::make_unique<QWaitForMultipleObjects>()),
+      DoneEvents(std::make_unique<QWaitForMultipleObjects>())
+{
+    connect(this, SIGNAL(Signal_Start()), this, SLOT(Slot_Start()), Qt::QueuedConnection);
+}
+
+QAsyncWatchExec::QAsyncWatchExec(const QAsyncWatchExec &other) : QAsyncWatchExec()
+{
+    setParent(other.parent());
+}
+
+QAsyncWatchExec::~QAsyncWatchExec()
+{
+    if (!Process)
+        return;
+    disconnect(this, SIGNAL(Signal_Start()), this, SLOT(Slot_Start()));
+    Process->disconnect(this);
+    if (isRunning())
+        stopLoopAndProcess();
+}
+
+bool QAsyncWatchExec::Start()
+{
+    Stop();
+    if (Program.isEmpty()) {
+        removeControlEvents();
+        return false;
+    }
+    if (WorkingDirectory.isEmpty())
+        WorkingDirectory = QCoreApplication::applicationDirPath();
+    ControlEvents->Clear();
+    DoneEvents->Clear();
+    StopEventId = ControlEvents->Add(0, false);
+    StateEventId = ControlEvents->Add(0, true);
+    FinishedEventId = DoneEvents->Add(0, false);
+    if (StopEventId < 0 || StateEventId < 0 || FinishedEventId < 0) {
+        qCritical("Error can not create internal resources'!");
+        removeControlEvents();
+        return false;
+    }
+    if (!setUpProcess()) {
+        removeControlEvents();
+        return false;
+    }
+    start(QThread::InheritPriority);
+    return true;
+}
+
+void QAsyncWatchExec::Stop()
+{
+    if (Process && isRunning())
+        stopLoopAndProcess();
+}
+
+bool QAsyncWatchExec::IsProcessRunning() const
+{
+    return Process && Process->state() == QProcess::Running;
+}
+
+bool QAsyncWatchExec::setUpProcess()
+{
+    Process.reset(new QProcess(this));
+    PackedAccount = 0;
+    platform::DetachFromThisProgram(*Process);
+    return connect(Process.get(), SIGNAL(readyReadStandardOutput()), this,
+                   SLOT(Slot_readyReadStandardOutput())) &&
+           connect(Process.get(), SIGNAL(readyReadStandardError()), this,
+                   SLOT(Slot_readyReadStandardError())) &&
+           connect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
+                   SLOT(Slot_stateChanged(QProcess::ProcessState)));
+}
+
+void QAsyncWatchExec::removeControlEvents()
+{
+    ControlEvents->Remove(StopEventId);
+    ControlEvents->Remove(StateEventId);
+    StopEventId = StateEventId = -1;
+}
+
+void QAsyncWatchExec::run()
+{
+    if (!Process)
+        return;
+    emit Signal_Start();
+    const int secondMs = static_cast<int>(Second.count());
+    int pause = 0;
+    int timeout = Forever;
+    std::uint32_t handledEnds = 0;
+    for (;;) {
+        const int event = ControlEvents->Wait(timeout);
+        if (event != QWaitForMultipleObjects::Timeout && event != StateEvent)
+            break;
+        const auto [state, ends] = account();
+        if (event == QWaitForMultipleObjects::Timeout) {
+            if (state == QProcess::NotRunning) {
+                emit Signal_Start();
+                timeout = Forever;
+            } else if (state == QProcess::Running) {
+                pause = 0;
+                timeout = Forever;
+            }
+        } else if (state == QProcess::Running) {
+            timeout = pause != 0 ? SettledAfter * secondMs : Forever;
+        } else if (state == QProcess::NotRunning && ends != handledEnds) {
+            // Two quick changes of state can wake the loop twice for one end; it is answered once.
+            handledEnds = ends;
+            if (pause == 0) {
+                emit Signal_Start();
+                pause = PauseStep;
+                timeout = Forever;
+            } else {
+                timeout = pause * secondMs;
+                pause = pause + PauseStep > LongestPause ? LongestPause : pause + PauseStep;
+            }
+        }
+    }
+    DoneEvents->Set(FinishedEventId);
+    exit(0);
+}
+
+void QAsyncWatchExec::Slot_Start()
+{
+    // A request that was still queued when the runner was started anew finds the process up already.
+    if (!Process || Process->state() != QProcess::NotRunning)
+        return;
+    if (StartHook)
+        StartHook(StartHookContext, Program, WorkingDirectory, Arguments);
+    Process->setWorkingDirectory(WorkingDirectory);
+    Process->setProgram(Program);
+    Process->setArguments(Arguments);
+    OutputDecoder.resetState();
+    ErrorDecoder.resetState();
+    const std::uint32_t endsBefore = account().Ends;
+    Process->start(QIODevice::ReadOnly);
+    // A start refused at once (a hook emptied the program) changes no state: the loop must hear of this end
+    // too.
+    if (Process->state() == QProcess::NotRunning && account().Ends == endsBefore)
+        Slot_stateChanged(QProcess::NotRunning);
+}
+
+void QAsyncWatchExec::Slot_readyReadStandardOutput()
+{
+    if (Process)
+        logOutput(Process->readAllStandardOutput(), OutputDecoder);
+}
+
+void QAsyncWatchExec::Slot_readyReadStandardError()
+{
+    if (Process)
+        logOutput(Process->readAllStandardError(), ErrorDecoder);
+}
+
+void QAsyncWatchExec::logOutput(const QByteArray &output, QStringDecoder &decoder)
+{
+    QString text = decoder.decode(output);
+    text.remove(u'\n').remove(u'\r');
+    qInfo().noquote() << text;
+}
+
+void QAsyncWatchExec::Slot_stateChanged(QProcess::ProcessState state)
+{
+    publish(state);
+    if (StateEventId >= 0)
+        ControlEvents->Set(StateEventId);
+    emit stateChanged(static_cast<int>(state));
+}
+
+void QAsyncWatchExec::publish(QProcess::ProcessState state)
+{
+    const std::uint64_t ends = account().Ends + (state == QProcess::NotRunning ? 1U : 0U);
+    PackedAccount = ends << 32 | static_cast<std::uint32_t>(state);
+}
+
+QAsyncWatchExec::Account QAsyncWatchExec::account() const
+{
+    const std::uint64_t packed = PackedAccount;
+    return {static_cast<QProcess::ProcessState>(packed & 0xFFFFFFFFU),
+            static_cast<std::uint32_t>(packed >> 32)};
+}
+
+void QAsyncWatchExec::stopLoopAndProcess()
+{
+    ControlEvents->Set(StopEventId);
+    const bool farewell = DoneEvents->Wait(FarewellTimeoutMs) == FinishedEventId;
+    if (farewell) {
+        ControlEvents->Clear();
+        DoneEvents->Clear();
+    }
+    if (StopHook)
+        StopHook(StopHookContext, Program, WorkingDirectory, Arguments);
+    endProcess();
+    // The next Start needs a thread that has ended. A loop that is late still finds its stop event.
+    wait();
+    if (!farewell) {
+        ControlEvents->Clear();
+        DoneEvents->Clear();
+    }
+}
+
+void QAsyncWatchExec::endProcess()
+{
+    disconnect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
+               SLOT(Slot_stateChanged(QProcess::ProcessState)));
+    const QDeadlineTimer deadline(EndTimeoutMs);
+    const bool endedPolitely =
+        Process->state() == QProcess::NotRunning || (StopHook && Process->waitForFinished(PoliteTimeoutMs));
+    if (!endedPolitely) {
+        Process->terminate();
+        if (!Process->waitForFinished(static_cast<int>(deadline.remainingTime())) &&
+            Process->state() != QProcess::NotRunning) {
+            Process->kill();
+            Process->waitForFinished(KillTimeoutMs);
+        }
+    }
+    disconnect(Process.get(), SIGNAL(readyReadStandardOutput()), this, SLOT(Slot_readyReadStandardOutput()));
+    disconnect(Process.get(), SIGNAL(readyReadStandardError()), this, SLOT(Slot_readyReadStandardError()));
+    Process.reset();
+}

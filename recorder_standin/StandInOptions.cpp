@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "recorder_standin/StandInOptions.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+[[noreturn]] void Refuse(const char *variable)
+{
+    std::fprintf(stderr, "TarnvikRecord (stand-in): %s makes no sense\n", variable);
+    std::exit(64);
+}
+
+void ReadNumber(const char *variable, int &value)
+{
+    if (!qEnvironmentVariableIsSet(variable))
+        return;
+    bool ok = false;
+    const int number = qEnvironmentVariableIntValue(variable, &ok);
+    if (!ok || number < 0)
+        Refuse(variable);
+    value = number;
+}
+
+bool ReadFlag(const char *variable)
+{
+    int number = 0;
+    ReadNumber(variable, number);
+    if (number > 1)
+        Refuse(variable);
+    return number == 1;
+}
+
+StandInOptions::Status ReadStatus(const char *variable)
+{
+    const QString value = qEnvironmentVariable(variable, QStringLiteral("valid"));
+    if (value == QLatin1String("valid"))
+        return StandInOptions::Status::Valid;
+    if (value == QLatin1String("none"))
+        return StandInOptions::Status::None;
+    if (value == QLatin1String("damaged"))
+        return StandInOptions::Status::Damaged;
+    if (value == QLatin1String("huge"))
+        return StandInOptions::Status::Huge;
+    Refuse(variable);
+}
+
+} // namespace
+
+StandInOptions StandInOptions::FromEnvironment()
+{
+    StandInOptions options;
+    options.ReportFile = qEnvironmentVariable("TARNVIK_STANDIN_REPORT");
+    options.Message = qEnvironmentVariable("TARNVIK_STANDIN_MESSAGE");
+    options.StatusKind = ReadStatus("TARNVIK_STANDIN_STATUS");
+    ReadNumber("TARNVIK_STANDIN_INTERVAL_MS", options.IntervalMs);
+    ReadNumber("TARNVIK_STANDIN_EXIT_AFTER_MS", options.ExitAfterMs);
+    ReadNumber("TARNVIK_STANDIN_EXIT_CODE", options.ExitCode);
+    ReadNumber("TARNVIK_STANDIN_CRASH_AFTER_MS", options.CrashAfterMs);
+    ReadNumber("TARNVIK_STANDIN_FLOOD_LINES", options.FloodLines);
+    options.IgnoreQuit = ReadFlag("TARNVIK_STANDIN_IGNORE_QUIT");
+    options.IgnoreTerminate = ReadFlag("TARNVIK_STANDIN_IGNORE_TERMINATE");
+    return options;
+}

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "recorder_standin/StandInRecorder.h"
+
+#include "Common_Files/RecorderNames.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSettings>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr qint64 HugeFileBytes = 64 * 1024 * 1024;
+
+/// What a night at a station may look like.
+constexpr std::array Messages = {
+    "<INFO>Recorder started",
+    "<CONNECTING><INFO>Connecting to receiver LimeUsb",
+    "<WORK>Recording 162.400 MHz, 250 kS/s",
+    "<WORK>Recording 162.400 MHz, 250 kS/s\nFile 1 of 4 closed\nFile 2 of 4 opened",
+    "<WARNING>Buffer at 80 %, disk is slow",
+    "<GET>Time <SEND>Position <WORK>Recording 433.920 MHz",
+    "<ERROR>Receiver lost, trying again",
+};
+
+/// Writes in place: the file must stay the one that is being watched.
+void WriteInPlace(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(content);
+}
+
+} // namespace
+
+StandInRecorder::StandInRecorder(const StandInOptions &options, const StandInReport &report)
+    : Options(options), Report(report), StatusFile(RecorderStatusFile())
+{
+    connect(&StatusTimer, &QTimer::timeout, this, &StandInRecorder::Slot_WriteStatus);
+    connect(&Signalling, &QSystemSignalling::Signal_Trigger, this, &StandInRecorder::Slot_Quit);
+}
+
+void StandInRecorder::start()
+{
+    if (!Options.IgnoreQuit) {
+        const int index = Signalling.Add(RecorderQuitKey);
+        if (index < 0 || !Signalling.Wait(index))
+            std::fprintf(stderr, "TarnvikRecord (stand-in): cannot listen: %s\n",
+                         qUtf8Printable(Signalling.ErrorText()));
+    }
+    if (Options.ExitAfterMs >= 0)
+        QTimer::singleShot(Options.ExitAfterMs, this, [this] { end(Options.ExitCode); });
+    if (Options.CrashAfterMs >= 0)
+        QTimer::singleShot(Options.CrashAfterMs, this, [] { std::abort(); });
+    Report.write("ready");
+    flood();
+    if (Options.IntervalMs > 0) {
+        StatusTimer.start(Options.IntervalMs);
+        Slot_WriteStatus();
+    }
+}
+
+void StandInRecorder::Slot_Quit()
+{
+    Report.write("quit-request");
+    std::printf("stand-in: asked to quit\n");
+    end(0);
+}
+
+void StandInRecorder::end(int exitCode) const
+{
+    Report.write("ends");
+    QCoreApplication::exit(exitCode);
+}
+
+void StandInRecorder::flood() const
+{
+    for (int line = 0; line < Options.FloodLines; ++line)
+        std::printf("stand-in: line %d of %d, as fast as it is taken; grüße, 你好\n", line + 1,
+                    Options.FloodLines);
+    std::fflush(stdout);
+}
+
+QString StandInRecorder::nextMessage() const
+{
+    return Options.Message.isEmpty() ? QString::fromUtf8(Messages[SequenceNr % Messages.size()])
+                                     : Options.Message;
+}
+
+void StandInRecorder::Slot_WriteStatus()
+{
+    const QString message = nextMessage();
+    ++SequenceNr;
+    switch (Options.StatusKind) {
+    case StandInOptions::Status::Valid: {
+        QSettings status(StatusFile, QSettings::IniFormat);
+        status.setAtomicSyncRequired(false); // else it is replaced by a new file, which nobody watches
+        status.setValue(QStringLiteral("SequenceNr"), SequenceNr);
+        status.setValue(QStringLiteral("LastAction"), 1);
+        status.setValue(QStringLiteral("LastActionResult"), 0);
+        status.setValue(QStringLiteral("Message"), message);
+        break;
+    }
+    case StandInOptions::Status::None:
+        break;
+    case StandInOptions::Status::Damaged:
+        WriteInPlace(StatusFile, QByteArray("SequenceNr=\x00\xff[[[\nMessage", 24).repeated(3));
+        break;
+    case StandInOptions::Status::Huge:
+        WriteInPlace(StatusFile, QByteArray("Message=").append(HugeFileBytes, 'x'));
+        break;
+    }
+    std::printf("stand-in: status %u written\n", SequenceNr);
+    std::fflush(stdout);
+    if (SequenceNr % 5 == 0)
+        std::fprintf(stderr, "stand-in: a line on the error channel, %u\n", SequenceNr);
+}

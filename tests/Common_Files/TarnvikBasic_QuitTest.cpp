@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+// The quit request, with real recorder processes. A recorder that finds a stale request ends before it
+// listens, so "it listens" proves that there was none.
+#include "Common_Files/RecorderNames.h"
+#include "Common_Files/TarnvikBasic.h"
+#include "platform/QuitSignal.h"
+#include "tests/support/RecorderReport.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QSystemSemaphore>
+
+#include <memory>
+
+namespace {
+
+constexpr int Rounds = 10;
+
+void SendQuit()
+{
+    QString program;
+    QString folder;
+    QStringList arguments;
+    QTarnvikBasic::SendRecorderQuit(nullptr, program, folder, arguments);
+    QVERIFY(program.isEmpty() && folder.isEmpty() && arguments.isEmpty());
+}
+
+bool Listens(const QProcess &recorder)
+{
+    return recorder.state() == QProcess::Running && platform::QuitSignalHasListener(RecorderQuitKey);
+}
+
+} // namespace
+
+class TarnvikBasic_QuitTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void aListeningRecorderEndsOnTheRequest();
+    void aRequestWithoutRecorderHasNoEffectOnARecorderStartedLater();
+    void aRequestAfterARecorderWasKilledDoesNotReachTheNext();
+    void aRecorderThatEndsAfterTheRequestLeavesNothingForTheNext();
+    void aCountLeftBehindByOthersDoesNotReachARecorder();
+    void aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNotStopped();
+    void aNewRecorderStartedWhileTheOldOneEndsIsNotStopped();
+    void theRequestCreatesNoSemaphoreWhenThereIsNone();
+
+private:
+    std::unique_ptr<QProcess> startRecorder();
+
+    std::unique_ptr<tests::RecorderReport> Report;
+};
+
+void TarnvikBasic_QuitTest::init()
+{
+    Report = std::make_unique<tests::RecorderReport>();
+    Report->setOption("INTERVAL_MS", "0");
+}
+
+void TarnvikBasic_QuitTest::cleanup()
+{
+    Report.reset();
+}
+
+std::unique_ptr<QProcess> TarnvikBasic_QuitTest::startRecorder()
+{
+    auto recorder = std::make_unique<QProcess>();
+    recorder->setProcessChannelMode(QProcess::ForwardedChannels);
+    recorder->start(tests::StandInProgram(), QStringList());
+    if (!recorder->waitForStarted())
+        return nullptr;
+    return recorder;
+}
+
+void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
+{
+    const auto recorder = startRecorder();
+    QVERIFY(recorder);
+    QTRY_VERIFY(Listens(*recorder));
+    SendQuit();
+    QVERIFY(recorder->waitForFinished(5000));
+    QCOMPARE(recorder->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(recorder->exitCode(), 0);
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+}
+
+void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStartedLater()
+{
+    for (int round = 0; round < Rounds; ++round) {
+        SendQuit();
+        SendQuit();
+        const auto recorder = startRecorder();
+        QVERIFY(recorder);
+        QTRY_VERIFY2(Listens(*recorder), qPrintable(QString::number(round)));
+        SendQuit();
+        QVERIFY(recorder->waitForFinished(5000));
+        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+    }
+}
+
+void TarnvikBasic_QuitTest::aRequestAfterARecorderWasKilledDoesNotReachTheNext()
+{
+    for (int round = 0; round < Rounds; ++round) {
+        const auto recorder = startRecorder();
+        QVERIFY(recorder);
+        QTRY_VERIFY2(Listens(*recorder), qPrintable(QString::number(round)));
+        recorder->kill();
+        QVERIFY(recorder->waitForFinished(5000));
+        SendQuit();
+    }
+    QCOMPARE(Report->count(QStringLiteral("started")), Rounds);
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+}
+
+void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheNext()
+{
+    // The first recorder is killed, so that the semaphore it made stays: the later ones find it and, unlike
+    // its maker, do not remove it when they end.
+    auto recorder = startRecorder();
+    QVERIFY(recorder);
+    QTRY_VERIFY(Listens(*recorder));
+    recorder->kill();
+    QVERIFY(recorder->waitForFinished(5000));
+    for (int round = 0; round < Rounds; ++round) {
+        recorder = startRecorder();
+        QVERIFY(recorder);
+        QTRY_VERIFY2(Listens(*recorder), qPrintable(QString::number(round)));
+        SendQuit();
+        QVERIFY(recorder->waitForFinished(5000));
+        QCOMPARE(recorder->exitCode(), 0);
+        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+    }
+}
+
+void TarnvikBasic_QuitTest::aCountLeftBehindByOthersDoesNotReachARecorder()
+{
+    // The maker keeps the semaphore alive, as a recorder that does not listen yet would.
+    QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
+    QCOMPARE(maker.error(), QSystemSemaphore::NoError);
+    QVERIFY(maker.release(3));
+    SendQuit();
+    const auto recorder = startRecorder();
+    QVERIFY(recorder);
+    QTRY_VERIFY(Listens(*recorder));
+    SendQuit();
+    QVERIFY(recorder->waitForFinished(5000));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+}
+
+void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNotStopped()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    const auto deaf = startRecorder();
+    QVERIFY(deaf);
+    QTRY_COMPARE(Report->count(QStringLiteral("started")), 1);
+    SendQuit();
+    Report->setOption("IGNORE_QUIT", "0");
+    const auto recorder = startRecorder();
+    QVERIFY(recorder);
+    QTRY_VERIFY(Listens(*recorder));
+    QCOMPARE(deaf->state(), QProcess::Running);
+    SendQuit();
+    QVERIFY(recorder->waitForFinished(5000));
+    QCOMPARE(deaf->state(), QProcess::Running);
+    deaf->kill();
+    QVERIFY(deaf->waitForFinished(5000));
+}
+
+void TarnvikBasic_QuitTest::aNewRecorderStartedWhileTheOldOneEndsIsNotStopped()
+{
+    auto oldRecorder = startRecorder();
+    QVERIFY(oldRecorder);
+    QTRY_VERIFY(Listens(*oldRecorder));
+    for (int round = 0; round < Rounds; ++round) {
+        SendQuit();
+        auto newRecorder = startRecorder();
+        QVERIFY(newRecorder);
+        QVERIFY(oldRecorder->waitForFinished(5000));
+        QCOMPARE(oldRecorder->exitCode(), 0);
+        QTRY_VERIFY2(Listens(*newRecorder), qPrintable(QString::number(round)));
+        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+        oldRecorder = std::move(newRecorder);
+    }
+    SendQuit();
+    QVERIFY(oldRecorder->waitForFinished(5000));
+}
+
+void TarnvikBasic_QuitTest::theRequestCreatesNoSemaphoreWhenThereIsNone()
+{
+    SendQuit();
+    QVERIFY(!platform::QuitSignalHasListener(RecorderQuitKey));
+    const auto recorder = startRecorder();
+    QVERIFY(recorder);
+    QTRY_VERIFY(Listens(*recorder));
+    SendQuit();
+    QVERIFY(recorder->waitForFinished(5000));
+    QVERIFY(!platform::QuitSignalHasListener(RecorderQuitKey));
+}
+
+TARNVIK_TEST_MAIN(TarnvikBasic_QuitTest, QCoreApplication)
+
+#include "TarnvikBasic_QuitTest.moc"

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "Common_Files/WaitForMultipleObjects.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSemaphore>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using Events = QWaitForMultipleObjects;
+
+class WaitForMultipleObjectsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void addGivesTheLowestFreeId();
+    void addOnAFullSetGives64AndSet64Fails();
+    void setFailsForIdsThatAreNotInTheSet_data();
+    void setFailsForIdsThatAreNotInTheSet();
+    void theLowerOfTwoSetEventsComesFirst();
+    void aManualResetEventHidesHigherOnesUntilItIsRemoved();
+    void anAutoResetEventSetBeforeTheWaitIsReturnedAtOnceAndLeftClear();
+    void setTwiceBeforeTheWaitCountsOnce();
+    void anIdIsClearWhenItIsGivenOutAgain();
+    void clearForgetsSetEvents();
+    void waitTimesOut_data();
+    void waitTimesOut();
+    void aChangeWithoutSetEventStartsTheTimeoutAnew();
+    void aSecondWaiterFailsAfter100Ms();
+    void theWaiterGuardIsFreeAgainAfterAWait();
+    void aWaitIsWokenByAnotherThread();
+    void destroyingTheSetCancelsTheWait();
+    void manyThreadsSetEventsAndNoneIsLost();
+};
+
+void WaitForMultipleObjectsTest::addGivesTheLowestFreeId()
+{
+    Events events;
+    QCOMPARE(events.Add(0, false), 0);
+    QCOMPARE(events.Add(0, true), 1);
+    QCOMPARE(events.Add(0, false), 2);
+    events.Remove(1);
+    QCOMPARE(events.Add(0, false), 1);
+    QCOMPARE(events.Add(0, false), 3);
+}
+
+void WaitForMultipleObjectsTest::addOnAFullSetGives64AndSet64Fails()
+{
+    Events events;
+    for (int id = 0; id < 64; ++id)
+        QCOMPARE(events.Add(0, false), id);
+    QCOMPARE(events.Add(0, false), 64);
+    QVERIFY(!events.Set(64));
+    events.Remove(64);
+    QVERIFY(events.Set(63));
+    QCOMPARE(events.Wait(0), 63);
+    events.Remove(40);
+    QCOMPARE(events.Add(0, false), 40);
+}
+
+void WaitForMultipleObjectsTest::setFailsForIdsThatAreNotInTheSet_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("an id that was never given out") << 1;
+    QTest::newRow("an id that was removed") << 2;
+    QTest::newRow("the first id beyond the set") << 64;
+    QTest::newRow("an id far beyond the set") << 1000;
+    QTest::newRow("a negative id") << -1;
+}
+
+void WaitForMultipleObjectsTest::setFailsForIdsThatAreNotInTheSet()
+{
+    QFETCH(int, id);
+    Events events;
+    for (int i = 0; i < 3; ++i)
+        events.Add(0, false);
+    events.Remove(1);
+    events.Remove(2);
+    QVERIFY(!events.Set(id));
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::theLowerOfTwoSetEventsComesFirst()
+{
+    Events events;
+    for (int i = 0; i < 3; ++i)
+        events.Add(0, true);
+    QVERIFY(events.Set(2));
+    QVERIFY(events.Set(1));
+    QCOMPARE(events.Wait(-1), 1);
+    QCOMPARE(events.Wait(-1), 2);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::aManualResetEventHidesHigherOnesUntilItIsRemoved()
+{
+    Events events;
+    const int manual = events.Add(0, false);
+    const int automatic = events.Add(0, true);
+    QVERIFY(events.Set(automatic));
+    QVERIFY(events.Set(manual));
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(events.Wait(-1), manual);
+    events.Remove(manual);
+    QCOMPARE(events.Wait(-1), automatic);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::anAutoResetEventSetBeforeTheWaitIsReturnedAtOnceAndLeftClear()
+{
+    Events events;
+    const int id = events.Add(0, true);
+    QVERIFY(events.Set(id));
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(events.Wait(60000), id);
+    QVERIFY(timer.elapsed() < 1000);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::setTwiceBeforeTheWaitCountsOnce()
+{
+    Events events;
+    const int id = events.Add(0, true);
+    QVERIFY(events.Set(id));
+    QVERIFY(events.Set(id));
+    QCOMPARE(events.Wait(-1), id);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::anIdIsClearWhenItIsGivenOutAgain()
+{
+    Events events;
+    const int id = events.Add(0, false);
+    QVERIFY(events.Set(id));
+    events.Remove(id);
+    QCOMPARE(events.Add(0, true), id);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+    QVERIFY(events.Set(id)); // and it is auto-reset now
+    QCOMPARE(events.Wait(0), id);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::clearForgetsSetEvents()
+{
+    Events events;
+    events.Add(0, false);
+    events.Add(0, false);
+    QVERIFY(events.Set(0));
+    events.Clear();
+    QCOMPARE(events.Wait(0), Events::Timeout);
+    QVERIFY(!events.Set(0));
+    QCOMPARE(events.Add(0, false), 0);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+void WaitForMultipleObjectsTest::waitTimesOut_data()
+{
+    QTest::addColumn<int>("timeoutMs");
+    QTest::newRow("at once") << 0;
+    QTest::newRow("after 200 ms") << 200;
+}
+
+void WaitForMultipleObjectsTest::waitTimesOut()
+{
+    QFETCH(int, timeoutMs);
+    Events events;
+    events.Add(0, true);
+    QElapsedTimer timer;
+    timer.start();
+    // The event just added is a change too, but no wake-up for a set that is empty of set events.
+    QCOMPARE(events.Wait(timeoutMs), Events::Timeout);
+    QVERIFY(timer.elapsed() >= timeoutMs);
+}
+
+void WaitForMultipleObjectsTest::aChangeWithoutSetEventStartsTheTimeoutAnew()
+{
+    Events events;
+    events.Add(0, true);
+    const int other = events.Add(0, true);
+    QElapsedTimer timer;
+    timer.start();
+    std::thread changer([&] {
+        QThread::msleep(200); // the moment of the change is what is tested
+        events.Remove(other);
+    });
+    QCOMPARE(events.Wait(300), Events::Timeout);
+    const qint64 elapsed = timer.elapsed();
+    changer.join();
+    QVERIFY2(elapsed >= 500, qPrintable(QString::number(elapsed)));
+}
+
+void WaitForMultipleObjectsTest::aSecondWaiterFailsAfter100Ms()
+{
+    Events events;
+    const int id = events.Add(0, true);
+    QSemaphore begun;
+    std::thread waiter([&] {
+        begun.release();
+        QCOMPARE(events.Wait(-1), id);
+    });
+    begun.acquire();
+    QElapsedTimer timer;
+    int result = 0;
+    do { // until the first waiter has the set to itself
+        timer.start();
+        result = events.Wait(0);
+    } while (result == Events::Timeout);
+    const qint64 elapsed = timer.elapsed();
+    QVERIFY(events.Set(id));
+    waiter.join();
+    QCOMPARE(result, Events::Failed);
+    QVERIFY2(elapsed >= 100 && elapsed < 1000, qPrintable(QString::number(elapsed)));
+}
+
+void WaitForMultipleObjectsTest::theWaiterGuardIsFreeAgainAfterAWait()
+{
+    Events events;
+    const int id = events.Add(0, true);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+    QVERIFY(events.Set(id));
+    QCOMPARE(events.Wait(0), id);
+    QVERIFY(events.Set(id));
+    QCOMPARE(events.Wait(0), id);
+}
+
+void WaitForMultipleObjectsTest::aWaitIsWokenByAnotherThread()
+{
+    Events events;
+    events.Add(0, true);
+    const int id = events.Add(0, true);
+    std::thread setter([&] { QVERIFY(events.Set(id)); });
+    QCOMPARE(events.Wait(-1), id);
+    setter.join();
+}
+
+void WaitForMultipleObjectsTest::destroyingTheSetCancelsTheWait()
+{
+    for (int round = 0; round < 20; ++round) {
+        auto events = std::make_unique<Events>();
+        events->Add(0, true);
+        std::atomic<int> result = 0;
+        QSemaphore begun;
+        std::thread waiter([&result, &begun, set = events.get()] {
+            begun.release();
+            result = set->Wait(-1);
+        });
+        begun.acquire();
+        while (events->Wait(0) != Events::Failed) { // until the thread is inside its wait
+        }
+        events.reset();
+        waiter.join();
+        QCOMPARE(result.load(), Events::Cancelled);
+    }
+}
+
+void WaitForMultipleObjectsTest::manyThreadsSetEventsAndNoneIsLost()
+{
+    constexpr int threadCount = 8;
+    constexpr int rounds = 2000;
+    Events events;
+    QSemaphore answered[threadCount];
+    for (int i = 0; i < threadCount; ++i)
+        QCOMPARE(events.Add(0, true), i);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&events, &answer = answered[i], i] {
+            for (int round = 0; round < rounds; ++round) {
+                events.Set(i);
+                answer.acquire();
+            }
+        });
+    }
+    std::vector<int> counts(threadCount, 0);
+    for (int n = 0; n < threadCount * rounds; ++n) {
+        const int id = events.Wait(30000);
+        if (id < 0)
+            break;
+        ++counts[static_cast<std::size_t>(id)];
+        answered[id].release();
+    }
+    const bool complete = counts == std::vector<int>(threadCount, rounds);
+    for (QSemaphore &answer : answered)
+        answer.release(complete ? 0 : rounds); // let the threads go when an event was lost
+    for (std::thread &thread : threads)
+        thread.join();
+    QVERIFY(complete);
+    QCOMPARE(events.Wait(0), Events::Timeout);
+}
+
+TARNVIK_TEST_MAIN(WaitForMultipleObjectsTest, QCoreApplication)
+
+#include "WaitForMultipleObjectsTest.moc"

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/RecorderReport.h"
+
+#include "Common_Files/RecorderNames.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSystemSemaphore>
+
+namespace tests {
+
+namespace {
+
+QByteArray Variable(const char *option)
+{
+    return QByteArray("TARNVIK_STANDIN_") + option;
+}
+
+} // namespace
+
+RecorderReport::RecorderReport() : File(QDir::tempPath() + QStringLiteral("/recorder report.txt"))
+{
+    QFile::remove(File);
+    setOption("REPORT", QFile::encodeName(File));
+}
+
+RecorderReport::~RecorderReport()
+{
+    clearOptions();
+    qunsetenv(Variable("REPORT").constData());
+    // A killed recorder leaves its semaphore in the system; the maker of one removes it at its end.
+    const QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
+}
+
+void RecorderReport::setOption(const char *name, const QByteArray &value)
+{
+    qputenv(Variable(name).constData(), value);
+    Options.append(QString::fromLatin1(name));
+}
+
+void RecorderReport::clearOptions()
+{
+    for (const QString &option : std::as_const(Options)) {
+        if (option != QLatin1String("REPORT"))
+            qunsetenv(Variable(option.toLatin1().constData()).constData());
+    }
+}
+
+QList<RecorderEvent> RecorderReport::events() const
+{
+    QList<RecorderEvent> events;
+    QFile file(File);
+    if (!file.open(QIODevice::ReadOnly))
+        return events;
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        const QList<QByteArray> fields = line.split(' ');
+        if (fields.size() == 3)
+            events.append({fields[0].toLongLong(), fields[1].toLongLong(), QString::fromLatin1(fields[2])});
+    }
+    return events;
+}
+
+int RecorderReport::count(const QString &event) const
+{
+    return count(event, 0);
+}
+
+int RecorderReport::count(const QString &event, qint64 processId) const
+{
+    int count = 0;
+    const QList<RecorderEvent> all = events();
+    for (const RecorderEvent &one : all)
+        count += one.Event == event && (processId == 0 || one.ProcessId == processId) ? 1 : 0;
+    return count;
+}
+
+qint64 RecorderReport::lastProcess(const QString &event) const
+{
+    qint64 process = 0;
+    const QList<RecorderEvent> all = events();
+    for (const RecorderEvent &one : all) {
+        if (one.Event == event)
+            process = one.ProcessId;
+    }
+    return process;
+}
+
+QString StandInProgram()
+{
+    return QStringLiteral(TARNVIK_STANDIN_PROGRAM);
+}
+
+} // namespace tests

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/RecorderReport.h"
+
+#include <QFile>
+
+#include <sys/types.h>
+
+#include <csignal>
+
+namespace tests {
+
+bool IsAlive(qint64 processId)
+{
+    // The third field of the stat file is the state; Z: ended, not yet collected by its parent.
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(processId));
+    if (!stat.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray content = stat.readAll();
+    const qsizetype state = content.lastIndexOf(") ");
+    return state >= 0 && content.mid(state + 2, 1) != "Z";
+}
+
+bool KillProcess(qint64 processId)
+{
+    return processId > 0 && kill(static_cast<pid_t>(processId), SIGKILL) == 0;
+}
+
+} // namespace tests

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// A tiny program for tests of the runner. Each argument is a step, done in order:
+//   out:TEXT  err:TEXT   print TEXT in one write, with \r and \n written as two characters each
+//   exit:N               end with code N
+//   crash                end by a crash
+//   wait                 wait until somebody ends the process
+// At the end of the arguments it ends with code 0.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+namespace {
+
+std::string Unescaped(const std::string &text)
+{
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'r' || text[i + 1] == 'n'))
+            result += text[++i] == 'r' ? '\r' : '\n';
+        else
+            result += text[i];
+    }
+    return result;
+}
+
+void Print(const std::string &text, std::FILE *stream)
+{
+    const std::string bytes = Unescaped(text);
+    std::fwrite(bytes.data(), 1, bytes.size(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string step = argv[i];
+        if (step.rfind("out:", 0) == 0)
+            Print(step.substr(4), stdout);
+        else if (step.rfind("err:", 0) == 0)
+            Print(step.substr(4), stderr);
+        else if (step.rfind("exit:", 0) == 0)
+            return std::atoi(step.c_str() + 5);
+        else if (step == "crash")
+            std::abort();
+        else if (step == "wait")
+            std::this_thread::sleep_for(std::chrono::hours(24));
+        else
+            return 99;
+    }
+    return 0;
+}
