@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// A recorder survives the program that started it. The test plays that program by running itself again with
+// the argument "parent".
+#include "platform/ChildProcess.h"
+#include "tests/support/RecorderReport.h"
+#include "tests/support/TestIsolation.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QOperatingSystemVersion>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstring>
+
+namespace {
+
+void MakeFile(const QString &path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+} // namespace
+
+class ChildProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theRecorderIsFound_data();
+    void theRecorderIsFound();
+    void aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes();
+};
+
+void ChildProcessTest::theRecorderIsFound_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("nothing there") << QStringList{} << "/TarnvikRecord.exe";
+    QTest::newRow("with ending") << QStringList{QStringLiteral("/TarnvikRecord.exe")} << "/TarnvikRecord.exe";
+    QTest::newRow("both") << QStringList{QStringLiteral("/TarnvikRecord.exe"),
+                                         QStringLiteral("/TarnvikRecord")}
+                          << "/TarnvikRecord.exe";
+    const bool windows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+    QTest::newRow("without ending") << QStringList{QStringLiteral("/TarnvikRecord")}
+                                    << (windows ? "/TarnvikRecord.exe" : "/TarnvikRecord");
+}
+
+void ChildProcessTest::theRecorderIsFound()
+{
+    QFETCH(QStringList, files);
+    QFETCH(QString, found);
+    const QTemporaryDir folder;
+    for (const QString &file : std::as_const(files))
+        MakeFile(folder.path() + file);
+    QCOMPARE(platform::RecorderProgram(folder.path()), folder.path() + found);
+}
+
+void ChildProcessTest::aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes()
+{
+    tests::RecorderReport report;
+    report.setOption("INTERVAL_MS", "20"); // it prints a line each time
+    report.setOption("STATUS", "none");
+    report.setOption("IGNORE_QUIT", "1");
+    report.setOption("EXIT_AFTER_MS", "3000");
+    QProcess parent;
+    parent.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("parent")});
+    QTRY_COMPARE(report.count(QStringLiteral("ready")), 1);
+    const qint64 recorder = report.lastProcess(QStringLiteral("started"));
+    parent.kill();
+    QVERIFY(parent.waitForFinished());
+    QVERIFY(tests::IsAlive(recorder));
+    // It prints into broken pipes for three seconds and then comes to its own end.
+    QTRY_COMPARE(report.count(QStringLiteral("ends"), recorder), 1);
+    QCOMPARE(report.count(QStringLiteral("terminate-request")), 0);
+}
+
+int main(int argc, char **argv)
+{
+    if (argc == 2 && std::strcmp(argv[1], "parent") == 0) {
+        QCoreApplication application(argc, argv);
+        QProcess recorder;
+        platform::DetachFromThisProgram(recorder);
+        recorder.start(tests::StandInProgram(), QStringList(), QIODevice::ReadOnly);
+        return QCoreApplication::exec();
+    }
+    const tests::TestIsolation isolation;
+    QCoreApplication application(argc, argv);
+    ChildProcessTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "ChildProcessTest.moc"

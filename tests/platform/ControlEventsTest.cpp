@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+// Signals in place of control events. What ends a process is shown by the test running itself again with an
+// argument.
+#include "platform/ControlEvents.h"
+#include "tests/support/TestIsolation.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTest>
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <thread>
+
+#include <sys/types.h>
+#include <unistd.h>
+
+namespace {
+
+std::atomic<int> LastType = -1;
+std::atomic<int> Calls = 0;
+std::atomic<bool> OnOtherThread = false;
+std::thread::id MainThread;
+
+bool Handle(std::uint32_t type)
+{
+    OnOtherThread = std::this_thread::get_id() != MainThread;
+    LastType = static_cast<int>(type);
+    ++Calls;
+    return true;
+}
+
+/// Handles the first event only, as the program does.
+bool HandleOnce(std::uint32_t /*type*/)
+{
+    if (Calls++ > 0)
+        return false;
+    std::fputs("handled", stdout);
+    std::fflush(stdout);
+    return true;
+}
+
+bool SendSignal(const QProcess &process, int signalNumber)
+{
+    return kill(static_cast<pid_t>(process.processId()), signalNumber) == 0;
+}
+
+} // namespace
+
+class ControlEventsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { platform::RemoveControlHandler(); }
+    void aSignalReachesTheHandlerOnAThreadOfItsOwn_data();
+    void aSignalReachesTheHandlerOnAThreadOfItsOwn();
+    void everySignalIsHandledWhileTheHandlerSaysSo();
+    void installFailsWithoutHandlerOrWhenThereIsOneAlready();
+    void removeRestoresWhatWasThereAndMayBeCalledTwice();
+    void anEventThatIsNotHandledEndsTheProcessByItsSignal_data();
+    void anEventThatIsNotHandledEndsTheProcessByItsSignal();
+    void childProcessesStartWithTheDefaultActions();
+};
+
+void ControlEventsTest::aSignalReachesTheHandlerOnAThreadOfItsOwn_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::addColumn<int>("type");
+    QTest::newRow("SIGINT is Ctrl-C") << SIGINT << 0;
+    QTest::newRow("SIGTERM is shutdown") << SIGTERM << 6;
+}
+
+void ControlEventsTest::aSignalReachesTheHandlerOnAThreadOfItsOwn()
+{
+    QFETCH(int, signalNumber);
+    QFETCH(int, type);
+    LastType = -1;
+    OnOtherThread = false;
+    QVERIFY(platform::InstallControlHandler(Handle));
+    QCOMPARE(kill(getpid(), signalNumber), 0);
+    QTRY_COMPARE(LastType.load(), type);
+    QVERIFY(OnOtherThread);
+}
+
+void ControlEventsTest::everySignalIsHandledWhileTheHandlerSaysSo()
+{
+    Calls = 0;
+    QVERIFY(platform::InstallControlHandler(Handle));
+    for (int n = 1; n <= 20; ++n) {
+        QCOMPARE(kill(getpid(), n % 2 == 0 ? SIGINT : SIGTERM), 0);
+        QTRY_COMPARE(Calls.load(), n);
+    }
+}
+
+void ControlEventsTest::installFailsWithoutHandlerOrWhenThereIsOneAlready()
+{
+    QVERIFY(!platform::InstallControlHandler(nullptr));
+    QVERIFY(platform::InstallControlHandler(Handle));
+    QVERIFY(!platform::InstallControlHandler(Handle));
+}
+
+void ControlEventsTest::removeRestoresWhatWasThereAndMayBeCalledTwice()
+{
+    struct sigaction before = {};
+    QCOMPARE(sigaction(SIGINT, nullptr, &before), 0);
+    QVERIFY(platform::InstallControlHandler(Handle));
+    struct sigaction action = {};
+    QCOMPARE(sigaction(SIGINT, nullptr, &action), 0);
+    QVERIFY(action.sa_handler != before.sa_handler);
+    platform::RemoveControlHandler();
+    platform::RemoveControlHandler();
+    QCOMPARE(sigaction(SIGINT, nullptr, &action), 0);
+    QVERIFY(action.sa_handler == before.sa_handler);
+    QVERIFY(platform::InstallControlHandler(Handle));
+}
+
+void ControlEventsTest::anEventThatIsNotHandledEndsTheProcessByItsSignal_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("second");
+    QTest::newRow("a second SIGINT") << SIGINT << SIGINT;
+    QTest::newRow("SIGTERM after SIGINT") << SIGINT << SIGTERM;
+    QTest::newRow("SIGINT after SIGTERM") << SIGTERM << SIGINT;
+}
+
+void ControlEventsTest::anEventThatIsNotHandledEndsTheProcessByItsSignal()
+{
+    QFETCH(int, first);
+    QFETCH(int, second);
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("once")});
+    QVERIFY(process.waitForReadyRead());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("ready"));
+    QVERIFY(SendSignal(process, first));
+    QVERIFY(process.waitForReadyRead());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("handled"));
+    QVERIFY(SendSignal(process, second));
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(process.exitCode(), second); // for a process ended by a signal this is the signal's number
+}
+
+void ControlEventsTest::childProcessesStartWithTheDefaultActions()
+{
+    QVERIFY(platform::InstallControlHandler(Handle));
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("plain")});
+    QVERIFY(child.waitForReadyRead());
+    QVERIFY(SendSignal(child, SIGTERM));
+    QVERIFY(child.waitForFinished());
+    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(child.exitCode(), SIGTERM);
+}
+
+int main(int argc, char **argv)
+{
+    const bool once = argc == 2 && std::strcmp(argv[1], "once") == 0;
+    if (once || (argc == 2 && std::strcmp(argv[1], "plain") == 0)) {
+        if (once && !platform::InstallControlHandler(HandleOnce))
+            return 1;
+        std::fputs("ready", stdout);
+        std::fflush(stdout);
+        std::this_thread::sleep_for(std::chrono::minutes(1)); // until the signal ends it
+        return 2;
+    }
+    MainThread = std::this_thread::get_id();
+    const tests::TestIsolation isolation;
+    QCoreApplication application(argc, argv);
+    ControlEventsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "ControlEventsTest.moc"
