@@ -33,8 +33,8 @@ QStringList LanguageCodes(const QLocale &locale)
     return codes;
 }
 
-/// Loads exactly the file at `path`. With Qt's default delimiters and suffix the translator would go on to try
-/// shorter names.
+/// Loads exactly the file at `path`. With Qt's default delimiters and suffix the translator would go on to
+/// try shorter names.
 bool LoadFile(QTranslator &translator, const QString &path)
 {
     const QString none = QStringLiteral(""); // empty but not null, which stands for Qt's defaults

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The language of the user interface: which translation files are installed, and the menu to choose among them.
+// The language of the user interface: which translation files are installed, and the menu to choose among
+// them.
 #pragma once
 
 #include <QList>
@@ -17,9 +18,9 @@ class QCoreApplication;
 class QMenu;
 class QTranslator;
 
-/// Installs the translation files ("<base name>_<language code>.qm") that fit a language best and switches them
-/// at run time. The object outlives the application object on both sides: before Init and after the application
-/// object has gone every function does nothing. GUI thread only.
+/// Installs the translation files ("<base name>_<language code>.qm") that fit a language best and switches
+/// them at run time. The object outlives the application object on both sides: before Init and after the
+/// application object has gone every function does nothing. GUI thread only.
 class CAppTranslation : public QObject
 {
     Q_OBJECT
@@ -30,8 +31,8 @@ public:
     CAppTranslation();
     ~CAppTranslation() override;
 
-    /// Searches the program's and the current folder from now on and installs the default locale's language. The
-    /// application's name must be set. `application` is not owned.
+    /// Searches the program's and the current folder from now on and installs the default locale's language.
+    /// The application's name must be set. `application` is not owned.
     void Init(QCoreApplication *application);
 
     /// Replaces the installed translations by those for `locale`. Files that are missing or do not load are

@@ -17,8 +17,8 @@ namespace {
 /// Lets the burst of changes that one rewrite of the file causes settle; milliseconds.
 constexpr qint32 SettleDelay = 500;
 
-/// The recorder writes some hundred bytes. A file beyond this is not the recorder's, and parsing it would hold up
-/// the GUI thread.
+/// The recorder writes some hundred bytes. A file beyond this is not the recorder's, and parsing it would
+/// hold up the GUI thread.
 constexpr qint64 MaxStatusFileSize = 1024 * 1024;
 
 /// LastAction of a status file that does not name one.
@@ -36,8 +36,8 @@ const std::array<StructMessageTag, 7> MessageTags = {{
     {QStringLiteral("<WORK>"), 0x76B859, 0, 0},
 }};
 
-/// The file's bytes at this moment; nothing when it cannot be read or is too large. Only regular files are opened:
-/// opening a pipe would wait for its writer.
+/// The file's bytes at this moment; nothing when it cannot be read or is too large. Only regular files are
+/// opened: opening a pipe would wait for its writer.
 std::optional<QByteArray> ReadWhole(const QString &path)
 {
     if (!QFileInfo(path).isFile())
@@ -119,7 +119,8 @@ void QOstrelRecordStatus::Slot_fileChanged(const QString &path)
 
 void QOstrelRecordStatus::Slot_fileChanged_delayed()
 {
-    // Taken out before the signal: a receiver that runs an event loop may let in the next change, which must stay.
+    // Taken out before the signal: a receiver that runs an event loop may let in the next change, which must
+    // stay.
     const QStringList paths = std::exchange(PendingPaths, {});
     for (const QString &path : paths)
         ReadStatusFile(path, Snapshot);
@@ -133,18 +134,20 @@ bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecord
     if (!content)
         return false;
 
-    // QSettings keeps parsed files and parses one again only when its size or time stamp differ. The recorder can
-    // rewrite the file with the same size within one tick of the file system's clock, so QSettings never sees the
-    // file itself but a copy under a fresh name. Without room for a copy a late status is better than none.
+    // QSettings keeps parsed files and parses one again only when its size or time stamp differ. The recorder
+    // can rewrite the file with the same size within one tick of the file system's clock, so QSettings never
+    // sees the file itself but a copy under a fresh name. Without room for a copy a late status is better
+    // than none.
     QTemporaryFile copy(QDir::tempPath() + QStringLiteral("/rfrecordstatus-XXXXXX.ini"));
     const QSettings settings(WriteCopy(copy, *content) ? copy.fileName() : path, QSettings::IniFormat);
+    // QSettings parses, and notices errors, on the first access to a key.
+    const QString sequenceNr =
+        settings.value(QStringLiteral("SequenceNr"), StructOstrelRecordStatus::InvalidSequenceNr).toString();
     if (settings.status() != QSettings::NoError)
         return false;
 
     bool isNumber = false;
-    snapshot.SequenceNr =
-        settings.value(QStringLiteral("SequenceNr"), StructOstrelRecordStatus::InvalidSequenceNr)
-            .toUInt(&isNumber);
+    snapshot.SequenceNr = sequenceNr.toUInt(&isNumber); // QVariant would cut a number above 32 bits silently
     if (!isNumber || snapshot.SequenceNr == StructOstrelRecordStatus::InvalidSequenceNr)
         return false;
     snapshot.LastAction = settings.value(QStringLiteral("LastAction"), DefaultLastAction).toInt();

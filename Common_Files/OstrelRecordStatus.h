@@ -29,10 +29,10 @@ Q_DECLARE_METATYPE(StructOstrelRecordStatus)
 /// One row of the message tag table: how a message with this tag is classified.
 struct StructMessageTag
 {
-    QString Tag;               ///< With its angle brackets, for example "<INFO>"; empty in the default row.
-    quint32 Colour = 0;        ///< 0xRRGGBB
-    quint32 SecondColour = 0;  ///< 0xRRGGBB; 0 in every row.
-    qint8 Priority = -128;     ///< Among several tags of a message the highest wins.
+    QString Tag;              ///< With its angle brackets, for example "<INFO>"; empty in the default row.
+    quint32 Colour = 0;       ///< 0xRRGGBB
+    quint32 SecondColour = 0; ///< 0xRRGGBB; 0 in every row.
+    qint8 Priority = -128;    ///< Among several tags of a message the highest wins.
 };
 
 /// Watches the recorder's status file and emits one snapshot per burst of changes. GUI thread only.
@@ -47,9 +47,9 @@ public:
     QOstrelRecordStatus();
     ~QOstrelRecordStatus() override;
 
-    /// Watches the file at `path`, which must exist, in place of the one watched before; false when it cannot be
-    /// watched. An empty path ends the watch. A path equal to the last one watched changes nothing, also after
-    /// the watch was ended.
+    /// Watches the file at `path`, which must exist, in place of the one watched before; false when it cannot
+    /// be watched. An empty path ends the watch. A path equal to the last one watched changes nothing, also
+    /// after the watch was ended.
     bool SetWatchFile(const QString &path);
 
     /// Reads the status file at `path`. True when it is a valid status with a message. Otherwise the snapshot
@@ -58,8 +58,8 @@ public:
     static bool ReadStatusFile(const QString &path, StructOstrelRecordStatus &snapshot);
 
     /// Removes every "<...>" from the message and returns the row of the tag with the highest priority (of
-    /// several, the first in the message), or DefaultMessageTag. Takes time linear in the message's length. The
-    /// row lives as long as the program.
+    /// several, the first in the message), or DefaultMessageTag. Takes time linear in the message's length.
+    /// The row lives as long as the program.
     static const StructMessageTag &GetMessageTag(QString &message);
 
     /// The row of a message without a known tag.

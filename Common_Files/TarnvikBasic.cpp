@@ -27,8 +27,8 @@ QString QTarnvikBasic::GetConfigLocation()
 QString QTarnvikBasic::GetConfigLocation(const QStringList &locations, const QString &writableLocation,
                                          const QString &applicationName)
 {
-    // The patterns know "/" only, so they are held against the entries written with it. The result is the entry
-    // as it stands.
+    // The patterns know "/" only, so they are held against the entries written with it. The result is the
+    // entry as it stands.
     const QStringList entries =
         QStringList(locations).replaceInStrings(QStringLiteral("\\"), QStringLiteral("/"));
     qsizetype chosen = IndexOfMatch(entries, QStringLiteral(R"(.*([\/])ProgramData([\/]).*)"));

@@ -6,9 +6,9 @@
 #include <QString>
 #include <QStringList>
 
-/// Finds the recorder's configuration folder, its location file and its record folder. All functions are static
-/// and stateless; they read, and never make, files and folders. Paths have "/" as separator, as Qt returns them.
-/// The locations rest on the organisation and application name of the application object.
+/// Finds the recorder's configuration folder, its location file and its record folder. All functions are
+/// static and stateless; they read, and never make, files and folders. Paths have "/" as separator, as Qt
+/// returns them. The locations rest on the organisation and application name of the application object.
 class QTarnvikBasic : public QObject
 {
     Q_OBJECT
@@ -28,19 +28,19 @@ public:
     /// Completes `path` to end in the organisation's and the application's folder.
     static void AddOrgAndAppFolder(QString &path, const QString &applicationName);
 
-    /// The recorder's configuration folder, with "/" and `fileName` behind it when that is not empty. Empty when
-    /// there is no folder.
+    /// The recorder's configuration folder, with "/" and `fileName` behind it when that is not empty. Empty
+    /// when there is no folder.
     static QString GetRecorderFile(const QString &fileName);
 
-    /// The folder that the recorder records into, as the location file names it; it need not exist. Empty when
-    /// the location file is missing, cannot be parsed or does not name a folder.
+    /// The folder that the recorder records into, as the location file names it; it need not exist. Empty
+    /// when the location file is missing, cannot be parsed or does not name a folder.
     static QString GetRecordPath();
 
     /// The same from the location file given; an empty path stands for no file.
     static QString GetRecordPath(const QString &locationFile);
 
-    /// Asks a running recorder to quit, once; nothing is reported. It has the shape of the recorder runner's stop
-    /// hook and ignores its arguments.
+    /// Asks a running recorder to quit, once; nothing is reported. It has the shape of the recorder runner's
+    /// stop hook and ignores its arguments.
     static void SendRecorderQuit(void *context, QString &program, QString &workingDirectory,
                                  QStringList &arguments);
 };
