@@ -22,12 +22,15 @@ QStringList LanguageCodes(const QLocale &locale)
     QStringList tags = locale.uiLanguages();
     tags.append(locale.bcp47Name());
     QStringList codes;
-    for (const QString &tag : std::as_const(tags)) {
-        codes.append(tag);
-        // The bare language follows its region at once: behind all tags, the user's second language would win
-        // over the first one.
-        if (tag.indexOf(u'-') == 2)
-            codes.append(tag.first(2));
+    for (qsizetype i = 0; i < tags.size(); ++i) {
+        codes.append(tags[i]);
+        if (tags[i].indexOf(u'-') != 2)
+            continue;
+        // The bare language comes behind all its own tags, which fit better, but before the next language: a
+        // user who reads German, then English, gets "de" rather than "en".
+        const QString language = tags[i].first(2);
+        if (!tags.value(i + 1).startsWith(language + u'-'))
+            codes.append(language);
     }
     codes.removeDuplicates();
     return codes;

@@ -95,7 +95,7 @@ private slots:
     void aMissingFileCannotBeWatched();
     void anEmptyPathEndsTheWatch();
     void anotherPathTakesOverTheWatch();
-    void aWatchedFolderIsReplaced();
+    void afterAFolderAFileCanBeWatched();
     void aDeletedFileGivesAClearedSnapshot();
     void aRewriteRightAfterTheReadIsSeen();
     void aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost();
@@ -490,7 +490,7 @@ void OstrelRecordStatusTest::anotherPathTakesOverTheWatch()
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(4, QStringLiteral("two")));
 }
 
-void OstrelRecordStatusTest::aWatchedFolderIsReplaced()
+void OstrelRecordStatusTest::afterAFolderAFileCanBeWatched()
 {
     QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
