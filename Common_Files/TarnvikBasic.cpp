@@ -86,7 +86,7 @@ QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
         return {};
     QSettings settings(locationFile, QSettings::IniFormat);
     settings.beginGroup(QStringLiteral("Record"));
-    const QString recordPath = settings.value(QStringLiteral("RecordPath"), QString()).toString();
+    QString recordPath = settings.value(QStringLiteral("RecordPath"), QString()).toString();
     settings.endGroup();
     return recordPath;
 }
