@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "Common_Files/TarnvikBasic.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace {
+
+/// The first entry that matches the whole pattern regardless of case, or -1.
+qsizetype IndexOfMatch(const QStringList &entries, const QString &pattern)
+{
+    return entries.indexOf(QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption));
+}
+
+} // namespace
+
+QString QTarnvikBasic::GetConfigLocation()
+{
+    return GetConfigLocation(QStandardPaths::standardLocations(QStandardPaths::ConfigLocation),
+                             QStandardPaths::writableLocation(QStandardPaths::ConfigLocation),
+                             QCoreApplication::applicationName());
+}
+
+QString QTarnvikBasic::GetConfigLocation(const QStringList &locations, const QString &writableLocation,
+                                         const QString &applicationName)
+{
+    // The patterns know "/" only, so they are held against the entries written with it. The result is the
+    // entry as it stands.
+    const QStringList entries =
+        QStringList(locations).replaceInStrings(QStringLiteral("\\"), QStringLiteral("/"));
+    qsizetype chosen = IndexOfMatch(entries, QStringLiteral(R"(.*([\/])ProgramData([\/]).*)"));
+    if (chosen < 0)
+        chosen = IndexOfMatch(entries, QStringLiteral(R"(.*([\/])\.config.*)"));
+
+    QString location = locations.value(chosen); // empty for -1
+    AddOrgAndAppFolder(location, applicationName);
+    if (location.isEmpty() && !writableLocation.isEmpty()) {
+        location = writableLocation;
+        AddOrgAndAppFolder(location, applicationName);
+    }
+    return location;
+}
+
+void QTarnvikBasic::AddOrgAndAppFolder(QString &path, const QString &applicationName)
+{
+    // An empty name is contained in every path.
+    const QString organization = QCoreApplication::organizationName();
+    const bool hasApplication = path.contains(applicationName);
+    if (path.contains(organization)) {
+        if (!hasApplication)
+            path += QStringLiteral("/%1").arg(applicationName);
+        return;
+    }
+    if (hasApplication) {
+        path.remove(applicationName);
+        if (path.endsWith(u'/'))
+            path.chop(1);
+    }
+    path += QStringLiteral("/%1/%2").arg(organization, applicationName);
+}
+
+QString QTarnvikBasic::GetRecorderFile(const QString &fileName)
+{
+    QString path = GetConfigLocation();
+    if (path.isEmpty())
+        return path;
+    // Qt would find an empty name between all letters.
+    if (const QString applicationName = QCoreApplication::applicationName(); !applicationName.isEmpty())
+        path.replace(applicationName, QStringLiteral("TarnvikRecord"));
+    if (!fileName.isEmpty())
+        path += u'/' + fileName;
+    return path;
+}
+
+QString QTarnvikBasic::GetRecordPath()
+{
+    return GetRecordPath(GetRecorderFile(QStringLiteral("tarnviklocation.ini")));
+}
+
+QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
+{
+    if (locationFile.isEmpty() || !QFile::exists(locationFile))
+        return {};
+    QSettings settings(locationFile, QSettings::IniFormat);
+    settings.beginGroup(QStringLiteral("Record"));
+    QString recordPath = settings.value(QStringLiteral("RecordPath"), QString()).toString();
+    settings.endGroup();
+    return recordPath;
+}

@@ -1,0 +1,12 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!-- SPDX-License-Identifier: MIT -->
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>QtSample</name>
+    <message>
+        <source>language</source>
+        <translation>German</translation>
+    </message>
+</context>
+</TS>
