@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/CMainWindow.h"
+
+#include "CommonQt/AppTranslation.h"
+#include "Common_Files/RecorderNames.h"
+#include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/QAsyncWatchExec.h"
+#include "platform/ChildProcess.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStyleFactory>
+
+namespace {
+
+const QString CloseIsMinimizeKey = QStringLiteral("CloseIsMinimize");
+const QString StartHiddenKey = QStringLiteral("StartHidden");
+const QString GeometryKey = QStringLiteral("geometry");
+const QString WindowStateKey = QStringLiteral("windowState");
+
+} // namespace
+
+QStringList (*CMainWindow::StyleNames)() = QStyleFactory::keys;
+
+CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
+    : QMainWindow(parent, flags),
+      Settings(
+          std::make_unique<QSettings>(QStringLiteral("Quillane"), QGuiApplication::applicationDisplayName())),
+      LocationFile(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini"))),
+      Runner(std::make_unique<QAsyncWatchExec>()),
+      StatusWatcher(std::make_unique<QOstrelRecordStatus>()),
+      MessageTag(QOstrelRecordStatus::DefaultMessageTag())
+{
+    QString program;
+    QString workingDirectory;
+    QStringList arguments;
+    QTarnvikBasic::SendRecorderQuit(nullptr, program, workingDirectory, arguments);
+    LocationFile = QDir::toNativeSeparators(LocationFile);
+    readSettings();
+    // A dialog that closes while this window is hidden in the tray would count as the last window; only this
+    // window's own closing may end the program.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    connect(qApp, SIGNAL(aboutToQuit()), this, SLOT(Raw_SlotAboutToQuit()));
+    BuildTrayIcon();
+    buildMenus();
+    BuildStatusView();
+    ApplySettingsMarks();
+    RestoreWindow();
+    startRecorder(RecorderStatusFile());
+}
+
+CMainWindow::~CMainWindow()
+{
+    disconnect(StatusWatcher.get(), SIGNAL(Signal_FileChanged(StructOstrelRecordStatus)), this,
+               SLOT(Raw_FileChanged(StructOstrelRecordStatus)));
+    StatusWatcher.reset();
+    Runner.reset();
+    TrayMenu.reset();
+    TrayIcon.reset();
+    Settings.reset();
+}
+
+void CMainWindow::readSettings()
+{
+    ReallyClose = Settings->value(CloseIsMinimizeKey, true).toBool();
+    IsStartHidden = Settings->value(StartHiddenKey, false).toBool();
+}
+
+void CMainWindow::createStatusFile(const QString &path)
+{
+    QFile::remove(path);
+    QFile file(path);
+    // When it cannot be made there is nothing to watch; the recorder's state is shown all the same.
+    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        file.close();
+}
+
+void CMainWindow::startRecorder(const QString &statusFile)
+{
+    createStatusFile(statusFile);
+    Runner->StopHook = QTarnvikBasic::SendRecorderQuit;
+    Runner->StopHookContext = nullptr;
+    Runner->Program = platform::RecorderProgram(QCoreApplication::applicationDirPath());
+    connect(Runner.get(), SIGNAL(stateChanged(int)), this, SLOT(Raw_RunStateChanged(int)));
+    Runner->Start();
+    StatusWatcher->SetWatchFile(statusFile);
+    connect(StatusWatcher.get(), SIGNAL(Signal_FileChanged(StructOstrelRecordStatus)), this,
+            SLOT(Raw_FileChanged(StructOstrelRecordStatus)));
+}
+
+void CMainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!ReallyClose) {
+        hide();
+        event->ignore();
+        return;
+    }
+    if (!QuitConfirmed && !AskStopRecord()) {
+        event->ignore();
+        return;
+    }
+    SaveWindow();
+    event->accept();
+    QMainWindow::closeEvent(event);
+    QCoreApplication::exit(0);
+}
+
+void CMainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+}
+
+bool CMainWindow::AskStopRecord()
+{
+    QMessageBox box(QMessageBox::Question, tr("Close indication"),
+                    tr("Do you want also to stop the running record?"), QMessageBox::Yes | QMessageBox::Abort,
+                    this, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void CMainWindow::Raw_Menu_File_QuitApp()
+{
+    if (!AskStopRecord())
+        return;
+    ReallyClose = true;
+    QuitConfirmed = true;
+    QCoreApplication::quit();
+}
+
+void CMainWindow::Raw_SlotAboutToQuit()
+{
+    Runner->Stop();
+    SaveWindow();
+    ReallyClose = true;
+}
+
+void CMainWindow::Raw_SlotNewTranslation()
+{
+    SaveWindow();
+    BuildTrayIcon();
+    buildMenus();
+    BuildStatusView();
+    ApplySettingsMarks();
+    RestoreWindow();
+}
+
+void CMainWindow::SaveWindow()
+{
+    Settings->setValue(GeometryKey, saveGeometry());
+    Settings->setValue(WindowStateKey, saveState(0));
+}
+
+void CMainWindow::RestoreWindow()
+{
+    restoreGeometry(Settings->value(GeometryKey).toByteArray());
+    restoreState(Settings->value(WindowStateKey).toByteArray(), 0);
+}

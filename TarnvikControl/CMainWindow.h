@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// The program's window: the recorder's state in a text panel, the menu bar, the tray icon, the way out.
+#pragma once
+
+#include "Common_Files/OstrelRecordStatus.h"
+#include "TarnvikControl/ColourScheme.h"
+
+#include <QColor>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QPalette>
+#include <QPointer>
+#include <QSystemTrayIcon>
+
+#include <array>
+#include <memory>
+
+class QAction;
+class QAsyncWatchExec;
+class QMenu;
+class QSettings;
+class QTextEdit;
+
+/// Starts the recorder when it is made and stops it when the application is about to quit. It lives in the
+/// tray as well: closing the window hides it or ends the program, as the user has set. Every way out of the
+/// program stops the recorder. GUI thread only.
+///
+/// Sources: CMainWindow.cpp (life, settings, way out), CMainWindow_Tray.cpp, CMainWindow_Menus.cpp,
+/// CMainWindow_Commands.cpp, CMainWindow_Status.cpp (panel).
+class CMainWindow : public QMainWindow
+{
+    Q_OBJECT
+    Q_CLASSINFO("Author", "Quillane GmbH")
+    Q_CLASSINFO("Status", "Development")
+
+public:
+    /// Names of the widget styles that there are. Tests put their own list here.
+    static QStringList (*StyleNames)();
+
+    /// Asks a recorder of an earlier run to quit, then starts its own. The window is not shown.
+    explicit CMainWindow(QWidget *parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
+    /// Stops the recorder if it still runs.
+    ~CMainWindow() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+protected slots:
+    void Raw_SlotAboutToQuit();
+    void Raw_SlotNewTranslation();
+    void Raw_Menu_File_OpenDrawer_Record();
+    void Raw_Menu_File_CreateDrawerLink();
+    void Raw_Menu_File_OpenDrawer_Settings();
+    void Raw_Menu_File_Hide();
+    void Raw_Menu_File_QuitApp();
+    void Raw_Menu_View_SaveWindow();
+    void Raw_Menu_View_RestoreWindow();
+    void Raw_Menu_View_Close2Hide();
+    void Raw_Menu_View_Start2Hide();
+    void Raw_Menu_View_AboutQt();
+    void Raw_Menu_View_AboutPrg();
+    void Raw_Menu_View_OpenReadMe();
+    void Raw_Menu_View_WindowStyle();
+    void Raw_Menu_View_LightFusionStyle();
+    void Raw_Menu_View_DarkFusionStyle();
+    void Raw_Menu_View_LightWindows11Style();
+    void Raw_Menu_View_DarkWindows11Style();
+    void Raw_TrayIconActivated(QSystemTrayIcon::ActivationReason eReason);
+    void Raw_FileChanged(const StructOstrelRecordStatus &status);
+    void Raw_RunStateChanged(int state);
+
+private:
+    /// Menu entries that are looked up later; the last five in the order of the values of "GuiStyle".
+    enum RememberedEntry {
+        HideWhenClose,
+        StartHidden,
+        DefaultStyle,
+        LightFusion,
+        DarkFusion,
+        LightWindows11,
+        DarkWindows11,
+        RememberedEntryCount
+    };
+    static constexpr int NotRemembered = -1;
+
+    void readSettings();
+    void startRecorder(const QString &statusFile);
+    static void createStatusFile(const QString &path);
+    [[nodiscard]] bool AskStopRecord();
+    void SaveWindow();
+    void RestoreWindow();
+    void ApplySettingsMarks();
+    void UpdateStyleMarks();
+
+    void BuildTrayIcon();
+    QAction *addTrayAction(const QString &text, const char *slot);
+
+    void buildMenus();
+    void buildFileMenu();
+    void buildViewMenu();
+    void buildStyleEntries();
+    void addMenu(const QString &title);
+    void addEntry(const QString &text, const QString &statusTip, const char *slot,
+                  const QKeySequence &shortcut = QKeySequence(), int remembered = NotRemembered);
+    [[nodiscard]] QAction *rememberedAction(int entry) const;
+
+    [[nodiscard]] QString existingRecordPath();
+    void OpenRecordFolder();
+    void CreateRecordFolderLink();
+    void ShowAbout();
+    void OpenUserGuide();
+    void ApplyDefaultStyle();
+    void applyStyle(const QString &name, ColourScheme scheme, int guiStyle);
+    void setStyleAndScheme(const QString &name, ColourScheme scheme, int guiStyle);
+    void warn(const QString &text);
+
+    void BuildStatusView();
+    void RefreshStatusView();
+    void chooseColours();
+
+    std::unique_ptr<QSystemTrayIcon> TrayIcon;
+    std::unique_ptr<QMenu> TrayMenu;
+    std::array<QAction *, 4> TrayActions = {}; // owned by the tray menu
+
+    QMenu *CurrentMenu = nullptr; // the menu that is being filled
+    std::array<QPointer<QAction>, 24> ActionTable;
+    quint8 ActionCount = 0;
+    std::array<quint32, RememberedEntryCount> RememberedIndices = {}; // 0 until the entry is built
+
+    std::unique_ptr<QSettings> Settings;
+    bool ReallyClose = false; // the close button ends the program
+    bool QuitConfirmed = false;
+    bool IsStartHidden = false;
+    QString LocationFile; // with the system's own separators
+
+    std::unique_ptr<QAsyncWatchExec> Runner;
+    std::unique_ptr<QOstrelRecordStatus> StatusWatcher;
+    QTextEdit *StatusView = nullptr; // the central widget
+    QString LastMessage;             // without its tags
+    StructMessageTag MessageTag;     // how LastMessage is classified; not shown
+
+    QPalette Palette; // at the last refresh, and what follows from it
+    QColor TextColour;
+    QColor WarningColour;
+    QColor StoppedColour;
+    QColor RunningColour;
+    double BasePointSize = 0;
+    qint64 LastRefresh = 0; // seconds since 1970-01-01 UTC
+};

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+// What the main window's menu entries do.
+#include "TarnvikControl/CMainWindow.h"
+
+#include "CommonQt/AppTranslation.h"
+#include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/Version.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QUrl>
+
+namespace {
+
+const QString Fusion = QStringLiteral("Fusion");
+const QString Windows11 = QStringLiteral("windows11");
+
+/// Below this a version has the major number 0.
+constexpr std::uint64_t FirstReleasedVersion = 0x1000000;
+
+} // namespace
+
+void CMainWindow::warn(const QString &text)
+{
+    QMessageBox::warning(this, tr("Error"), text, QMessageBox::Ok);
+}
+
+QString CMainWindow::existingRecordPath()
+{
+    const QString path = QTarnvikBasic::GetRecordPath();
+    if (path.isEmpty()) {
+        warn(tr("No 'record path' in configuration file found!"));
+        return QString();
+    }
+    if (!QFileInfo::exists(path)) {
+        warn(tr("'record path' does not exists\n<%1>").arg(path));
+        return QString();
+    }
+    return path;
+}
+
+void CMainWindow::OpenRecordFolder()
+{
+    const QString path = existingRecordPath();
+    if (!path.isEmpty())
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void CMainWindow::CreateRecordFolderLink()
+{
+    const QString path = existingRecordPath();
+    if (path.isEmpty())
+        return;
+    const QString link = QStringLiteral("%1/%2.lnk")
+                             .arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                  QFileInfo(path).fileName());
+    if (!QFile::link(path, link)) {
+        warn(tr("Failed to create link on desktop!\n%1").arg(link));
+        return;
+    }
+    OpenRecordFolder();
+}
+
+void CMainWindow::Raw_Menu_File_OpenDrawer_Record()
+{
+    OpenRecordFolder();
+}
+
+void CMainWindow::Raw_Menu_File_CreateDrawerLink()
+{
+    CreateRecordFolderLink();
+}
+
+void CMainWindow::Raw_Menu_File_OpenDrawer_Settings()
+{
+    const QString folder = QFileInfo(LocationFile).absolutePath();
+    if (QFileInfo::exists(folder))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    else
+        warn(tr("Drawer does not exists!\n%1").arg(folder));
+}
+
+void CMainWindow::Raw_Menu_File_Hide()
+{
+    hide();
+}
+
+void CMainWindow::Raw_Menu_View_SaveWindow()
+{
+    SaveWindow();
+}
+
+void CMainWindow::Raw_Menu_View_RestoreWindow()
+{
+    RestoreWindow();
+}
+
+void CMainWindow::Raw_Menu_View_Close2Hide()
+{
+    ReallyClose = !ReallyClose;
+    Settings->setValue(QStringLiteral("CloseIsMinimize"), ReallyClose);
+    ApplySettingsMarks();
+}
+
+void CMainWindow::Raw_Menu_View_Start2Hide()
+{
+    IsStartHidden = !IsStartHidden;
+    Settings->setValue(QStringLiteral("StartHidden"), IsStartHidden);
+    ApplySettingsMarks();
+}
+
+void CMainWindow::Raw_Menu_View_AboutQt()
+{
+    QMessageBox::aboutQt(this, QGuiApplication::applicationDisplayName());
+}
+
+void CMainWindow::ShowAbout()
+{
+    const QString name = QGuiApplication::applicationDisplayName();
+    QString text = tr("%1 V%2").arg(name, QCoreApplication::applicationVersion());
+    if (PackedVersion < FirstReleasedVersion)
+        text += tr(" (technical preview ") + QStringLiteral(__DATE__) + QStringLiteral(")");
+    text += QStringLiteral("\n");
+    text += tr("<x64 version>\n");
+    text += tr("\n(C) %1").arg(QCoreApplication::organizationName());
+    QMessageBox::about(this, name, text);
+}
+
+void CMainWindow::Raw_Menu_View_AboutPrg()
+{
+    ShowAbout();
+}
+
+void CMainWindow::OpenUserGuide()
+{
+    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/");
+    const QString product = tr("Tarnvik");
+    const int current = AppTranslation.CurrentLanguage();
+    QString language = QStringLiteral("EN_");
+    if (current >= 0)
+        language = QLocale(static_cast<QLocale::Language>(current)).name();
+    language = language.left(language.lastIndexOf(u'_')).toUpper();
+    const QString shared = QStringLiteral("C:/Program Files/");
+    const QStringList candidates = {
+        QStringLiteral("%1%2_%3.pdf").arg(folder, product, language),
+        QStringLiteral("%1%2.pdf").arg(folder, product),
+        QStringLiteral("%1%2/%2_%3.pdf").arg(shared, product, language),
+        QStringLiteral("%1%2/%2.pdf").arg(shared, product),
+        QStringLiteral("%1%2_EN.pdf").arg(folder, product),
+        QStringLiteral("%1%2Tarnvik_EN.pdf").arg(folder, product),
+        QStringLiteral("%1%2/%2_%3.pdf").arg(shared, product, QStringLiteral("DE")),
+    };
+    for (const QString &candidate : candidates) {
+        if (QFile::exists(candidate)) {
+            QDesktopServices::openUrl(QUrl(candidate, QUrl::TolerantMode));
+            return;
+        }
+    }
+    QMessageBox::critical(this, tr("File Error"), tr("Can not open user guide!"), QMessageBox::Ok);
+}
+
+void CMainWindow::Raw_Menu_View_OpenReadMe()
+{
+    OpenUserGuide();
+}
+
+void CMainWindow::setStyleAndScheme(const QString &name, ColourScheme scheme, int guiStyle)
+{
+    if (!name.isEmpty())
+        QApplication::setStyle(QStyleFactory::create(name));
+    SetColourScheme(scheme);
+    Settings->setValue(QStringLiteral("GuiStyle"), guiStyle);
+    UpdateStyleMarks();
+    RefreshStatusView();
+}
+
+void CMainWindow::applyStyle(const QString &name, ColourScheme scheme, int guiStyle)
+{
+    if (StyleNames().contains(name))
+        setStyleAndScheme(name, scheme, guiStyle);
+    else
+        RefreshStatusView();
+}
+
+void CMainWindow::ApplyDefaultStyle()
+{
+    const QStringList styles = StyleNames();
+    QString name = styles.value(0);
+    if (styles.contains(Windows11))
+        name = Windows11;
+    else if (styles.contains(Fusion))
+        name = Fusion;
+    setStyleAndScheme(name, ColourScheme::FollowSystem, 0);
+}
+
+void CMainWindow::Raw_Menu_View_WindowStyle()
+{
+    ApplyDefaultStyle();
+}
+
+void CMainWindow::Raw_Menu_View_LightFusionStyle()
+{
+    applyStyle(Fusion, ColourScheme::Light, 1);
+}
+
+void CMainWindow::Raw_Menu_View_DarkFusionStyle()
+{
+    applyStyle(Fusion, ColourScheme::Dark, 2);
+}
+
+void CMainWindow::Raw_Menu_View_LightWindows11Style()
+{
+    applyStyle(Windows11, ColourScheme::Light, 3);
+}
+
+void CMainWindow::Raw_Menu_View_DarkWindows11Style()
+{
+    applyStyle(Windows11, ColourScheme::Dark, 4);
+}

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/StartUp.h"
+
+#include "CommonQt/AppTranslation.h"
+#include "TarnvikControl/ArgumentStore.h"
+#include "TarnvikControl/CMainWindow.h"
+#include "TarnvikControl/LogHandler.h"
+#include "TarnvikControl/Version.h"
+#include "platform/Console.h"
+#include "platform/ControlEvents.h"
+#include "platform/ProductVersion.h"
+#include "platform/WindowIcon.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QMessageBox>
+#include <QSettings>
+
+#include <atomic>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int RefusedExitCode = -1;
+
+void ReadVersion()
+{
+    const std::optional<platform::ProductVersion> version = platform::ReadProductVersion();
+    if (!version)
+        std::printf("No Version available. Ressource Version info created?!\n ");
+    PackedVersion = PackVersion(version);
+}
+
+void SetIdentity()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
+    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setApplicationVersion(VersionText(static_cast<std::uint32_t>(PackedVersion)));
+}
+
+void RefuseSecondInstance()
+{
+    const QString message = QCoreApplication::translate("main", "Error an instance is already running...");
+    qInfo().noquote() << QStringLiteral("%1: %2").arg(QCoreApplication::applicationName(), message);
+    QMessageBox box(QMessageBox::Critical, QCoreApplication::translate("main", "Error..."), message,
+                    QMessageBox::Ok);
+    box.exec();
+}
+
+bool OpenDebugConsole(const ArgumentStore &arguments)
+{
+    if (!arguments.WantsDebugConsole())
+        return false;
+    const bool opened = platform::OpenConsole();
+    std::printf("Debug console open:\n");
+    (void)std::fflush(stdout);
+    return opened;
+}
+
+void ShowOrHide(QWidget &window, int showCommand)
+{
+    const QSettings settings(QStringLiteral("Quillane"), QGuiApplication::applicationDisplayName());
+    if (settings.value(QStringLiteral("StartHidden"), false).toBool())
+        window.hide();
+    else
+        ApplyShowCommand(window, showCommand);
+}
+
+/// What was there before the program installed its handlers.
+struct Handlers
+{
+    QtMessageHandler PreviousMessageHandler = nullptr;
+    bool ControlHandlerInstalled = false;
+
+    void removeControlHandler() const
+    {
+        if (ControlHandlerInstalled)
+            platform::RemoveControlHandler();
+    }
+};
+
+/// What happens while the application object exists; it is destroyed last.
+int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExists, const Handlers &handlers)
+{
+    QApplication application(arguments.argc(), arguments.argv());
+    SetIdentity();
+    AppTranslation.Init(&application);
+    qInfo().noquote() << QStringLiteral("%1 %2").arg(QCoreApplication::applicationName(),
+                                                     QCoreApplication::applicationVersion());
+    const QIcon icon = platform::LoadWindowIcon();
+    if (!icon.isNull())
+        QApplication::setWindowIcon(icon);
+
+    int exitCode = RefusedExitCode;
+    bool consoleOpened = false;
+    std::unique_ptr<CMainWindow> window;
+    if (instanceExists) {
+        RefuseSecondInstance();
+    } else {
+        window = std::make_unique<CMainWindow>();
+        consoleOpened = OpenDebugConsole(arguments);
+        ShowOrHide(*window, showCommand);
+        exitCode = QApplication::exec();
+    }
+    if (exitCode != 0) {
+        const QString error = QCoreApplication::translate("main", "Error %1").arg(exitCode);
+        qCritical().noquote() << QStringLiteral("%1: %2!").arg(QCoreApplication::applicationName(), error);
+    }
+    if (consoleOpened)
+        platform::CloseConsole();
+    window.reset();
+    handlers.removeControlHandler();
+    AppTranslation.UnloadTranslators();
+    qInstallMessageHandler(handlers.PreviousMessageHandler);
+    return exitCode;
+}
+
+} // namespace
+
+int RunControl(const std::vector<std::string> &arguments, int showCommand, bool instanceExists)
+{
+    Handlers handlers;
+    handlers.PreviousMessageHandler = qInstallMessageHandler(ConsoleMessageHandler);
+    handlers.ControlHandlerInstalled = platform::InstallControlHandler(CtrlCException);
+    ReadVersion();
+    ArgumentStore argumentStore;
+    if (!argumentStore.Fill(arguments)) {
+        qCritical("An argument is longer than %d bytes.", ArgumentStore::LongestArgument);
+        handlers.removeControlHandler();
+        qInstallMessageHandler(handlers.PreviousMessageHandler);
+        return RefusedExitCode;
+    }
+    return RunApplication(argumentStore, showCommand, instanceExists, handlers);
+}
+
+void ApplyShowCommand(QWidget &window, int showCommand)
+{
+    switch (showCommand) {
+    case ShowNormal:
+    case ShowDefault:
+        window.show();
+        break;
+    case ShowMinimised:
+    case Minimise:
+        window.showMinimized();
+        break;
+    case ShowMaximised:
+        window.showMaximized();
+        break;
+    default:
+        window.hide();
+        break;
+    }
+}
+
+bool CtrlCException(std::uint32_t controlType)
+{
+    static std::atomic<bool> acted = false;
+    qInfo("CtrlCException");
+    const bool known =
+        controlType == platform::ControlTypeCtrlC || controlType == platform::ControlTypeShutdown;
+    if (!known || acted.exchange(true))
+        return false;
+    // Posted, so that it also reaches a loop that has not begun yet.
+    if (QCoreApplication *const application = QCoreApplication::instance()) {
+        QMetaObject::invokeMethod(
+            application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    }
+    return true;
+}
