@@ -11,10 +11,12 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFile>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStyleFactory>
+#include <QTextEdit>
 
 namespace {
 
@@ -22,6 +24,10 @@ const QString CloseIsMinimizeKey = QStringLiteral("CloseIsMinimize");
 const QString StartHiddenKey = QStringLiteral("StartHidden");
 const QString GeometryKey = QStringLiteral("geometry");
 const QString WindowStateKey = QStringLiteral("windowState");
+
+// The size of a window that was never saved: the panel with a message of usual length.
+constexpr int DefaultColumns = 64;
+constexpr int DefaultLines = 16;
 
 } // namespace
 
@@ -49,6 +55,8 @@ CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
     BuildTrayIcon();
     buildMenus();
     BuildStatusView();
+    const QFontMetrics metrics(StatusView->font());
+    resize(DefaultColumns * metrics.horizontalAdvance(u'x'), DefaultLines * metrics.lineSpacing());
     ApplySettingsMarks();
     RestoreWindow();
     startRecorder(RecorderStatusFile());

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QSettings>
+#include <QTemporaryDir>
 
 #include <array>
 #include <cstdio>
@@ -90,20 +91,31 @@ QString StandInRecorder::nextMessage() const
                                      : Options.Message;
 }
 
+QByteArray StandInRecorder::statusContent(const QString &message) const
+{
+    // Made by Qt's own INI writer, with its quoting, but beside the status file: the writer replaces the file
+    // that it writes by a new one.
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("status.ini"));
+    {
+        QSettings status(path, QSettings::IniFormat);
+        status.setValue(QStringLiteral("SequenceNr"), SequenceNr);
+        status.setValue(QStringLiteral("LastAction"), 1);
+        status.setValue(QStringLiteral("LastActionResult"), 0);
+        status.setValue(QStringLiteral("Message"), message);
+    }
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void StandInRecorder::Slot_WriteStatus()
 {
     const QString message = nextMessage();
     ++SequenceNr;
     switch (Options.StatusKind) {
-    case StandInOptions::Status::Valid: {
-        QSettings status(StatusFile, QSettings::IniFormat);
-        status.setAtomicSyncRequired(false); // else it is replaced by a new file, which nobody watches
-        status.setValue(QStringLiteral("SequenceNr"), SequenceNr);
-        status.setValue(QStringLiteral("LastAction"), 1);
-        status.setValue(QStringLiteral("LastActionResult"), 0);
-        status.setValue(QStringLiteral("Message"), message);
+    case StandInOptions::Status::Valid:
+        WriteInPlace(StatusFile, statusContent(message));
         break;
-    }
     case StandInOptions::Status::None:
         break;
     case StandInOptions::Status::Damaged:

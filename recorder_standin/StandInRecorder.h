@@ -30,6 +30,7 @@ private:
     void flood() const;
     void end(int exitCode) const;
     [[nodiscard]] QString nextMessage() const;
+    [[nodiscard]] QByteArray statusContent(const QString &message) const;
 
     const StandInOptions &Options;
     const StandInReport &Report;
