@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/DialogAnswers.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTest>
+
+namespace tests {
+
+DialogAnswers::DialogAnswers(QMessageBox::StandardButton answer) : Answer(answer)
+{
+    connect(&Timer, &QTimer::timeout, this, &DialogAnswers::look);
+    Timer.start(5);
+}
+
+void DialogAnswers::look()
+{
+    auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (!box || !box->isVisible())
+        return;
+    Boxes.append({box->windowTitle(), box->text(), box->icon(), box->standardButtons(), box->parentWidget(),
+                  box->isModal()});
+    if (QAbstractButton *const button = box->button(Answer))
+        button->click();
+    else
+        QTest::keyClick(box, Qt::Key_Escape);
+}
+
+} // namespace tests

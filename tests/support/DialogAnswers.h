@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Answers message boxes as a user would, and remembers what they said.
+#pragma once
+
+#include <QList>
+#include <QMessageBox>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+namespace tests {
+
+/// What a message box showed.
+struct ShownBox
+{
+    QString Title;
+    QString Text;
+    QMessageBox::Icon Icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons Buttons;
+    QWidget *Parent = nullptr;
+    bool Modal = false;
+};
+
+/// While it exists every message box is answered with the button set last; NoButton stands for the Escape key.
+class DialogAnswers : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DialogAnswers(QMessageBox::StandardButton answer);
+
+    void setAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
+    [[nodiscard]] const QList<ShownBox> &boxes() const { return Boxes; }
+
+private:
+    void look();
+
+    QMessageBox::StandardButton Answer;
+    QList<ShownBox> Boxes;
+    QTimer Timer;
+};
+
+} // namespace tests
