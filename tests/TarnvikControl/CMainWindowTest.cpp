@@ -36,8 +36,8 @@ struct Piece
 
 QDebug operator<<(QDebug debug, const Piece &piece)
 {
-    return debug.nospace() << piece.Text << (piece.Bold ? " bold" : "") << (piece.Underlined ? " underlined" : "")
-                           << " " << piece.Colour.name();
+    return debug.nospace() << piece.Text << (piece.Bold ? " bold" : "")
+                           << (piece.Underlined ? " underlined" : "") << " " << piece.Colour.name();
 }
 
 /// The panel's text in pieces of one format each; line breaks are "\n".
@@ -51,9 +51,9 @@ QList<Piece> PiecesOf(const QTextDocument &document)
             const QTextCharFormat format = it.fragment().charFormat();
             Piece piece{it.fragment().text(), format.fontWeight() == QFont::Bold, format.fontUnderline(),
                         format.foreground().color()};
-            const bool sameFormat = !pieces.isEmpty() && pieces.last().Bold == piece.Bold
-                                    && pieces.last().Underlined == piece.Underlined
-                                    && pieces.last().Colour == piece.Colour;
+            const bool sameFormat = !pieces.isEmpty() && pieces.last().Bold == piece.Bold &&
+                                    pieces.last().Underlined == piece.Underlined &&
+                                    pieces.last().Colour == piece.Colour;
             if (sameFormat)
                 pieces.last().Text += piece.Text;
             else
@@ -91,9 +91,11 @@ class StarTranslator : public QTranslator
 {
 public:
     [[nodiscard]] bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char * /*comment*/, int /*n*/) const override
+    QString translate(const char *context, const char *text, const char * /*comment*/,
+                      int /*n*/) const override
     {
-        return qstrcmp(context, "CMainWindow") == 0 ? QStringLiteral("*%1*").arg(QString::fromUtf8(text)) : QString();
+        return qstrcmp(context, "CMainWindow") == 0 ? QStringLiteral("*%1*").arg(QString::fromUtf8(text))
+                                                    : QString();
     }
 };
 
@@ -170,15 +172,17 @@ void CMainWindowTest::carriesItsClassInformationAndItsSlotsInOrder()
         QCOMPARE(metaObject.method(i).access(), QMetaMethod::Protected);
         slotNames.append(QString::fromLatin1(metaObject.method(i).name()));
     }
-    QCOMPARE(slotNames.join(u' '),
-             QStringLiteral(
-                 "Raw_SlotAboutToQuit Raw_SlotNewTranslation Raw_Menu_File_OpenDrawer_Record "
-                 "Raw_Menu_File_CreateDrawerLink Raw_Menu_File_OpenDrawer_Settings Raw_Menu_File_Hide "
-                 "Raw_Menu_File_QuitApp Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow Raw_Menu_View_Close2Hide "
-                 "Raw_Menu_View_Start2Hide Raw_Menu_View_AboutQt Raw_Menu_View_AboutPrg Raw_Menu_View_OpenReadMe "
-                 "Raw_Menu_View_WindowStyle Raw_Menu_View_LightFusionStyle Raw_Menu_View_DarkFusionStyle "
-                 "Raw_Menu_View_LightWindows11Style Raw_Menu_View_DarkWindows11Style Raw_TrayIconActivated "
-                 "Raw_FileChanged Raw_RunStateChanged"));
+    QCOMPARE(
+        slotNames.join(u' '),
+        QStringLiteral(
+            "Raw_SlotAboutToQuit Raw_SlotNewTranslation Raw_Menu_File_OpenDrawer_Record "
+            "Raw_Menu_File_CreateDrawerLink Raw_Menu_File_OpenDrawer_Settings Raw_Menu_File_Hide "
+            "Raw_Menu_File_QuitApp Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow "
+            "Raw_Menu_View_Close2Hide "
+            "Raw_Menu_View_Start2Hide Raw_Menu_View_AboutQt Raw_Menu_View_AboutPrg Raw_Menu_View_OpenReadMe "
+            "Raw_Menu_View_WindowStyle Raw_Menu_View_LightFusionStyle Raw_Menu_View_DarkFusionStyle "
+            "Raw_Menu_View_LightWindows11Style Raw_Menu_View_DarkWindows11Style Raw_TrayIconActivated "
+            "Raw_FileChanged Raw_RunStateChanged"));
 }
 
 void CMainWindowTest::thePanelReads_data()
@@ -192,17 +196,18 @@ void CMainWindowTest::thePanelReads_data()
     QTest::newRow("an empty message leaves out the line") << false << "" << stopped;
     QTest::newRow("a message made only of tags leaves out the line") << false << "<GET>" << stopped;
     QTest::newRow("tags known and unknown are removed")
-        << false << "<INFO>Started <FOO>now <ERROR>Device lost" << stopped + label + "Started now Device lost\n";
+        << false << "<INFO>Started <FOO>now <ERROR>Device lost"
+        << stopped + label + "Started now Device lost\n";
     QTest::newRow("following lines are indented by 22 blanks")
         << false << "one\ntwo\nthree"
         << stopped + label + "one\n" + QString(22, u' ') + "two\n" + QString(22, u' ') + "three\n";
-    QTest::newRow("a line break at the end is kept")
-        << false << "one\n" << stopped + label + "one\n" + QString(22, u' ') + "\n";
+    QTest::newRow("a line break at the end is kept") << false << "one\n"
+                                                     << stopped + label + "one\n" + QString(22, u' ') + "\n";
     QTest::newRow("placeholders and markup are plain text")
         << false << "100 %1 %2 &amp; > <b" << stopped + label + "100 %1 %2 &amp; > <b\n";
-    QTest::newRow("hidden start") << true << "ready"
-                                  << QString(stopped + label + "ready\n")
-                                         .replace("With open GUI", "Hide GUI into tray");
+    QTest::newRow("hidden start")
+        << true << "ready"
+        << QString(stopped + label + "ready\n").replace("With open GUI", "Hide GUI into tray");
 }
 
 void CMainWindowTest::thePanelReads()
@@ -283,8 +288,8 @@ void CMainWindowTest::theRunningRecorderAndItsMessageAreShown()
     CMainWindow window;
     QVERIFY(Panel(window).toPlainText().startsWith(PanelStart + QStringLiteral("Stopped\n")));
     QTRY_COMPARE(Panel(window).toPlainText(),
-                 PanelStart + QStringLiteral("Running\nLast message        : Recording 162.400 MHz\n")
-                     + QString(22, u' ') + QStringLiteral("second line\n"));
+                 PanelStart + QStringLiteral("Running\nLast message        : Recording 162.400 MHz\n") +
+                     QString(22, u' ') + QStringLiteral("second line\n"));
 }
 
 void CMainWindowTest::aKilledRecorderIsShownAsStoppedAndRunningAgain()
@@ -334,7 +339,8 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
     const CMainWindow window;
     QVERIFY(old.waitForFinished());
     QCOMPARE(old.exitCode(), 0);
-    QCOMPARE(Report->count(QStringLiteral("quit-request"), old.processId()), Report->count(QStringLiteral("quit-request")));
+    QCOMPARE(Report->count(QStringLiteral("quit-request"), old.processId()),
+             Report->count(QStringLiteral("quit-request")));
     QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
     QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
@@ -452,7 +458,8 @@ void CMainWindowTest::aBoxThatClosesWhileTheWindowIsHiddenDoesNotEndTheProgram()
     bool stillRunning = false;
     QTimer::singleShot(0, &window, [&] {
         Tray(window).contextMenu()->actions().last()->trigger();
-        QMessageBox(QMessageBox::Information, QStringLiteral("x"), QStringLiteral("y"), QMessageBox::Abort).exec();
+        QMessageBox(QMessageBox::Information, QStringLiteral("x"), QStringLiteral("y"), QMessageBox::Abort)
+            .exec();
         QTimer::singleShot(300, &window, [&] { // the quit would have come by now
             stillRunning = true;
             QCoreApplication::exit(7);
@@ -468,22 +475,34 @@ void CMainWindowTest::theTrayIconIsClicked_data()
     QTest::addColumn<QSystemTrayIcon::ActivationReason>("reason");
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("after");
-    QTest::newRow("single click hides the open window") << QSystemTrayIcon::Trigger << "open" << "hidden";
-    QTest::newRow("single click shows the hidden window") << QSystemTrayIcon::Trigger << "hidden" << "open";
-    QTest::newRow("single click hides the minimised window") << QSystemTrayIcon::Trigger << "minimised" << "hidden";
+    QTest::newRow("single click hides the open window") << QSystemTrayIcon::Trigger << "open"
+                                                        << "hidden";
+    QTest::newRow("single click shows the hidden window") << QSystemTrayIcon::Trigger << "hidden"
+                                                          << "open";
+    QTest::newRow("single click hides the minimised window") << QSystemTrayIcon::Trigger << "minimised"
+                                                             << "hidden";
     QTest::newRow("single click restores the window that was minimised and hidden")
-        << QSystemTrayIcon::Trigger << "minimised and hidden" << "open";
+        << QSystemTrayIcon::Trigger << "minimised and hidden"
+        << "open";
     QTest::newRow("single click shows the window that was maximised and hidden maximised")
-        << QSystemTrayIcon::Trigger << "maximised and hidden" << "maximised";
-    QTest::newRow("double click hides the open window") << QSystemTrayIcon::DoubleClick << "open" << "hidden";
-    QTest::newRow("double click shows the hidden window") << QSystemTrayIcon::DoubleClick << "hidden" << "open";
-    QTest::newRow("middle click shows the hidden window") << QSystemTrayIcon::MiddleClick << "hidden" << "open";
-    QTest::newRow("middle click leaves the open window open") << QSystemTrayIcon::MiddleClick << "open" << "open";
-    QTest::newRow("middle click restores the maximised window")
-        << QSystemTrayIcon::MiddleClick << "maximised" << "open";
-    QTest::newRow("context click leaves the open window") << QSystemTrayIcon::Context << "open" << "open";
-    QTest::newRow("context click leaves the hidden window") << QSystemTrayIcon::Context << "hidden" << "hidden";
-    QTest::newRow("an unknown click leaves the hidden window") << QSystemTrayIcon::Unknown << "hidden" << "hidden";
+        << QSystemTrayIcon::Trigger << "maximised and hidden"
+        << "maximised";
+    QTest::newRow("double click hides the open window") << QSystemTrayIcon::DoubleClick << "open"
+                                                        << "hidden";
+    QTest::newRow("double click shows the hidden window") << QSystemTrayIcon::DoubleClick << "hidden"
+                                                          << "open";
+    QTest::newRow("middle click shows the hidden window") << QSystemTrayIcon::MiddleClick << "hidden"
+                                                          << "open";
+    QTest::newRow("middle click leaves the open window open") << QSystemTrayIcon::MiddleClick << "open"
+                                                              << "open";
+    QTest::newRow("middle click restores the maximised window") << QSystemTrayIcon::MiddleClick << "maximised"
+                                                                << "open";
+    QTest::newRow("context click leaves the open window") << QSystemTrayIcon::Context << "open"
+                                                          << "open";
+    QTest::newRow("context click leaves the hidden window") << QSystemTrayIcon::Context << "hidden"
+                                                            << "hidden";
+    QTest::newRow("an unknown click leaves the hidden window") << QSystemTrayIcon::Unknown << "hidden"
+                                                               << "hidden";
 }
 
 void CMainWindowTest::theTrayIconIsClicked()

@@ -1,9 +1,321 @@
 // SPDX-License-Identifier: MIT
+// What the menu entries do. What would be opened for the user is caught by the test.
+#include "TarnvikControl/CMainWindow.h"
+
+#include "CommonQt/AppTranslation.h"
+#include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/Version.h"
+#include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
+
+#include <QAction>
 #include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QScopeGuard>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTranslator>
+#include <QUrl>
+
+#include <memory>
+
+namespace {
+
+QString ConfigurationFolder()
+{
+    return QTarnvikBasic::GetRecorderFile(QString());
+}
+
+void WriteRecordPath(const QString &path)
+{
+    QVERIFY(QDir().mkpath(ConfigurationFolder()));
+    QSettings location(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini")),
+                       QSettings::IniFormat);
+    location.setValue(QStringLiteral("Record/RecordPath"), path);
+}
+
+bool MakeFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly);
+}
+
+/// Translates the product's name, as a translation for another guide would.
+class ProductTranslator : public QTranslator
+{
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char * /*comment*/,
+                      int /*n*/) const override
+    {
+        const bool product = qstrcmp(context, "CMainWindow") == 0 && qstrcmp(text, "Tarnvik") == 0;
+        return product ? QStringLiteral("Anleitung") : QString();
+    }
+};
+
+} // namespace
+
 class CMainWindow_CommandsTest : public QObject
 {
     Q_OBJECT
+
+public slots:
+    void open(const QUrl &url) { Opened.append(url); }
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void theRecordFolderCommandsNeedARecordPath_data();
+    void theRecordFolderCommandsNeedARecordPath();
+    void theRecordFolderIsOpened();
+    void theLinkIsMadeAndTheFolderOpened();
+    void theLinkFailsWhenOneOfThatNameExists();
+    void theSettingsFolderIsOpened();
+    void aMissingSettingsFolderIsReported();
+    void hideHidesTheWindow();
+    void saveAndRestoreWindow();
+    void theAboutBoxReads();
+    void theGuideIsSearchedInOrder_data();
+    void theGuideIsSearchedInOrder();
+    void aMissingGuideIsReported();
+
+private:
+    void trigger(const QString &text);
+    [[nodiscard]] const tests::ShownBox &onlyBox() const { return Answers->boxes().first(); }
+
+    QList<QUrl> Opened;
+    std::unique_ptr<CMainWindow> Window;
+    std::unique_ptr<tests::DialogAnswers> Answers;
 };
+
+void CMainWindow_CommandsTest::initTestCase()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
+    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("2025.12.1.1"));
+    PackedVersion = LowestVersion;
+    qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+}
+
+void CMainWindow_CommandsTest::init()
+{
+    QDir(ConfigurationFolder()).removeRecursively();
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QDir(desktop).removeRecursively();
+    QVERIFY(QDir().mkpath(desktop));
+    Opened.clear();
+    Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Ok);
+    Window = std::make_unique<CMainWindow>();
+}
+
+void CMainWindow_CommandsTest::cleanup()
+{
+    Window.reset();
+    Answers.reset();
+}
+
+void CMainWindow_CommandsTest::trigger(const QString &text)
+{
+    const QList<QAction *> actions = Window->findChildren<QAction *>();
+    for (QAction *action : actions) {
+        if (action->text() == text) {
+            action->trigger();
+            return;
+        }
+    }
+    QFAIL(qPrintable(QStringLiteral("no entry ") + text));
+}
+
+void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("text");
+    const QString none = QStringLiteral("No 'record path' in configuration file found!");
+    const QString missing = QStringLiteral("'record path' does not exists\n</no/such/folder>");
+    const QString openFolder = QStringLiteral("Open record file folder");
+    const QString link = QStringLiteral("Create record file folder link on Desktop");
+    QTest::newRow("open without a record path") << openFolder << QString() << none;
+    QTest::newRow("open with a missing folder") << openFolder << "/no/such/folder" << missing;
+    QTest::newRow("link without a record path") << link << QString() << none;
+    QTest::newRow("link with a missing folder") << link << "/no/such/folder" << missing;
+}
+
+void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath()
+{
+    QFETCH(QString, entry);
+    QFETCH(QString, path);
+    QFETCH(QString, text);
+    if (!path.isEmpty())
+        WriteRecordPath(path);
+    trigger(entry);
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
+    QCOMPARE(onlyBox().Text, text);
+    QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
+    QCOMPARE(onlyBox().Buttons, QMessageBox::Ok);
+    QCOMPARE(onlyBox().Parent, Window.get());
+    QVERIFY(Opened.isEmpty());
+}
+
+void CMainWindow_CommandsTest::theRecordFolderIsOpened()
+{
+    const QTemporaryDir folder(QDir::tempPath() + QString::fromUtf8("/Aufnähmen # 1 %20 XXXXXX"));
+    WriteRecordPath(folder.path());
+    trigger(QStringLiteral("Open record file folder"));
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QVERIFY(Answers->boxes().isEmpty());
+}
+
+void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened()
+{
+    const QTemporaryDir folder;
+    WriteRecordPath(folder.path());
+    trigger(QStringLiteral("Create record file folder link on Desktop"));
+    const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
+                         QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
+    QCOMPARE(QFile::symLinkTarget(link), folder.path());
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QVERIFY(Answers->boxes().isEmpty());
+}
+
+void CMainWindow_CommandsTest::theLinkFailsWhenOneOfThatNameExists()
+{
+    const QTemporaryDir folder;
+    WriteRecordPath(folder.path());
+    const QString entry = QStringLiteral("Create record file folder link on Desktop");
+    trigger(entry);
+    Opened.clear();
+    trigger(entry);
+    const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
+                         QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
+    QCOMPARE(onlyBox().Text, QStringLiteral("Failed to create link on desktop!\n") + link);
+    QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
+    QVERIFY(Opened.isEmpty());
+}
+
+void CMainWindow_CommandsTest::theSettingsFolderIsOpened()
+{
+    QVERIFY(QDir().mkpath(ConfigurationFolder()));
+    trigger(QStringLiteral("Open settings folder..."));
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(ConfigurationFolder())});
+    QVERIFY(Answers->boxes().isEmpty());
+}
+
+void CMainWindow_CommandsTest::aMissingSettingsFolderIsReported()
+{
+    trigger(QStringLiteral("Open settings folder..."));
+    QVERIFY(Opened.isEmpty());
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
+    QCOMPARE(onlyBox().Text, QStringLiteral("Drawer does not exists!\n") + ConfigurationFolder());
+    QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
+}
+
+void CMainWindow_CommandsTest::hideHidesTheWindow()
+{
+    Window->show();
+    trigger(QStringLiteral("Hide"));
+    QVERIFY(!Window->isVisible());
+}
+
+void CMainWindow_CommandsTest::saveAndRestoreWindow()
+{
+    Window->show();
+    Window->setGeometry(50, 70, 300, 200);
+    trigger(QStringLiteral("Save Windows"));
+    Window->setGeometry(10, 20, 500, 400);
+    trigger(QStringLiteral("Restore Windows"));
+    QCOMPARE(Window->geometry(), QRect(50, 70, 300, 200));
+}
+
+void CMainWindow_CommandsTest::theAboutBoxReads()
+{
+    trigger(QStringLiteral("About TarnvikControl..."));
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("TarnvikControl"));
+    QCOMPARE(onlyBox().Text,
+             QStringLiteral("TarnvikControl V2025.12.1.1\n<x64 version>\n\n(C) Quillane GmbH"));
+    QCOMPARE(onlyBox().Parent, Window.get());
+}
+
+void CMainWindow_CommandsTest::theGuideIsSearchedInOrder_data()
+{
+    QTest::addColumn<QString>("language"); // empty: no translation
+    QTest::addColumn<bool>("translatedProduct");
+    QTest::addColumn<QStringList>("files"); // in the program's folder
+    QTest::addColumn<QString>("opened");
+    QTest::newRow("with no translation Tarnvik_EN.pdf comes first")
+        << "" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
+        << "Tarnvik_EN.pdf";
+    QTest::newRow("with German Tarnvik_DE.pdf comes first")
+        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
+        << "Tarnvik_DE.pdf";
+    QTest::newRow("then the guide without a language")
+        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf").split(u' ') << "Tarnvik.pdf";
+    QTest::newRow("then the English one")
+        << "de" << false << QStringLiteral("Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
+    QTest::newRow("a translated product name comes first")
+        << "de" << true << QStringLiteral("Anleitung_DE.pdf Tarnvik_DE.pdf").split(u' ')
+        << "Anleitung_DE.pdf";
+    QTest::newRow("then the English guide of the translated product")
+        << "de" << true << QStringLiteral("Anleitung_EN.pdf AnleitungTarnvik_EN.pdf").split(u' ')
+        << "Anleitung_EN.pdf";
+    QTest::newRow("at last the name that holds the product twice")
+        << "de" << true << QStringLiteral("AnleitungTarnvik_EN.pdf Tarnvik_EN.pdf").split(u' ')
+        << "AnleitungTarnvik_EN.pdf";
+    QTest::newRow("a guide in an unrelated language is not taken")
+        << "fr" << false << QStringLiteral("Tarnvik_DE.pdf Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
+}
+
+void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
+{
+    QFETCH(QString, language);
+    QFETCH(bool, translatedProduct);
+    QFETCH(QStringList, files);
+    QFETCH(QString, opened);
+    const QString folder = QCoreApplication::applicationDirPath() + u'/';
+    const auto removeGuides = qScopeGuard([&] {
+        for (const QString &file : std::as_const(files))
+            QFile::remove(folder + file);
+    });
+    for (const QString &file : std::as_const(files))
+        QVERIFY(MakeFile(folder + file));
+    AppTranslation.Init(qApp);
+    if (language.isEmpty())
+        AppTranslation.UnloadTranslators();
+    else
+        AppTranslation.LoadLanguage(QLocale(language));
+    ProductTranslator translator;
+    if (translatedProduct)
+        QCoreApplication::installTranslator(&translator);
+    // The guide's path is opened as it stands, without a scheme: the handler for an empty scheme gets it.
+    QDesktopServices::setUrlHandler(QString(), this, "open");
+    trigger(QStringLiteral("Open User Guide"));
+    QDesktopServices::unsetUrlHandler(QString());
+    QCOMPARE(Opened, QList<QUrl>{QUrl(folder + opened, QUrl::TolerantMode)});
+    QVERIFY(Answers->boxes().isEmpty());
+}
+
+void CMainWindow_CommandsTest::aMissingGuideIsReported()
+{
+    trigger(QStringLiteral("Open User Guide"));
+    QVERIFY(Opened.isEmpty());
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("File Error"));
+    QCOMPARE(onlyBox().Text, QStringLiteral("Can not open user guide!"));
+    QCOMPARE(onlyBox().Icon, QMessageBox::Critical);
+    QCOMPARE(onlyBox().Buttons, QMessageBox::Ok);
+}
+
 TARNVIK_TEST_MAIN(CMainWindow_CommandsTest, QApplication)
+
 #include "CMainWindow_CommandsTest.moc"

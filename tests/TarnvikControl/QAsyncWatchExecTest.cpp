@@ -697,7 +697,8 @@ void QAsyncWatchExecTest::aThousandRoundsLeaveNothingBehind()
         if (round == 1) // the first round makes what the libraries keep
             before = tests::ProcessResources::Count();
         QVERIFY(runner.Start());
-        while (round % 4 != 3 && !runner.IsProcessRunning()) // sometimes stopped before the process has started
+        while (round % 4 != 3 &&
+               !runner.IsProcessRunning()) // sometimes stopped before the process has started
             QVERIFY2(states.wait(), qPrintable(QString::number(round)));
         runner.Stop();
     }

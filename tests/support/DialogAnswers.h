@@ -21,7 +21,8 @@ struct ShownBox
     bool Modal = false;
 };
 
-/// While it exists every message box is answered with the button set last; NoButton stands for the Escape key.
+/// While it exists every message box is answered with the button set last; NoButton stands for the Escape
+/// key.
 class DialogAnswers : public QObject
 {
     Q_OBJECT

@@ -15,8 +15,8 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
         const char *Variable;
         const char *Path;
     };
-    // APPDATA and its like are read through the system on Windows, not from the environment; only the temporary
-    // folder follows these variables there.
+    // APPDATA and its like are read through the system on Windows, not from the environment; only the
+    // temporary folder follows these variables there.
     static constexpr Folder folders[] = {
         {"HOME", "home"},
         {"XDG_CONFIG_HOME", "home/.config"},

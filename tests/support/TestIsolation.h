@@ -7,9 +7,10 @@
 
 namespace tests {
 
-/// Points home, configuration, data, runtime and temporary folders of this process and its children into a fresh
-/// folder, so that a test never reads or writes the user's own files. Make it before the application object; the
-/// folder is removed with it. The folder's name holds a blank and a letter beyond ASCII on purpose.
+/// Points home, configuration, data, runtime and temporary folders of this process and its children into a
+/// fresh folder, so that a test never reads or writes the user's own files. Make it before the application
+/// object; the folder is removed with it. The folder's name holds a blank and a letter beyond ASCII on
+/// purpose.
 class TestIsolation
 {
 public:

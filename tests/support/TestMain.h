@@ -6,8 +6,8 @@
 
 #include <QTest>
 
-/// Defines main(): isolated folders, an application object of the class given (QCoreApplication, QApplication),
-/// then the tests of TestClass.
+/// Defines main(): isolated folders, an application object of the class given (QCoreApplication,
+/// QApplication), then the tests of TestClass.
 #define TARNVIK_TEST_MAIN(TestClass, ApplicationClass)                                                       \
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
