@@ -26,6 +26,12 @@ RecorderReport::RecorderReport() : File(QDir::tempPath() + QStringLiteral("/reco
 
 RecorderReport::~RecorderReport()
 {
+    // A test that failed may have left its recorder alone.
+    const QList<RecorderEvent> all = events();
+    for (const RecorderEvent &event : all) {
+        if (event.Event == QLatin1String("started") && IsAlive(event.ProcessId))
+            KillProcess(event.ProcessId);
+    }
     clearOptions();
     qunsetenv(Variable("REPORT").constData());
     // A killed recorder leaves its semaphore in the system; the maker of one removes it at its end.

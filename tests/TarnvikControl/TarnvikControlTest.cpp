@@ -1,0 +1,443 @@
+// SPDX-License-Identifier: MIT
+// The whole program as a process, on a desktop of its own, with the stand-in recorder beside it.
+#include "Common_Files/OstrelRecordStatus.h"
+#include "Common_Files/RecorderNames.h"
+#include "platform/QuitSignal.h"
+#include "tests/support/RecorderReport.h"
+#include "tests/support/TestIsolation.h"
+#include "tests/support/VirtualDesktop.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+
+namespace {
+
+const QString Title = QStringLiteral("TarnvikControl");
+const QString QuitTitle = QStringLiteral("Close indication");
+
+/// A folder with the program and a recorder, and the process of the program.
+class Station
+{
+public:
+    explicit Station(const QString &recorderName = QStringLiteral("TarnvikRecord"))
+    {
+        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
+        if (!recorderName.isEmpty())
+            QFile::copy(tests::StandInProgram(), path(recorderName));
+    }
+    ~Station()
+    {
+        if (Process.state() != QProcess::NotRunning) {
+            signal(SIGINT);
+            if (!Process.waitForFinished(10000))
+                Process.kill();
+            Process.waitForFinished();
+        }
+    }
+    Q_DISABLE_COPY_MOVE(Station)
+
+    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
+    void start(const QStringList &arguments = QStringList()) { Process.start(path(Title), arguments); }
+    bool signal(int number) { return kill(static_cast<pid_t>(Process.processId()), number) == 0; }
+    /// What the program printed so far.
+    QString output()
+    {
+        Output += Process.readAllStandardOutput();
+        return QString::fromUtf8(Output);
+    }
+    QString errorOutput()
+    {
+        ErrorOutput += Process.readAllStandardError();
+        return QString::fromUtf8(ErrorOutput);
+    }
+    bool endedWith(int exitCode)
+    {
+        return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
+               Process.exitCode() == exitCode;
+    }
+
+    QProcess Process;
+
+private:
+    QTemporaryDir Folder;
+    QByteArray Output;
+    QByteArray ErrorOutput;
+};
+
+bool RecorderListens()
+{
+    return platform::QuitSignalHasListener(RecorderQuitKey);
+}
+
+QString OnlyWindow(const QString &title)
+{
+    const QStringList windows = tests::VirtualDesktop::windows(title);
+    return windows.size() == 1 ? windows.first() : QString();
+}
+
+/// The panel's text, taken as a user takes it: select all and copy.
+QString PanelText()
+{
+    const QString window = OnlyWindow(Title);
+    if (window.isEmpty())
+        return QString();
+    QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+    if (!tests::VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")})
+        || (changed.isEmpty() && !changed.wait(2000)))
+        return QString();
+    return QGuiApplication::clipboard()->text();
+}
+
+} // namespace
+
+class TarnvikControlTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void theRecorderAndItsMessageAreShown();
+    void aKilledRecorderIsRunningAgainWithinASecondAndThePanelShowsIt();
+    void aSecondInstanceTellsSoAndEndsWithMinus1();
+    void theInstanceAfterAKilledOneStarts();
+    void sigintAndSigtermEndWith0AndStopTheRecorder_data();
+    void sigintAndSigtermEndWith0AndStopTheRecorder();
+    void aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled();
+    void quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone();
+    void theCloseButtonAnsweredWithAbortKeepsTheProgram();
+    void aRecorderThatIgnoresEverythingIsKilledAfter5s();
+    void aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart();
+    void startHiddenShowsNoWindow();
+    void theDebugConsoleIsOpened_data();
+    void theDebugConsoleIsOpened();
+    void onlyTheFirstFourArgumentsReachTheApplicationObject();
+    void anArgumentThatIsTooLongIsRefused();
+    void theVersionIsTheFirstLine();
+    void aBrokenOutputPipeDoesNotEndTheProgram();
+    void withoutARecorderItIsShownAsStopped();
+    void theRecorderWithTheEndingExeComesFirst();
+
+private:
+    std::unique_ptr<tests::RecorderReport> Report;
+};
+
+void TarnvikControlTest::init()
+{
+    Report = std::make_unique<tests::RecorderReport>();
+    QSettings(QStringLiteral("Quillane"), Title).clear();
+}
+
+void TarnvikControlTest::cleanup()
+{
+    Report.reset();
+}
+
+void TarnvikControlTest::theRecorderAndItsMessageAreShown()
+{
+    Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
+    Station station;
+    station.start();
+    const QString expected = QStringLiteral("Program information\n\nStart               : With open GUI\n\n"
+                                            "TarnvikRecord\n\nProgram status      : Running\n"
+                                            "Last message        : Recording 162.400 MHz\n") +
+                             QString(22, u' ') + QStringLiteral("File 1 of 4\n");
+    QTRY_COMPARE_WITH_TIMEOUT(PanelText(), expected, 15000);
+    QTRY_VERIFY(station.output().contains(QStringLiteral("\nstand-in: status 1 written\n")));
+}
+
+void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelShowsIt()
+{
+    Report->setOption("INTERVAL_MS", "0");
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Running")), 15000);
+    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    while (Report->count(QStringLiteral("started")) < 2 && timer.elapsed() < 5000)
+        QTest::qWait(1);
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+    // The next end is followed by a pause: now the panel can be seen to say so.
+    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    QTRY_VERIFY(PanelText().contains(QStringLiteral("Stopped")));
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Running")), 8000);
+}
+
+void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
+{
+    Station first;
+    first.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY(RecorderListens());
+    Station second;
+    second.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(QStringLiteral("Error...")).isEmpty(), 15000);
+    QCOMPARE(tests::VirtualDesktop::windows(Title).size(), 1);
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QStringLiteral("Error...")), {QStringLiteral("Return")}));
+    QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
+    QCOMPARE(second.output().section(u'\n', 1),
+             QStringLiteral("TarnvikControl: Error an instance is already running...\n"));
+    const QRegularExpression line(
+        QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!\n$"));
+    QVERIFY2(line.match(second.errorOutput()).hasMatch(), qPrintable(second.errorOutput()));
+    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QVERIFY(RecorderListens()); // the first one's recorder was not asked to quit
+}
+
+void TarnvikControlTest::theInstanceAfterAKilledOneStarts()
+{
+    Station station;
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 1, 15000);
+    station.Process.kill();
+    QVERIFY(station.Process.waitForFinished());
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 2, 15000);
+}
+
+void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+}
+
+void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
+{
+    QFETCH(int, number);
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QVERIFY(station.signal(number));
+    QVERIFY(station.endedWith(0));
+    QVERIFY(station.output().contains(QStringLiteral("\nCtrlCException\n")));
+    QCOMPARE(station.errorOutput(), QString());
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+}
+
+void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    Report->setOption("IGNORE_TERMINATE", "1");
+    Station station;
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ready")), 1, 15000);
+    QVERIFY(station.signal(SIGINT));
+    QTRY_VERIFY(station.output().contains(QStringLiteral("CtrlCException")));
+    QVERIFY(station.signal(SIGINT)); // while the program waits for its recorder
+    QVERIFY(station.Process.waitForFinished(3000));
+    QCOMPARE(station.Process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(station.Process.exitCode(), SIGINT);
+    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+}
+
+void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone()
+{
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("ctrl+q")}));
+    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("alt+y")}));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
+{
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("alt+F4")}));
+    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("Escape")}));
+    QTRY_VERIFY(OnlyWindow(QuitTitle).isEmpty());
+    QVERIFY(!OnlyWindow(Title).isEmpty());
+    QVERIFY(RecorderListens());
+    QCOMPARE(station.Process.state(), QProcess::Running);
+}
+
+void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    Report->setOption("IGNORE_TERMINATE", "1");
+    Station station;
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ready")), 1, 15000);
+    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    QTRY_VERIFY(!OnlyWindow(Title).isEmpty());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    QVERIFY2(timer.elapsed() >= 5000 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(!tests::IsAlive(recorder));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+}
+
+void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
+{
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    station.Process.kill();
+    QVERIFY(station.Process.waitForFinished());
+    QVERIFY(tests::IsAlive(recorder));
+    QVERIFY(RecorderListens());
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ends"), recorder), 1, 15000);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+    QTRY_VERIFY(RecorderListens());
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1); // it did not reach the new one
+}
+
+void TarnvikControlTest::startHiddenShowsNoWindow()
+{
+    QSettings(QStringLiteral("Quillane"), Title).setValue(QStringLiteral("StartHidden"), true);
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY(station.output().contains(QStringLiteral("status 2 written"))); // long after the start
+    QVERIFY(tests::VirtualDesktop::windows(Title).isEmpty());
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+}
+
+void TarnvikControlTest::theDebugConsoleIsOpened_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<bool>("opened");
+    QTest::newRow("--DEBUG as the first argument") << "--DEBUG" << true;
+    QTest::newRow("--DEBUG as the first argument, others following") << "--DEBUG a b c d e" << true;
+    QTest::newRow("--DEBUG twice") << "--DEBUG --DEBUG" << true;
+    QTest::newRow("--DEBUG as the second argument behind another one") << "a --DEBUG" << false;
+    QTest::newRow("--debug in another case") << "--debug" << false;
+    QTest::newRow("--DEBUG with something behind it") << "--DEBUGGER" << false;
+    QTest::newRow("no argument") << "" << false;
+}
+
+void TarnvikControlTest::theDebugConsoleIsOpened()
+{
+    QFETCH(QString, arguments);
+    QFETCH(bool, opened);
+    Station station;
+    station.start(arguments.split(u' ', Qt::SkipEmptyParts));
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && station.output().contains(QStringLiteral("status 1")),
+                             15000);
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(station.output().contains(QStringLiteral("\nDebug console open:\n")), opened);
+}
+
+void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
+{
+    // The application object understands "-platform"; as the fifth argument it must not see it.
+    Station station;
+    station.start(QStringLiteral("a b c d -platform nonsense").split(u' '));
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    Station other;
+    other.start(QStringLiteral("a b -platform nonsense").split(u' '));
+    QVERIFY(other.Process.waitForFinished(15000));
+    QVERIFY(other.Process.exitStatus() == QProcess::CrashExit || other.Process.exitCode() != 0);
+}
+
+void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
+{
+    Station station;
+    station.start({QString(260, u'x')});
+    QVERIFY(station.endedWith(255));
+    QVERIFY(station.errorOutput().contains(QStringLiteral("An argument is longer than 259 bytes.")));
+    QCOMPARE(Report->count(QStringLiteral("started")), 0);
+    Station longest;
+    longest.start({QString(259, u'x')});
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+}
+
+void TarnvikControlTest::theVersionIsTheFirstLine()
+{
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
+    QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+}
+
+void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
+{
+    Report->setOption("INTERVAL_MS", "50"); // it logs a line each time
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(QStringLiteral("status 1")), 15000);
+    station.Process.closeReadChannel(QProcess::StandardOutput);
+    station.Process.closeReadChannel(QProcess::StandardError);
+    const auto statusNumber = [] {
+        StructOstrelRecordStatus status;
+        QOstrelRecordStatus::ReadStatusFile(RecorderStatusFile(), status);
+        return status.SequenceNr;
+    };
+    QTRY_VERIFY(statusNumber() > 30 && statusNumber() < 1000000); // so many lines went into the broken pipe
+    QCOMPARE(station.Process.state(), QProcess::Running);
+    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+}
+
+void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
+{
+    Station station{QString()};
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Program status      : Stopped\n")), 15000);
+    QCOMPARE(Report->count(QStringLiteral("started")), 0);
+    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
+{
+    Station station(QStringLiteral("TarnvikRecord.exe"));
+    QFile wrong(station.path(QStringLiteral("TarnvikRecord")));
+    QVERIFY(wrong.open(QIODevice::WriteOnly));
+    wrong.close();
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+}
+
+int main(int argc, char **argv)
+{
+    const tests::TestIsolation isolation;
+    const tests::VirtualDesktop desktop;
+    if (!isolation.isValid() || !desktop.error().isEmpty())
+        qFatal("no desktop to test on: %s", qUtf8Printable(desktop.error()));
+    QApplication application(argc, argv);
+    TarnvikControlTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TarnvikControlTest.moc"
