@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: MIT
+# What the scripts share. Sourced by them; changes to the repository's root.
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+ROOT=$PWD
+
+# Packages by purpose.
+BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+    qt6-translations-l10n)
+DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
+CHECK_PACKAGES=(clang-format clang-tidy)
+
+say() { printf '== %s\n' "$*"; }
+die() { printf 'error: %s\n' "$*" >&2; exit 1; }
+
+# install_packages NAME...: installs what is missing, as root or through sudo.
+install_packages() {
+    command -v dpkg-query >/dev/null || {
+        say "not a Debian system: the packages ${*} are taken as installed"
+        return
+    }
+    local missing=() package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || die "missing packages: ${missing[*]}; install them, or sudo, as root"
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]} (some minutes the first time)"
+    "${as_root[@]}" apt-get -qq update
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+# build PRESET [cmake options]: configures and builds; warnings are errors where CI is set.
+build() {
+    local preset=$1
+    shift
+    say "building ($preset)"
+    cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}" "$@"
+    cmake --build --preset "$preset" --parallel "$(nproc)"
+}
