@@ -33,7 +33,7 @@ void CMainWindow::warn(const QString &text)
 
 QString CMainWindow::existingRecordPath()
 {
-    const QString path = QTarnvikBasic::GetRecordPath();
+    QString path = QTarnvikBasic::GetRecordPath();
     if (path.isEmpty()) {
         warn(tr("No 'record path' in configuration file found!"));
         return QString();

@@ -268,6 +268,7 @@ void WaitForMultipleObjectsTest::manyThreadsSetEventsAndNoneIsLost()
     for (int i = 0; i < threadCount; ++i)
         QCOMPARE(events.Add(0, true), i);
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&events, &answer = answered[i], i] {
             for (int round = 0; round < rounds; ++round) {

@@ -92,8 +92,8 @@ QString PanelText()
     if (window.isEmpty())
         return QString();
     QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-    if (!tests::VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")})
-        || (changed.isEmpty() && !changed.wait(2000)))
+    if (!tests::VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}) ||
+        (changed.isEmpty() && !changed.wait(2000)))
         return QString();
     return QGuiApplication::clipboard()->text();
 }
