@@ -31,12 +31,12 @@ struct Colours
 // Contrast of text on its background is at least 7:1 in both, by the relative luminance of WCAG 2.
 const Colours LightColours = {
     QColor(0xEFEFEFU), QColor(0xFFFFFFU), QColor(0xF7F7F7U), QColor(0xEFEFEFU), QColor(0xFFFFDCU),
-    QColor(0x000000U), QColor(0x8E8E8EU), QColor(0xFFFFFFU), QColor(0x1F5F9EU), QColor(0xFFFFFFU),
+    QColor(0x000000U), QColor(0x8E8E8EU), QColor(0xFFFFFFU), QColor(0x1B5A98U), QColor(0xFFFFFFU),
     QColor(0xBEBEBEU), QColor(0x0000C8U), QColor(0x8000A0U),
 };
 const Colours DarkColours = {
     QColor(0x2D2F31U), QColor(0x1E1F20U), QColor(0x282A2BU), QColor(0x36393BU), QColor(0x3C3F41U),
-    QColor(0xF2F2F2U), QColor(0x8A8D8FU), QColor(0xFFFFFFU), QColor(0x2F6EA8U), QColor(0xFFFFFFU),
+    QColor(0xF2F2F2U), QColor(0x8A8D8FU), QColor(0xFFFFFFU), QColor(0x245B91U), QColor(0xFFFFFFU),
     QColor(0x55585AU), QColor(0x7FB8F5U), QColor(0xC8A2F0U),
 };
 

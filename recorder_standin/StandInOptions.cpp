@@ -3,22 +3,25 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
+constexpr int HighestExitCode = 255; // what Linux can tell a parent
+
 [[noreturn]] void Refuse(const char *variable)
 {
-    std::fprintf(stderr, "TarnvikRecord (stand-in): %s makes no sense\n", variable);
+    (void)std::fprintf(stderr, "TarnvikRecord (stand-in): %s makes no sense\n", variable);
     std::exit(64);
 }
 
-void ReadNumber(const char *variable, int &value)
+void ReadNumber(const char *variable, int &value, int highest = std::numeric_limits<int>::max())
 {
     if (!qEnvironmentVariableIsSet(variable))
         return;
     bool ok = false;
     const int number = qEnvironmentVariableIntValue(variable, &ok);
-    if (!ok || number < 0)
+    if (!ok || number < 0 || number > highest)
         Refuse(variable);
     value = number;
 }
@@ -26,9 +29,7 @@ void ReadNumber(const char *variable, int &value)
 bool ReadFlag(const char *variable)
 {
     int number = 0;
-    ReadNumber(variable, number);
-    if (number > 1)
-        Refuse(variable);
+    ReadNumber(variable, number, 1);
     return number == 1;
 }
 
@@ -56,7 +57,7 @@ StandInOptions StandInOptions::FromEnvironment()
     options.StatusKind = ReadStatus("TARNVIK_STANDIN_STATUS");
     ReadNumber("TARNVIK_STANDIN_INTERVAL_MS", options.IntervalMs);
     ReadNumber("TARNVIK_STANDIN_EXIT_AFTER_MS", options.ExitAfterMs);
-    ReadNumber("TARNVIK_STANDIN_EXIT_CODE", options.ExitCode);
+    ReadNumber("TARNVIK_STANDIN_EXIT_CODE", options.ExitCode, HighestExitCode);
     ReadNumber("TARNVIK_STANDIN_CRASH_AFTER_MS", options.CrashAfterMs);
     ReadNumber("TARNVIK_STANDIN_FLOOD_LINES", options.FloodLines);
     options.IgnoreQuit = ReadFlag("TARNVIK_STANDIN_IGNORE_QUIT");

@@ -49,8 +49,8 @@ void StandInRecorder::start()
     if (!Options.IgnoreQuit) {
         const int index = Signalling.Add(RecorderQuitKey);
         if (index < 0 || !Signalling.Wait(index))
-            std::fprintf(stderr, "TarnvikRecord (stand-in): cannot listen: %s\n",
-                         qUtf8Printable(Signalling.ErrorText()));
+            (void)std::fprintf(stderr, "TarnvikRecord (stand-in): cannot listen: %s\n",
+                               qUtf8Printable(Signalling.ErrorText()));
     }
     if (Options.ExitAfterMs >= 0)
         QTimer::singleShot(Options.ExitAfterMs, this, [this] { end(Options.ExitCode); });
@@ -82,7 +82,7 @@ void StandInRecorder::flood() const
     for (int line = 0; line < Options.FloodLines; ++line)
         std::printf("stand-in: line %d of %d, as fast as it is taken; grüße, 你好\n", line + 1,
                     Options.FloodLines);
-    std::fflush(stdout);
+    (void)std::fflush(stdout);
 }
 
 QString StandInRecorder::nextMessage() const
@@ -126,7 +126,7 @@ void StandInRecorder::Slot_WriteStatus()
         break;
     }
     std::printf("stand-in: status %u written\n", SequenceNr);
-    std::fflush(stdout);
+    (void)std::fflush(stdout);
     if (SequenceNr % 5 == 0)
-        std::fprintf(stderr, "stand-in: a line on the error channel, %u\n", SequenceNr);
+        (void)std::fprintf(stderr, "stand-in: a line on the error channel, %u\n", SequenceNr);
 }

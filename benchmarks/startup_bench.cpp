@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+// How soon the recorder runs: after the start of the control program, and after a recorder's death. Both with
+// the real program and the stand-in recorder, in folders of their own and without a display.
+//
+// The times are the stand-in's own: its report holds the steady clock, which is the same for all processes of
+// the machine. How often this program looks at the report does not matter.
+#include "tests/support/RecorderReport.h"
+#include "tests/support/TestIsolation.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QThread>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+namespace {
+
+constexpr int Runs = 20;
+constexpr int WarmUpRuns = 1; // the first run reads the files from the disk
+constexpr int PatienceMs = 20'000;
+constexpr int PollMs = 5;
+constexpr int SettleMs = 500; // from the recorder's start to its death: the program has come to rest
+constexpr int Retries = 60;   // when another instance runs
+constexpr int RetryMs = 2'000;
+
+qint64 SteadyMicroseconds()
+{
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::microseconds>(now).count();
+}
+
+void Complain(const QString &text)
+{
+    (void)std::fprintf(stderr, "startup_bench: %s\n", qPrintable(text));
+}
+
+/// The control program with the recorder beside it. What still runs of them is killed with this object.
+class Station
+{
+public:
+    Station(const QString &program, const tests::RecorderReport &report) : Program(program), Report(report)
+    {
+        Control.setProcessChannelMode(QProcess::MergedChannels);
+    }
+    ~Station()
+    {
+        if (Control.state() != QProcess::NotRunning) {
+            Control.kill();
+            Control.waitForFinished();
+        }
+        if (tests::IsAlive(Recorder))
+            tests::KillProcess(Recorder);
+    }
+    Q_DISABLE_COPY_MOVE(Station)
+
+    enum class Outcome { Started, OtherInstance, Failed };
+
+    /// Starts the program and waits for the recorder's start. `milliseconds` is the time between the two.
+    Outcome start(double &milliseconds)
+    {
+        const qsizetype before = starts().size();
+        const qint64 from = SteadyMicroseconds();
+        Control.start(Program, QStringList(), QIODevice::ReadOnly);
+        const std::optional<qint64> to = waitForStart(before);
+        if (to) {
+            milliseconds = static_cast<double>(*to - from) / 1000;
+            return Outcome::Started;
+        }
+        return refused() ? Outcome::OtherInstance : Outcome::Failed;
+    }
+
+    /// Kills the recorder and waits for its successor's start. The time between the two, in milliseconds.
+    std::optional<double> restart()
+    {
+        const qsizetype before = starts().size();
+        const qint64 from = SteadyMicroseconds();
+        if (!tests::KillProcess(Recorder))
+            return std::nullopt;
+        const std::optional<qint64> to = waitForStart(before);
+        return to ? std::optional(static_cast<double>(*to - from) / 1000) : std::nullopt;
+    }
+
+    void settle() { take(SettleMs); }
+
+    /// Ends the program in order, and the recorder with it; false when it does not obey.
+    bool end()
+    {
+        Control.terminate();
+        if (!Control.waitForFinished(PatienceMs) || Control.exitStatus() != QProcess::NormalExit ||
+            Control.exitCode() != 0 || tests::IsAlive(Recorder))
+            return false;
+        Recorder = 0; // the system may give its id to another process now
+        return true;
+    }
+
+    [[nodiscard]] QString output() const { return QString::fromLocal8Bit(Output); }
+
+private:
+    [[nodiscard]] QList<tests::RecorderEvent> starts() const
+    {
+        QList<tests::RecorderEvent> starts = Report.events();
+        starts.removeIf(
+            [](const tests::RecorderEvent &event) { return event.Event != QLatin1String("started"); });
+        return starts;
+    }
+
+    [[nodiscard]] bool refused() const { return Output.contains("an instance is already running"); }
+
+    /// Lets time pass and reads what the program prints.
+    void take(int milliseconds)
+    {
+        const QDeadlineTimer deadline(milliseconds);
+        while (!deadline.hasExpired() && Control.state() != QProcess::NotRunning)
+            Control.waitForFinished(static_cast<int>(deadline.remainingTime()));
+        Output += Control.readAll();
+    }
+
+    /// The time of the first start behind those that are known; nothing when there is none in time.
+    std::optional<qint64> waitForStart(qsizetype known)
+    {
+        const QDeadlineTimer deadline(PatienceMs);
+        while (!deadline.hasExpired() && Control.state() != QProcess::NotRunning && !refused()) {
+            const QList<tests::RecorderEvent> events = starts();
+            if (events.size() > known) {
+                Recorder = events[known].ProcessId;
+                return events[known].Microseconds;
+            }
+            take(PollMs);
+        }
+        return std::nullopt;
+    }
+
+    const QString &Program;
+    const tests::RecorderReport &Report;
+    QProcess Control;
+    QByteArray Output;
+    qint64 Recorder = 0; // the process id of the one that runs, 0 when none does
+};
+
+struct Times
+{
+    std::vector<double> Start;
+    std::vector<double> Restart;
+};
+
+/// One run; false when it could not be measured, which has been told then.
+bool MeasureOnce(const QString &program, const tests::RecorderReport &report, Times &times)
+{
+    for (int attempt = 0; attempt < Retries; ++attempt) {
+        Station station(program, report);
+        double start = 0;
+        const Station::Outcome outcome = station.start(start);
+        if (outcome == Station::Outcome::OtherInstance) {
+            Complain(
+                QStringLiteral("another TarnvikControl runs on this machine; only one can. Trying again."));
+            QThread::msleep(RetryMs);
+            continue;
+        }
+        if (outcome == Station::Outcome::Failed) {
+            Complain(QStringLiteral("no recorder was started. The program printed:\n") + station.output());
+            return false;
+        }
+        station.settle();
+        const std::optional<double> restart = station.restart();
+        if (!restart) {
+            Complain(QStringLiteral("the recorder was not restarted. The program printed:\n") +
+                     station.output());
+            return false;
+        }
+        station.settle();
+        if (!station.end()) {
+            Complain(QStringLiteral("the program did not end in order. It printed:\n") + station.output());
+            return false;
+        }
+        times.Start.push_back(start);
+        times.Restart.push_back(*restart);
+        return true;
+    }
+    Complain(QStringLiteral("gave up: end the other TarnvikControl first."));
+    return false;
+}
+
+/// Quantile of sorted values, linear between the two nearest (Hyndman and Fan, type 7).
+double Quantile(const std::vector<double> &sorted, double fraction)
+{
+    const double position = fraction * static_cast<double>(sorted.size() - 1);
+    const auto lower = static_cast<std::size_t>(std::floor(position));
+    const std::size_t upper = std::min(lower + 1, sorted.size() - 1);
+    return sorted[lower] + (position - static_cast<double>(lower)) * (sorted[upper] - sorted[lower]);
+}
+
+void PrintRow(const char *name, std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    std::printf("%-46s %8.1f %8.1f %8.1f %8.1f\n", name, Quantile(times, 0.5), times.front(), times.back(),
+                Quantile(times, 0.75) - Quantile(times, 0.25));
+}
+
+/// Copies a program into the folder; its path there, empty when that fails.
+QString CopyProgram(const QString &program, const QString &folder)
+{
+    const QString copy = folder + u'/' + QFileInfo(program).fileName();
+    return QFile::copy(program, copy) ? copy : QString();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const tests::TestIsolation isolation;
+    // The program's texts stay English, so that its refusal is recognised.
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("LANGUAGE", "");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QCoreApplication application(argc, argv);
+
+    const QString folder = isolation.root() + QStringLiteral("/program");
+    if (!isolation.isValid() || !QDir().mkpath(folder)) {
+        Complain(QStringLiteral("no temporary folder can be made."));
+        return 1;
+    }
+    const QString program = CopyProgram(QStringLiteral(CONTROL_PROGRAM), folder);
+    if (program.isEmpty() || CopyProgram(tests::StandInProgram(), folder).isEmpty()) {
+        Complain(QStringLiteral("the programs cannot be copied."));
+        return 1;
+    }
+
+    tests::RecorderReport report;
+    report.setOption("INTERVAL_MS", "0"); // a silent recorder: nothing but starts is measured
+    Times times;
+    for (int run = -WarmUpRuns; run < Runs; ++run) {
+        if (run == 0)
+            times = Times();
+        if (!MeasureOnce(program, report, times))
+            return 1;
+    }
+    std::printf("%d runs after a warm-up; milliseconds; spread is the interquartile range\n\n", Runs);
+    std::printf("%-46s %8s %8s %8s %8s\n", "", "median", "minimum", "maximum", "spread");
+    PrintRow("program's start to recorder's start", times.Start);
+    PrintRow("recorder's death to its successor's start", times.Restart);
+    return 0;
+}
