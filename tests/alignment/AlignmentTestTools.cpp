@@ -106,6 +106,36 @@ QByteArray TableChunk(int dataSetCapacity, int dataSetCount)
     return ByteCrcChunk(payload);
 }
 
+QByteArray FileOf150Bytes()
+{
+    return QByteArray::fromHex("05 0300 010001 6C  05 8B00 05 414243") + QByteArray(125, '\0') +
+           QByteArray::fromHex("0000000065A0BC00 06 00 DE");
+}
+
+QByteArray DataSetPayload(int freqPoints, int sampleRatePoints, int gainEntries)
+{
+    QByteArray payload(8, '\0');
+    payload += static_cast<char>(freqPoints >> 8);
+    payload += static_cast<char>(freqPoints);
+    for (int i = 0; i < freqPoints; ++i) {
+        payload += QByteArray(9, '\0');
+        payload += static_cast<char>(i == 0 ? sampleRatePoints : 0);
+        for (int j = 0; i == 0 && j < sampleRatePoints; ++j) {
+            payload += QByteArray(8, '\0');
+            payload += static_cast<char>(j == 0 ? gainEntries : 0);
+            payload += QByteArray(4, '\0');
+            payload += QByteArray(j == 0 ? gainEntries * 8 : 0, '\0');
+        }
+    }
+    payload[0] = 1; // the CRC of zeros alone would be 0, with which any stored CRC passes
+    return payload;
+}
+
+QByteArray RtlSdrFile(const QByteArray &dataSetChunk)
+{
+    return HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(1, 1) + dataSetChunk;
+}
+
 QList<ChunkPosition> ChunksOf(const QByteArray &file)
 {
     QList<ChunkPosition> chunks;
@@ -126,6 +156,12 @@ QList<ChunkPosition> ChunksOf(const QByteArray &file)
         chunks.append(chunk);
     }
     return chunks;
+}
+
+quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk)
+{
+    const QByteArray payload = file.mid(chunk.payload, chunk.crc - chunk.payload);
+    return chunk.isDataSet ? BitwiseCrc32(BytesOf(payload)) : BitwiseCrc8(BytesOf(payload));
 }
 
 QString Difference(const AlignTable &left, const AlignTable &right)

@@ -29,6 +29,16 @@ namespace tests {
 /// The chunk of a table ABC of which `dataSetCount` data-set chunks follow.
 [[nodiscard]] QByteArray TableChunk(int dataSetCapacity, int dataSetCount);
 
+/// The file of one LimeMini table ABC without data sets, aligned at 0x65A0BC00.
+[[nodiscard]] QByteArray FileOf150Bytes();
+
+/// A data-set payload with the given counts; every other field but the first is zero. The sample-rate points
+/// belong to the first frequency point, the gain entries to its first sample-rate point.
+[[nodiscard]] QByteArray DataSetPayload(int freqPoints, int sampleRatePoints = 0, int gainEntries = 0);
+
+/// A file with one RTL-SDR table ABC and the data-set chunk.
+[[nodiscard]] QByteArray RtlSdrFile(const QByteArray &dataSetChunk);
+
 /// One chunk within the bytes of a file: positions from the file's beginning.
 struct ChunkPosition
 {
@@ -49,6 +59,9 @@ struct ChunkPosition
 
 /// The chunks of a valid file.
 [[nodiscard]] QList<ChunkPosition> ChunksOf(const QByteArray &file);
+
+/// The CRC of a chunk's payload as it stands in the file, bit by bit.
+[[nodiscard]] quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk);
 
 /// The first difference between two tables, in words; empty when they are equal in all that a file carries
 /// and in the tags.
