@@ -4,6 +4,7 @@
 #include "alignment/AlignTypes.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
@@ -12,6 +13,17 @@
 // Both allow the block to be made by calloc and copied bytewise.
 static_assert(std::is_trivial_v<AlignDataSet>);
 static_assert(std::is_standard_layout_v<AlignDataSet>);
+
+namespace {
+
+/// Whether every byte is zero, those between the members included.
+bool IsZero(const AlignFreqPoint &point)
+{
+    static constexpr std::array<unsigned char, sizeof(AlignFreqPoint)> zeros = {};
+    return std::memcmp(reinterpret_cast<const unsigned char *>(&point), zeros.data(), zeros.size()) == 0;
+}
+
+} // namespace
 
 AlignDataSetBlock::AlignDataSetBlock(std::size_t count) noexcept
 {
@@ -61,18 +73,15 @@ std::span<const AlignDataSet> AlignDataSetBlock::all() const
 
 void AlignDataSetBlock::CopyIntoFresh(const AlignDataSetBlock &source)
 {
-    // memcpy and memcmp rather than assignment and comparison of members: the bytes between the members count
-    // too.
-    static constexpr AlignFreqPoint zeroPoint = {};
+    // memcpy rather than assignment: the bytes between the members count too.
     const std::size_t count = std::min(Size, source.Size);
     for (std::size_t i = 0; i < count; ++i) {
         const AlignDataSet &from = source.DataSets[i];
         AlignDataSet &to = DataSets[i];
         std::memcpy(&to, &from, offsetof(AlignDataSet, FreqPoints));
         for (std::size_t point = 0; point < from.FreqPoints.size(); ++point) {
-            const AlignFreqPoint &fromPoint = from.FreqPoints[point];
-            if (std::memcmp(&fromPoint, &zeroPoint, sizeof(fromPoint)) != 0)
-                std::memcpy(&to.FreqPoints[point], &fromPoint, sizeof(fromPoint));
+            if (!IsZero(from.FreqPoints[point]))
+                std::memcpy(&to.FreqPoints[point], &from.FreqPoints[point], sizeof(AlignFreqPoint));
         }
     }
 }

@@ -49,8 +49,8 @@ AlignResult ReadTable(ChunkReader &reader, const AlignStore &store, AlignTableLi
 {
     AlignResult result = reader.ReadByteCrcChunk();
     if (result == AlignResult::VersionMismatch) {
-        std::fputs("[ERROR] fileversion and header version not equal!\n", stdout);
-        std::fflush(stdout); // standard output may be a pipe
+        (void)std::fputs("[ERROR] fileversion and header version not equal!\n", stdout);
+        (void)std::fflush(stdout); // standard output may be a pipe
     }
     if (result != AlignResult::Ok)
         return result;

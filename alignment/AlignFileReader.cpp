@@ -66,13 +66,13 @@ bool ChunkReader::TakeSampleRatePoint(AlignSampleRatePoint &point)
         TakeInteger(point.SampleFrequency) && TakeInteger(point.GainEntryCount) && TakeInteger(point.Attr);
     if (!complete || point.GainEntryCount > point.GainEntries.size())
         return false;
-    // The entries are nothing but 16-bit numbers, in the file and in memory: converted all at once.
+    // The entries are nothing but 16-bit numbers, four each, in the file and in memory: converted all at
+    // once.
     static_assert(sizeof(AlignGainEntry) == GainEntrySize);
     const std::uint8_t *values = Take(point.GainEntryCount * GainEntrySize);
     if (values == nullptr)
         return false;
-    qFromBigEndian<std::uint16_t>(values, point.GainEntryCount * (GainEntrySize / sizeof(std::uint16_t)),
-                                  point.GainEntries.data());
+    qFromBigEndian<std::uint16_t>(values, qsizetype{4} * point.GainEntryCount, point.GainEntries.data());
     return true;
 }
 
@@ -92,7 +92,7 @@ bool ChunkReader::ReadRaw(void *bytes, std::size_t size)
 
 AlignResult ChunkReader::ReadLength(std::size_t limit)
 {
-    // No payload until it has been read whole.
+    // Nothing can be taken unless the length is good.
     Store.BufferLength = 0;
     Store.BufferCursor = 0;
     std::array<std::uint8_t, 2> bytes = {};

@@ -56,10 +56,9 @@ void ChunkWriter::PutDataSet(const AlignDataSet &dataSet)
             PutInteger(ratePoint.SampleFrequency);
             PutInteger(ratePoint.GainEntryCount);
             PutInteger(ratePoint.Attr);
-            // Nothing but 16-bit numbers, as in the reader: converted all at once.
+            // Nothing but 16-bit numbers, four each, as in the reader: converted all at once.
             static_assert(sizeof(AlignGainEntry) == GainEntrySize);
-            qToBigEndian<std::uint16_t>(ratePoint.GainEntries.data(),
-                                        ratePoint.GainEntryCount * (GainEntrySize / sizeof(std::uint16_t)),
+            qToBigEndian<std::uint16_t>(ratePoint.GainEntries.data(), qsizetype{4} * ratePoint.GainEntryCount,
                                         Put(ratePoint.GainEntryCount * GainEntrySize));
         }
     }

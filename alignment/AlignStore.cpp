@@ -106,8 +106,8 @@ void AlignStore::ClearTableByHwId(AlignTableList *list, const char *hwId)
         if (wanted.substr(0, shorter) != present.substr(0, shorter))
             continue;
         list->RemoveAfter(previous);
-        std::printf("debug: [OK] raw_clearListElementByHwID, cleared %s from pstList\n", hwId);
-        std::fflush(stdout); // standard output may be a pipe
+        (void)std::printf("debug: [OK] raw_clearListElementByHwID, cleared %s from pstList\n", hwId);
+        (void)std::fflush(stdout); // standard output may be a pipe
         return;
     }
 }
