@@ -168,7 +168,7 @@ void BM_Load(benchmark::State &state)
     double keeping = 0;
     state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
     ResetPeak();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const bool read = Time([&] { return subject.PlainRead(); }, plain) &&
                           Time([&] { return subject.KeepingRead(); }, keeping);
         const auto seconds = Time(
@@ -178,8 +178,7 @@ void BM_Load(benchmark::State &state)
             return;
         }
         state.SetIterationTime(*seconds);
-        AlignStore::ClearList(
-            loaded.Tables); // outside the measured time
+        AlignStore::ClearList(loaded.Tables); // outside the measured time
     }
     state.counters["peak_MB"] = StatusMegabytes("/proc/self/status", "VmHWM:");
     state.counters["file_MB"] = static_cast<double>(subject.Size) / 1e6;
@@ -199,7 +198,7 @@ void BM_Save(benchmark::State &state)
     double plain = 0;
     state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
     ResetPeak();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const bool written = Time([&] { return subject.PlainWrite(); }, plain).has_value();
         const auto seconds =
             Time([&] { return subject.Store.SaveFile(subject.Path) == AlignResult::Ok; }, saving);
@@ -227,7 +226,7 @@ void BM_MergeAll(benchmark::State &state)
         selection.push_back({node->Table->HwId.data(), 0}); // readable ids end with NUL
     state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
     ResetPeak();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         AlignTableList target;
         const Clock::time_point begin = Clock::now();
         const AlignResult result = subject.Store.MergeTables(target, subject.Store.Tables, selection);

@@ -22,7 +22,7 @@ void Require(bool holds, const char *what)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "LoadFileFuzzer: %s\n", what);
+    (void)std::fprintf(stderr, "LoadFileFuzzer: %s\n", what);
     std::abort();
 }
 

@@ -14,7 +14,7 @@ bool Save(AlignStore &store, const QDir &folder, const char *name)
 {
     const bool saved = store.SaveFile(folder.filePath(QString::fromLatin1(name))) == AlignResult::Ok;
     if (!saved)
-        std::fprintf(stderr, "%s cannot be written\n", name);
+        (void)std::fprintf(stderr, "%s cannot be written\n", name);
     return saved;
 }
 
@@ -54,7 +54,7 @@ bool SaveDamaged(const QDir &folder, const char *source, const char *name, qsize
 int main(int argc, char **argv)
 {
     if (argc != 2 || !QDir(QString::fromLocal8Bit(argv[1])).exists()) {
-        std::fputs("usage: MakeCorpus FOLDER\n", stderr);
+        (void)std::fputs("usage: MakeCorpus FOLDER\n", stderr);
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));

@@ -18,11 +18,11 @@ bool Replay(const std::filesystem::path &file)
     std::ifstream stream(file, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     if (!stream.is_open() || stream.bad()) {
-        std::fprintf(stderr, "%s cannot be read\n", file.string().c_str());
+        (void)std::fprintf(stderr, "%s cannot be read\n", file.string().c_str());
         return false;
     }
-    std::printf("%s\n", file.filename().string().c_str());
-    std::fflush(stdout); // names the input when the target ends the program
+    (void)std::printf("%s\n", file.filename().string().c_str());
+    (void)std::fflush(stdout); // names the input when the target ends the program
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
     return true;
 }
@@ -42,12 +42,12 @@ int main(int argc, char **argv)
             files.push_back(entry.path());
     }
     if (files.empty()) {
-        std::fputs("no input\n", stderr);
+        (void)std::fputs("no input\n", stderr);
         return 1;
     }
     bool allRead = true;
     for (const std::filesystem::path &file : files)
         allRead = Replay(file) && allRead;
-    std::printf("%zu inputs\n", files.size());
+    (void)std::printf("%zu inputs\n", files.size());
     return allRead ? 0 : 1;
 }

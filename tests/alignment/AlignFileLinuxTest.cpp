@@ -28,7 +28,7 @@ class FileSizeLimit
 public:
     explicit FileSizeLimit(rlim_t size)
     {
-        std::signal(SIGXFSZ, SIG_IGN);
+        (void)std::signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &Former);
         const rlimit limit = {size, Former.rlim_max};
         Valid = setrlimit(RLIMIT_FSIZE, &limit) == 0;

@@ -118,7 +118,9 @@ void AlignStoreMergeTest::mergeCopiesTheTableByteForByte()
     QCOMPARE(copy.DataSetCapacity, original->DataSetCapacity);
     QCOMPARE(copy.DataSetCount, original->DataSetCount);
     QCOMPARE(copy.DataSets.size(), std::size_t{4});
-    QVERIFY(std::memcmp(&copy.DataSets[0], &original->DataSets[0], 4 * sizeof(AlignDataSet)) == 0);
+    const auto *copied = reinterpret_cast<const char *>(&copy.DataSets[0]);
+    const auto *originals = reinterpret_cast<const char *>(&original->DataSets[0]);
+    QVERIFY(std::memcmp(copied, originals, 4 * sizeof(AlignDataSet)) == 0);
 }
 
 void AlignStoreMergeTest::mergeKeepsTheOrderOfTheSourceAndAppendsAtTheTail()
@@ -274,6 +276,7 @@ void AlignStoreMergeTest::mergeLooksUp65535NamesInAListOf65535Tables()
     store.SdrType = SdrType::RtlSdr;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "last") != nullptr);
     std::vector<AlignSelectionEntry> selection;
+    selection.reserve(65535);
     for (int i = 0; i < 65534; ++i)
         selection.push_back({generator.ReadableHwId(), 0});
     selection.push_back({"last", 0});

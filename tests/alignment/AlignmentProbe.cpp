@@ -23,7 +23,7 @@ int Remove(const QByteArray &hwId, const QList<QByteArray> &storedIds)
             return 1;
     }
     AlignStore::ClearTableByHwId(&store.Tables, hwId.constData());
-    std::printf("result %s\n", tests::HwIdsOf(store.Tables).join(',').constData());
+    (void)std::printf("result %s\n", tests::HwIdsOf(store.Tables).join(',').constData());
     return 0;
 }
 
@@ -32,12 +32,12 @@ int Load(const QString &path)
     AlignStore store;
     if (store.AppendNewTable(store.Tables) == nullptr)
         return 1;
-    std::puts("ready");
-    std::fflush(stdout);
+    (void)std::puts("ready");
+    (void)std::fflush(stdout);
     if (std::getchar() == EOF)
         return 1;
     const AlignResult result = store.LoadFile(path, store.Tables, true);
-    std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
+    (void)std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
     return 0;
 }
 
@@ -50,6 +50,6 @@ int main(int argc, char **argv)
         return Remove(arguments.at(1), arguments.mid(2));
     if (arguments.size() == 2 && arguments.at(0) == "load")
         return Load(QString::fromLocal8Bit(arguments.at(1)));
-    std::fputs("usage: AlignmentProbe remove ID [STORED...] | load FILE\n", stderr);
+    (void)std::fputs("usage: AlignmentProbe remove ID [STORED...] | load FILE\n", stderr);
     return 2;
 }
