@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// From a path as Qt holds it to a path as the standard streams open it.
+#pragma once
+
+#include <QString>
+
+#include <filesystem>
+
+namespace alignfile {
+
+/// The same path, whatever letters it holds. What is no letter at all (half a surrogate pair) is replaced where the
+/// system's paths cannot express it.
+[[nodiscard]] std::filesystem::path FileSystemPath(const QString &path);
+
+} // namespace alignfile

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// Reads the chunks of an alignment file and takes their payload apart.
+#pragma once
+
+#include "alignment/AlignResult.h"
+#include "alignment/AlignTypes.h"
+
+#include <QtEndian>
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <span>
+
+class AlignStore;
+
+namespace alignfile {
+
+/// Reads chunks into the store's chunk buffer, one at a time, and hands out the fields of the one read last.
+/// The contents of a file are never trusted: each length, count and CRC is checked before anything depends on
+/// it.
+class ChunkReader
+{
+public:
+    /// Store and stream are the caller's and outlive the reader.
+    ChunkReader(AlignStore &store, std::istream &stream) : Store(store), Stream(stream) {}
+
+    /// Reads a chunk with version byte and CRC-8 (file header, table).
+    AlignResult ReadByteCrcChunk();
+
+    /// Reads a chunk with CRC-32 and no version byte (data set).
+    AlignResult ReadWordCrcChunk();
+
+    // The fields of the payload, in order. Each function takes its fields only if the payload holds all of
+    // them and is false otherwise; what it stored until then is of no use.
+
+    bool TakeBytes(std::span<char> bytes);
+
+    template <typename Integer>
+    bool TakeInteger(Integer &value)
+    {
+        const std::uint8_t *bytes = Take(sizeof(Integer));
+        if (bytes == nullptr)
+            return false;
+        value = qFromBigEndian<Integer>(bytes);
+        return true;
+    }
+
+    /// Takes all fields of a data-set payload. False, too, when a count is above the capacity of its array.
+    bool TakeDataSet(AlignDataSet &dataSet);
+
+private:
+    /// The next `wanted` bytes of the payload, or null when fewer are left. The only place that moves
+    /// BufferCursor.
+    const std::uint8_t *Take(std::size_t wanted);
+
+    bool TakeFreqPoint(AlignFreqPoint &point);
+    bool TakeSampleRatePoint(AlignSampleRatePoint &point);
+
+    /// False when the stream ends or fails first.
+    bool ReadRaw(void *bytes, std::size_t size);
+
+    /// Reads the length and refuses one of `limit` or more.
+    AlignResult ReadLength(std::size_t limit);
+
+    /// Reads payload and CRC, and checks the CRC.
+    template <typename Crc>
+    AlignResult ReadPayload(Crc (*compute)(std::span<const std::uint8_t>, Crc));
+
+    AlignStore &Store;
+    std::istream &Stream;
+};
+
+} // namespace alignfile

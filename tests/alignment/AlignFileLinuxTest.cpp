@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: MIT
+// Alignment files on a full disk, without permission and without memory, brought about with what Linux has
+// for it.
+#include "alignment/AlignStore.h"
+
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/support/AlignmentGenerator.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <cstring>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+/// No file of this process can become longer than the limit as long as the object lives: a write beyond it
+/// fails, as on a disk that has no more room.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t size)
+    {
+        (void)std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &Former);
+        const rlimit limit = {size, Former.rlim_max};
+        Valid = setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &Former); }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+    [[nodiscard]] bool isValid() const { return Valid; }
+
+private:
+    rlimit Former = {};
+    bool Valid = false;
+};
+
+/// File permissions hold as long as the object lives, also when the tests run as root: the process then acts
+/// as a user who owns nothing.
+class WithoutPrivileges
+{
+public:
+    WithoutPrivileges() : WasRoot(geteuid() == 0), Valid(!WasRoot || seteuid(nobody) == 0) {}
+    ~WithoutPrivileges()
+    {
+        if (WasRoot && seteuid(0) != 0)
+            qFatal("the privileges do not come back");
+    }
+    Q_DISABLE_COPY_MOVE(WithoutPrivileges)
+
+    [[nodiscard]] bool isValid() const { return Valid; }
+
+private:
+    static constexpr uid_t nobody = 65534;
+    bool WasRoot;
+    bool Valid;
+};
+
+/// Lets everybody pass through the folders of the test down to `folder`.
+bool OpenFoldersTo(const QString &folder)
+{
+    const QString shared = QDir::cleanPath(QDir::rootPath() + QStringLiteral("tmp"));
+    for (QDir dir(folder); dir.path() != shared && !dir.isRoot(); dir = QDir(QFileInfo(dir.path()).path())) {
+        const QFileDevice::Permissions pass = QFileDevice::ExeGroup | QFileDevice::ExeOther;
+        const QFileDevice::Permissions permissions = QFile::permissions(dir.path());
+        if ((permissions & pass) != pass && !QFile::setPermissions(dir.path(), permissions | pass))
+            return false;
+    }
+    return true;
+}
+
+constexpr QFileDevice::Permissions everybodyReadsAndWrites =
+    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+    QFileDevice::ReadOther | QFileDevice::WriteOther;
+
+} // namespace
+
+class AlignFileLinuxTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void saveToAFullDiskGives9_data();
+    void saveToAFullDiskGives9();
+    void saveToADiskThatFillsUpGives9WhereverThatHappens();
+    void saveOfALargeFileToADiskThatFillsUpGives9_data();
+    void saveOfALargeFileToADiskThatFillsUpGives9();
+    void withoutReadPermissionLoadGives9AndLeavesTheListAsItWas();
+    void withoutWritePermissionSaveGives9AndLeavesTheFileUntouched();
+    void pathWithBytesThatAreNoLetters();
+    void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data();
+    void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty();
+
+private:
+    QString Path;
+    std::unique_ptr<QTemporaryDir> Folder;
+};
+
+void AlignFileLinuxTest::init()
+{
+    Folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(Folder->isValid());
+    Path = Folder->filePath(QStringLiteral("file.ad"));
+}
+
+void AlignFileLinuxTest::saveToAFullDiskGives9_data()
+{
+    QTest::addColumn<int>("fullTables");
+    QTest::newRow("noticed only when the file is closed") << 0;
+    QTest::newRow("noticed while the file is written") << 2;
+}
+
+void AlignFileLinuxTest::saveToAFullDiskGives9()
+{
+    QFETCH(int, fullTables);
+    tests::AlignmentGenerator generator(1);
+    AlignStore store;
+    store.SdrType = SdrType::AirSpy;
+    QVERIFY(generator.AppendEmptyTables(store, 1));
+    QVERIFY(generator.AppendFullTables(store, fullTables, tests::AlignmentGenerator::Full::Deep));
+    QVERIFY(QFileInfo::exists(QStringLiteral("/dev/full")));
+    QCOMPARE(store.SaveFile(QStringLiteral("/dev/full")), AlignResult::FileError);
+    QCOMPARE(int{store.Tables.Count}, 1 + fullTables);
+}
+
+void AlignFileLinuxTest::saveToADiskThatFillsUpGives9WhereverThatHappens()
+{
+    tests::AlignmentGenerator generator(2);
+    AlignStore store;
+    store.SdrType = SdrType::RtlSdr;
+    AlignTable *table = store.AppendNewTable(store.Tables);
+    QVERIFY(table != nullptr);
+    table->DataSetCount = 1;
+    generator.FillDataSet(table->DataSets[0], 200);
+    QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
+    const qint64 size = QFileInfo(Path).size();
+    QVERIFY(size > 160);
+    for (qint64 room = 0; room <= size; ++room) {
+        AlignResult result = AlignResult::InternalError;
+        {
+            const FileSizeLimit limit(static_cast<rlim_t>(room));
+            QVERIFY(limit.isValid());
+            result = store.SaveFile(Path);
+        }
+        QCOMPARE(result, room < size ? AlignResult::FileError : AlignResult::Ok);
+        QCOMPARE(QFileInfo(Path).size(), room); // what was written stays
+    }
+}
+
+void AlignFileLinuxTest::saveOfALargeFileToADiskThatFillsUpGives9_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::newRow("in the first block") << 1000;
+    QTest::newRow("in a later block") << 150'000;
+    QTest::newRow("one byte before the end") << -1;
+}
+
+void AlignFileLinuxTest::saveOfALargeFileToADiskThatFillsUpGives9()
+{
+    QFETCH(int, room);
+    tests::AlignmentGenerator generator(3);
+    AlignStore store;
+    store.SdrType = SdrType::AirSpy;
+    QVERIFY(generator.AppendFullTables(store, 5, tests::AlignmentGenerator::Full::Deep));
+    QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
+    const qint64 size = QFileInfo(Path).size();
+    const qint64 limited = room < 0 ? size + room : room;
+    QVERIFY(limited < size);
+    AlignResult result = AlignResult::Ok;
+    {
+        const FileSizeLimit limit(static_cast<rlim_t>(limited));
+        QVERIFY(limit.isValid());
+        result = store.SaveFile(Path);
+    }
+    QCOMPARE(result, AlignResult::FileError);
+    QCOMPARE(QFileInfo(Path).size(), limited);
+}
+
+void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas()
+{
+    AlignStore store;
+    QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
+    const QString readable = Folder->filePath(QStringLiteral("readable.ad"));
+    QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
+    QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
+    QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
+    QVERIFY(QFile::setPermissions(readable, everybodyReadsAndWrites));
+    QVERIFY(OpenFoldersTo(Folder->path()));
+
+    AlignResult refused = AlignResult::Ok;
+    AlignResult allowed = AlignResult::FileError;
+    {
+        const WithoutPrivileges permissionsHold;
+        QVERIFY(permissionsHold.isValid());
+        refused = store.LoadFile(Path, store.Tables, true);
+        allowed = store.LoadFile(readable, store.ImportTables, true); // it is the file, not its folder
+    }
+    QCOMPARE(refused, AlignResult::FileError);
+    QCOMPARE(tests::HwIdsOf(store.Tables), QList<QByteArray>{"ABC"});
+    QCOMPARE(allowed, AlignResult::Ok);
+}
+
+void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouched()
+{
+    AlignStore store;
+    QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
+    const QString writable = Folder->filePath(QStringLiteral("writable.ad"));
+    QVERIFY(tests::WriteFileBytes(Path, "untouched"));
+    QVERIFY(tests::WriteFileBytes(writable, "replaced"));
+    QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
+    QVERIFY(QFile::setPermissions(writable, everybodyReadsAndWrites));
+    QVERIFY(OpenFoldersTo(Folder->path()));
+
+    AlignResult refused = AlignResult::Ok;
+    AlignResult allowed = AlignResult::FileError;
+    {
+        const WithoutPrivileges permissionsHold;
+        QVERIFY(permissionsHold.isValid());
+        refused = store.SaveFile(Path);
+        allowed = store.SaveFile(writable);
+    }
+    QCOMPARE(refused, AlignResult::FileError);
+    QCOMPARE(tests::FileBytes(Path), QByteArray("untouched"));
+    QCOMPARE(allowed, AlignResult::Ok);
+}
+
+void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()
+{
+    // Half a letter cannot be written as UTF-8; whatever comes of it must be an error or a file, no crash.
+    AlignStore store;
+    QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
+    const QString path = Folder->filePath(QString(QChar(0xDC00)) + QStringLiteral(".ad"));
+    QCOMPARE(store.SaveFile(path), AlignResult::Ok);
+    QCOMPARE(store.LoadFile(path, store.ImportTables, true), AlignResult::Ok);
+}
+
+void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data()
+{
+    QTest::addColumn<int>("tables");
+    QTest::addColumn<int>("result");
+    // A table's block of LimeUsb takes 5 MB of address space, 200 of them 1 GB.
+    QTest::newRow("200 tables do not fit") << 200 << 11;
+    QTest::newRow("2 tables fit") << 2 << 0;
+}
+
+void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
+{
+    QFETCH(int, tables);
+    QFETCH(int, result);
+    tests::AlignmentGenerator generator(4);
+    {
+        AlignStore store;
+        store.SdrType = SdrType::LimeUsb;
+        QVERIFY(generator.AppendEmptyTables(store, tables));
+        QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
+    }
+    QProcess probe;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // The sanitizers' own calloc gives up the process unless told otherwise.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("allocator_may_return_null=1"));
+    probe.setProcessEnvironment(environment);
+    probe.start(QStringLiteral(ALIGNMENT_PROBE), {QStringLiteral("load"), Path});
+    QTRY_VERIFY(probe.canReadLine());
+    QCOMPARE(probe.readLine(), QByteArray("ready\n"));
+
+    // From here on the child gets a quarter of what the large file needs beyond what it has.
+    QFile statm(QStringLiteral("/proc/%1/statm").arg(probe.processId()));
+    QVERIFY(statm.open(QIODevice::ReadOnly));
+    const rlim_t used =
+        statm.readAll().split(' ').value(0).toULongLong() * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+    QVERIFY(used > 0);
+    const rlim_t allowed = used + rlim_t{256} * 1024 * 1024;
+    const rlimit limit = {allowed, allowed};
+    QCOMPARE(prlimit(static_cast<pid_t>(probe.processId()), RLIMIT_AS, &limit, nullptr), 0);
+    probe.write("\n");
+    QVERIFY2(probe.waitForFinished(), qPrintable(probe.errorString()));
+    const QByteArray output = probe.readAllStandardOutput();
+    QCOMPARE(output, "result " + QByteArray::number(result) + (result == 0 ? " 2\n" : " 0\n"));
+    QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(probe.exitCode(), 0);
+}
+
+TARNVIK_TEST_MAIN(AlignFileLinuxTest, QCoreApplication)
+#include "AlignFileLinuxTest.moc"

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+#include "tests/alignment/AlignmentTestTools.h"
+
+#include "tests/support/BitwiseCrc.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstring>
+
+namespace tests {
+
+namespace {
+
+std::span<const std::uint8_t> BytesOf(const QByteArray &bytes)
+{
+    return {reinterpret_cast<const std::uint8_t *>(bytes.constData()),
+            static_cast<std::size_t>(bytes.size())};
+}
+
+template <typename Integer>
+QByteArray LittleEndian(Integer value)
+{
+    QByteArray bytes(sizeof(Integer), '\0');
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+QString DataSetDifference(const AlignDataSet &left, const AlignDataSet &right)
+{
+    const auto fields = [](const AlignDataSet &set) {
+        return std::array<int, 9>{set.DataType,      static_cast<int>(set.SdrType),
+                                  set.Attr1,         set.Attr2,
+                                  set.Attr3,         set.Attr4,
+                                  set.Word1,         set.Word2,
+                                  set.FreqPointCount};
+    };
+    if (fields(left) != fields(right))
+        return QStringLiteral("fields");
+    for (std::size_t i = 0; i < left.FreqPointCount; ++i) {
+        const AlignFreqPoint &leftPoint = left.FreqPoints.at(i);
+        const AlignFreqPoint &rightPoint = right.FreqPoints.at(i);
+        if (leftPoint.Frequency != rightPoint.Frequency || leftPoint.Attr != rightPoint.Attr ||
+            leftPoint.SampleRatePointCount != rightPoint.SampleRatePointCount)
+            return QStringLiteral("frequency point %1").arg(i);
+        for (std::size_t j = 0; j < leftPoint.SampleRatePointCount; ++j) {
+            const AlignSampleRatePoint &leftRate = leftPoint.SampleRatePoints.at(j);
+            const AlignSampleRatePoint &rightRate = rightPoint.SampleRatePoints.at(j);
+            if (leftRate.SampleFrequency != rightRate.SampleFrequency || leftRate.Attr != rightRate.Attr ||
+                leftRate.GainEntryCount != rightRate.GainEntryCount ||
+                std::memcmp(leftRate.GainEntries.data(), rightRate.GainEntries.data(),
+                            leftRate.GainEntryCount * sizeof(AlignGainEntry)) != 0)
+                return QStringLiteral("frequency point %1, sample-rate point %2").arg(i).arg(j);
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QByteArray FileBytes(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+bool WriteFileBytes(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size() &&
+           file.flush();
+}
+
+QByteArray ByteCrcChunk(const QByteArray &payload, int version)
+{
+    return LittleEndian(static_cast<quint8>(version)) + LittleEndian(static_cast<quint16>(payload.size())) +
+           payload + LittleEndian(BitwiseCrc8(BytesOf(payload)));
+}
+
+QByteArray WordCrcChunk(const QByteArray &payload)
+{
+    return LittleEndian(static_cast<quint16>(payload.size())) + payload +
+           LittleEndian(BitwiseCrc32(BytesOf(payload)));
+}
+
+QByteArray HeaderChunk(SdrType sdrType, int tableCount)
+{
+    QByteArray payload;
+    payload += static_cast<char>(sdrType);
+    payload += static_cast<char>(tableCount >> 8);
+    payload += static_cast<char>(tableCount);
+    return ByteCrcChunk(payload);
+}
+
+QByteArray TableChunk(int dataSetCapacity, int dataSetCount)
+{
+    QByteArray payload;
+    payload += '\5';
+    payload += QByteArrayLiteral("ABC").leftJustified(128, '\0');
+    payload += QByteArray(8, '\0');
+    payload += static_cast<char>(dataSetCapacity);
+    payload += static_cast<char>(dataSetCount);
+    return ByteCrcChunk(payload);
+}
+
+QByteArray FileOf150Bytes()
+{
+    return QByteArray::fromHex("05 0300 010001 6C  05 8B00 05 414243") + QByteArray(125, '\0') +
+           QByteArray::fromHex("0000000065A0BC00 06 00 DE");
+}
+
+QByteArray DataSetPayload(int freqPoints, int sampleRatePoints, int gainEntries)
+{
+    QByteArray payload(8, '\0');
+    payload += static_cast<char>(freqPoints >> 8);
+    payload += static_cast<char>(freqPoints);
+    for (int i = 0; i < freqPoints; ++i) {
+        payload += QByteArray(9, '\0');
+        payload += static_cast<char>(i == 0 ? sampleRatePoints : 0);
+        for (int j = 0; i == 0 && j < sampleRatePoints; ++j) {
+            payload += QByteArray(8, '\0');
+            payload += static_cast<char>(j == 0 ? gainEntries : 0);
+            payload += QByteArray(4, '\0');
+            payload += QByteArray(j == 0 ? gainEntries * 8 : 0, '\0');
+        }
+    }
+    payload[0] = 1; // the CRC of zeros alone would be 0, with which any stored CRC passes
+    return payload;
+}
+
+QByteArray RtlSdrFile(const QByteArray &dataSetChunk)
+{
+    return HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(1, 1) + dataSetChunk;
+}
+
+QList<ChunkPosition> ChunksOf(const QByteArray &file)
+{
+    QList<ChunkPosition> chunks;
+    int dataSetsLeft = 0;
+    qsizetype position = 0;
+    while (position < file.size()) {
+        ChunkPosition chunk;
+        chunk.isDataSet = dataSetsLeft > 0;
+        chunk.begin = position;
+        chunk.payload = position + (chunk.isDataSet ? 2 : 3);
+        chunk.crc = chunk.payload + qFromLittleEndian<quint16>(file.constData() + chunk.payload - 2);
+        chunk.end = chunk.crc + (chunk.isDataSet ? 4 : 1);
+        if (chunk.isDataSet)
+            --dataSetsLeft;
+        else if (!chunks.isEmpty()) // a table chunk; its last payload byte is the number of data sets
+            dataSetsLeft = static_cast<quint8>(file.at(chunk.crc - 1));
+        position = chunk.end;
+        chunks.append(chunk);
+    }
+    return chunks;
+}
+
+quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk)
+{
+    const QByteArray payload = file.mid(chunk.payload, chunk.crc - chunk.payload);
+    return chunk.isDataSet ? BitwiseCrc32(BytesOf(payload)) : BitwiseCrc8(BytesOf(payload));
+}
+
+QString Difference(const AlignTable &left, const AlignTable &right)
+{
+    if (left.DataType != right.DataType || left.SdrType != right.SdrType || left.Version != right.Version)
+        return QStringLiteral("tag, type or version");
+    if (left.HwId != right.HwId)
+        return QStringLiteral("hardware id");
+    if (left.AlignedAt != right.AlignedAt)
+        return QStringLiteral("date of alignment");
+    if (left.DataSetCapacity != right.DataSetCapacity || left.DataSetCount != right.DataSetCount ||
+        left.DataSets.size() != right.DataSets.size())
+        return QStringLiteral("number of data sets");
+    for (std::size_t i = 0; i < left.DataSets.size(); ++i) {
+        const QString difference = DataSetDifference(left.DataSets[i], right.DataSets[i]);
+        if (!difference.isEmpty())
+            return QStringLiteral("data set %1: %2").arg(i).arg(difference);
+    }
+    return {};
+}
+
+QString Difference(const AlignTableList &left, const AlignTableList &right)
+{
+    if (left.Count != right.Count)
+        return QStringLiteral("%1 tables and %2 tables").arg(left.Count).arg(right.Count);
+    const AlignTableNode *rightNode = right.Head;
+    int index = 0;
+    for (const AlignTableNode *node = left.Head; node != nullptr; node = node->Next, ++index) {
+        if (rightNode == nullptr)
+            return QStringLiteral("fewer nodes than Count says");
+        const QString difference = Difference(*node->Table, *rightNode->Table);
+        if (!difference.isEmpty())
+            return QStringLiteral("table %1: %2").arg(index).arg(difference);
+        rightNode = rightNode->Next;
+    }
+    if (index != left.Count || rightNode != nullptr)
+        return QStringLiteral("more or fewer nodes than Count says");
+    return {};
+}
+
+QList<QByteArray> HwIdsOf(const AlignTableList &list)
+{
+    QList<QByteArray> ids;
+    for (const AlignTableNode *node = list.Head; node != nullptr; node = node->Next) {
+        const std::array<char, AlignHwIdSize> &hwId = node->Table->HwId;
+        ids.append(QByteArray(hwId.data(), std::find(hwId.begin(), hwId.end(), '\0') - hwId.begin()));
+    }
+    return ids;
+}
+
+AlignTable *AppendTableWithId(AlignStore &store, AlignTableList &list, const QByteArray &hwId)
+{
+    AlignTable *table = store.AppendNewTable(list);
+    if (table != nullptr)
+        std::copy(hwId.begin(), hwId.end(), table->HwId.begin());
+    return table;
+}
+
+} // namespace tests
