@@ -25,13 +25,18 @@ bool IsZero(const AlignFreqPoint &point)
 
 } // namespace
 
-AlignDataSetBlock::AlignDataSetBlock(std::size_t count) noexcept
+AlignDataSetBlock::AlignDataSetBlock(std::uint8_t count, SdrType sdrType) noexcept
 {
     if (count == 0)
         return;
     DataSets = static_cast<AlignDataSet *>(std::calloc(count, sizeof(AlignDataSet)));
-    if (DataSets != nullptr)
-        Size = count;
+    if (DataSets == nullptr)
+        return;
+    Size = count;
+    for (AlignDataSet &dataSet : std::span(DataSets, Size)) {
+        dataSet.DataType = AlignDataSetDataType;
+        dataSet.SdrType = sdrType;
+    }
 }
 
 AlignDataSetBlock::~AlignDataSetBlock()
@@ -40,7 +45,9 @@ AlignDataSetBlock::~AlignDataSetBlock()
 }
 
 AlignDataSetBlock::AlignDataSetBlock(AlignDataSetBlock &&other) noexcept
-    : DataSets(std::exchange(other.DataSets, nullptr)), Size(std::exchange(other.Size, 0))
+    : DataSets(std::exchange(other.DataSets, nullptr)),
+      Size(std::exchange(other.Size, 0)),
+      MaybeWritten(std::exchange(other.MaybeWritten, {}))
 {}
 
 AlignDataSetBlock &AlignDataSetBlock::operator=(AlignDataSetBlock &&other) noexcept
@@ -48,22 +55,19 @@ AlignDataSetBlock &AlignDataSetBlock::operator=(AlignDataSetBlock &&other) noexc
     AlignDataSetBlock moved(std::move(other));
     std::swap(DataSets, moved.DataSets);
     std::swap(Size, moved.Size);
+    std::swap(MaybeWritten, moved.MaybeWritten);
     return *this;
 }
 
 AlignDataSet &AlignDataSetBlock::operator[](std::size_t index)
 {
+    MaybeWritten[index] = true;
     return DataSets[index];
 }
 
 const AlignDataSet &AlignDataSetBlock::operator[](std::size_t index) const
 {
     return DataSets[index];
-}
-
-std::span<AlignDataSet> AlignDataSetBlock::all()
-{
-    return {DataSets, Size};
 }
 
 std::span<const AlignDataSet> AlignDataSetBlock::all() const
@@ -77,8 +81,10 @@ void AlignDataSetBlock::CopyIntoFresh(const AlignDataSetBlock &source)
     const std::size_t count = std::min(Size, source.Size);
     for (std::size_t i = 0; i < count; ++i) {
         const AlignDataSet &from = source.DataSets[i];
-        AlignDataSet &to = DataSets[i];
-        std::memcpy(&to, &from, offsetof(AlignDataSet, FreqPoints));
+        std::memcpy(&DataSets[i], &from, offsetof(AlignDataSet, FreqPoints));
+        if (!source.MaybeWritten[i])
+            continue;
+        AlignDataSet &to = (*this)[i];
         for (std::size_t point = 0; point < from.FreqPoints.size(); ++point) {
             if (!IsZero(from.FreqPoints[point]))
                 std::memcpy(&to.FreqPoints[point], &from.FreqPoints[point], sizeof(AlignFreqPoint));

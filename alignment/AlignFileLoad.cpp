@@ -67,11 +67,11 @@ AlignResult ReadTable(ChunkReader &reader, const AlignStore &store, AlignTableLi
     if (!complete || table->DataSetCount > table->DataSets.size())
         return AlignResult::InternalError;
 
-    for (AlignDataSet &dataSet : table->DataSets.all().first(table->DataSetCount)) {
+    for (std::size_t i = 0; i < table->DataSetCount; ++i) {
         result = reader.ReadWordCrcChunk();
         if (result != AlignResult::Ok)
             return result;
-        if (!reader.TakeDataSet(dataSet))
+        if (!reader.TakeDataSet(table->DataSets[i]))
             return AlignResult::InternalError;
     }
     return AlignResult::Ok;

@@ -60,14 +60,9 @@ void AlignStore::InitTable(AlignTable &table, ::SdrType sdrType)
     table.SdrType = sdrType;
     table.Version = AlignVersion;
     const std::uint8_t capacity = AlignDataSetCapacityOf(sdrType);
-    table.DataSets = AlignDataSetBlock(capacity);
-    if (table.DataSets.empty())
-        return;
-    table.DataSetCapacity = capacity;
-    for (AlignDataSet &dataSet : table.DataSets.all()) {
-        dataSet.DataType = AlignDataSetDataType;
-        dataSet.SdrType = sdrType;
-    }
+    table.DataSets = AlignDataSetBlock(capacity, sdrType);
+    if (!table.DataSets.empty())
+        table.DataSetCapacity = capacity;
 }
 
 AlignTable *AlignStore::AppendNewTable(AlignTableList &list) const

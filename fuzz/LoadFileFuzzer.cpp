@@ -26,18 +26,16 @@ void Require(bool holds, const char *what)
     std::abort();
 }
 
-/// A file of this process, in memory where the system has a place for that; removed with the object.
+/// A file of this process in the temporary folder; removed with the object, unless a finding ends the program
+/// first.
 class ScratchFile
 {
 public:
     explicit ScratchFile(const char *name)
     {
         std::error_code error;
-        std::filesystem::path folder = "/dev/shm";
-        if (!std::filesystem::is_directory(folder, error))
-            folder = std::filesystem::temp_directory_path(error);
-        Path =
-            folder / (std::string(name) + "-" + std::to_string(QCoreApplication::applicationPid()) + ".ad");
+        Path = std::filesystem::temp_directory_path(error) /
+               (std::string(name) + "-" + std::to_string(QCoreApplication::applicationPid()) + ".ad");
     }
     ~ScratchFile()
     {

@@ -31,8 +31,8 @@ bool SaveTables(const QDir &folder, const char *name, SdrType sdrType, int table
         generator.SetHwId(*table, generator.AnyHwId(), i > 0);
         table->AlignedAt = 1'700'000'000;
         table->DataSetCount = static_cast<std::uint8_t>(payloadSize > 0 ? table->DataSets.size() : 0);
-        for (AlignDataSet &dataSet : table->DataSets.all().first(table->DataSetCount))
-            generator.FillDataSet(dataSet, payloadSize);
+        for (std::size_t set = 0; set < table->DataSetCount; ++set)
+            generator.FillDataSet(table->DataSets[set], payloadSize);
     }
     return Save(store, folder, name);
 }

@@ -76,8 +76,8 @@ void AlignHostileFileTest::initTestCase()
         generator.SetHwId(*table, generator.ReadableHwId());
         table->AlignedAt = 1'700'000'000;
         table->DataSetCount = dataSets;
-        for (AlignDataSet &dataSet : table->DataSets.all().first(dataSets))
-            generator.FillDataSet(dataSet, 120);
+        for (std::size_t set = 0; set < dataSets; ++set)
+            generator.FillDataSet(table->DataSets[set], 120);
     }
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     File = tests::FileBytes(Path);

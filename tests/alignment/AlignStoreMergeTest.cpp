@@ -33,6 +33,8 @@ private slots:
     void mergeComparesWholeIds_data();
     void mergeComparesWholeIds();
     void mergeCopiesTheTableByteForByte();
+    void mergeCopiesWhatWasWrittenToADataSetThatDoesNotCount();
+    void mergedTableMergesAgain();
     void mergeKeepsTheOrderOfTheSourceAndAppendsAtTheTail();
     void mergeTwiceAppendsTwice();
     void mergeWhenTheStoresSdrTypeIs0CopiesNothingAndReturns0();
@@ -99,7 +101,8 @@ void AlignStoreMergeTest::mergeCopiesTheTableByteForByte()
     original->DataSetCount = 1;
     // Used and unused entries, bytes between the members included; every other frequency point stays zero.
     std::uint8_t value = 0;
-    for (AlignDataSet &dataSet : original->DataSets.all()) {
+    for (std::size_t set = 0; set < original->DataSets.size(); ++set) {
+        AlignDataSet &dataSet = original->DataSets[set];
         std::memset(static_cast<void *>(&dataSet), 0, offsetof(AlignDataSet, FreqPoints));
         for (std::size_t i = 0; i < dataSet.FreqPoints.size(); i += 2)
             std::memset(static_cast<void *>(&dataSet.FreqPoints[i]), ++value, sizeof(AlignFreqPoint));
@@ -121,6 +124,35 @@ void AlignStoreMergeTest::mergeCopiesTheTableByteForByte()
     const auto *copied = reinterpret_cast<const char *>(&copy.DataSets[0]);
     const auto *originals = reinterpret_cast<const char *>(&original->DataSets[0]);
     QVERIFY(std::memcmp(copied, originals, 4 * sizeof(AlignDataSet)) == 0);
+}
+
+void AlignStoreMergeTest::mergeCopiesWhatWasWrittenToADataSetThatDoesNotCount()
+{
+    AlignStore store;
+    store.SdrType = SdrType::AirSpy;
+    AlignTable *original = tests::AppendTableWithId(store, store.ImportTables, "ABC");
+    QVERIFY(original != nullptr);
+    original->DataSets[2].FreqPoints[50].Attr = 1; // beyond DataSetCount and FreqPointCount
+    QCOMPARE(store.MergeTables(store.Tables, store.ImportTables, Selection({"ABC"})), AlignResult::Ok);
+    const AlignTable &copy = *store.Tables.Head->Table;
+    QCOMPARE(copy.DataSetCount, std::uint8_t{0});
+    const auto *copied = reinterpret_cast<const char *>(&copy.DataSets[0]);
+    const auto *originals = reinterpret_cast<const char *>(&original->DataSets[0]);
+    QVERIFY(std::memcmp(copied, originals, 4 * sizeof(AlignDataSet)) == 0);
+}
+
+void AlignStoreMergeTest::mergedTableMergesAgain()
+{
+    // The copy of a copy is as complete as the first one.
+    tests::AlignmentGenerator generator(5);
+    AlignStore store;
+    store.SdrType = SdrType::AirSpy;
+    QVERIFY(generator.AppendFullTables(store, 1, tests::AlignmentGenerator::Full::Wide));
+    const std::vector<AlignSelectionEntry> selection = Selection(tests::HwIdsOf(store.Tables));
+    QCOMPARE(store.MergeTables(store.ImportTables, store.Tables, selection), AlignResult::Ok);
+    AlignTableList again;
+    QCOMPARE(store.MergeTables(again, store.ImportTables, selection), AlignResult::Ok);
+    QCOMPARE(tests::Difference(again, store.Tables), QString());
 }
 
 void AlignStoreMergeTest::mergeKeepsTheOrderOfTheSourceAndAppendsAtTheTail()

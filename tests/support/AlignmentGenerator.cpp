@@ -161,8 +161,8 @@ AlignTable *AlignmentGenerator::AppendTable(AlignStore &store, std::size_t paylo
     SetHwId(*table, AnyHwId(), UpTo(3) == 0);
     table->AlignedAt = UpTo(3) == 0 ? Engine() : UpTo(4'102'444'800); // any number, or a date up to 2100
     table->DataSetCount = static_cast<std::uint8_t>(UpTo(table->DataSets.size()));
-    for (AlignDataSet &dataSet : table->DataSets.all().first(table->DataSetCount))
-        FillDataSet(dataSet, payloadSize);
+    for (std::size_t set = 0; set < table->DataSetCount; ++set)
+        FillDataSet(table->DataSets[set], payloadSize);
     return table;
 }
 
@@ -184,8 +184,8 @@ bool AlignmentGenerator::AppendFullTables(AlignStore &store, int count, Full lay
         if (table == nullptr)
             return false;
         table->DataSetCount = static_cast<std::uint8_t>(table->DataSets.size());
-        for (AlignDataSet &dataSet : table->DataSets.all())
-            FillDataSetFull(dataSet, layout);
+        for (std::size_t set = 0; set < table->DataSets.size(); ++set)
+            FillDataSetFull(table->DataSets[set], layout);
     }
     return true;
 }
@@ -206,8 +206,8 @@ bool AlignmentGenerator::AppendDemonstrationTables(AlignStore &store, int count)
         if (table == nullptr)
             return false;
         table->DataSetCount = static_cast<std::uint8_t>(table->DataSets.size());
-        for (AlignDataSet &dataSet : table->DataSets.all())
-            FillDataSet(dataSet, 1000);
+        for (std::size_t set = 0; set < table->DataSets.size(); ++set)
+            FillDataSet(table->DataSets[set], 1000);
     }
     return true;
 }
