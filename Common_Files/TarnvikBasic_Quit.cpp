@@ -9,10 +9,10 @@
 void QTarnvikBasic::SendRecorderQuit(void * /*context*/, QString & /*program*/,
                                      QString & /*workingDirectory*/, QStringList & /*arguments*/)
 {
-    if (!platform::QuitSignalHasListener(RecorderQuitKey))
-        return;
-    QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Open);
-    if (semaphore.error() == QSystemSemaphore::NoError)
-        semaphore.release(1);
+    if (platform::QuitSignalHasListener(RecorderQuitKey)) {
+        QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Open);
+        if (semaphore.error() == QSystemSemaphore::NoError)
+            semaphore.release(1);
+    }
     platform::SettleQuitSignal(RecorderQuitKey);
 }

@@ -5,6 +5,7 @@
 #include "Common_Files/RecorderNames.h"
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QAsyncWatchExec.h"
+#include "TarnvikControl/SettingsKeys.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
@@ -20,11 +21,6 @@
 
 namespace {
 
-const QString CloseIsMinimizeKey = QStringLiteral("CloseIsMinimize");
-const QString StartHiddenKey = QStringLiteral("StartHidden");
-const QString GeometryKey = QStringLiteral("geometry");
-const QString WindowStateKey = QStringLiteral("windowState");
-
 // The size of a window that was never saved: the panel with a message of usual length.
 constexpr int DefaultColumns = 64;
 constexpr int DefaultLines = 16;
@@ -35,8 +31,7 @@ QStringList (*CMainWindow::StyleNames)() = QStyleFactory::keys;
 
 CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags),
-      Settings(
-          std::make_unique<QSettings>(QStringLiteral("Quillane"), QGuiApplication::applicationDisplayName())),
+      Settings(std::make_unique<QSettings>(SettingsOrganisation, SettingsApplication())),
       LocationFile(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini"))),
       Runner(std::make_unique<QAsyncWatchExec>()),
       StatusWatcher(std::make_unique<QOstrelRecordStatus>()),
@@ -125,9 +120,15 @@ void CMainWindow::showEvent(QShowEvent *event)
 
 bool CMainWindow::AskStopRecord()
 {
+    if (StopQuestion) { // the tray's menu works while the question is open
+        StopQuestion->raise();
+        StopQuestion->activateWindow();
+        return false;
+    }
     QMessageBox box(QMessageBox::Question, tr("Close indication"),
                     tr("Do you want also to stop the running record?"), QMessageBox::Yes | QMessageBox::Abort,
                     this, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    StopQuestion = &box;
     return box.exec() == QMessageBox::Yes;
 }
 

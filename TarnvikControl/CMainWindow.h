@@ -18,6 +18,7 @@
 class QAction;
 class QAsyncWatchExec;
 class QMenu;
+class QMessageBox;
 class QSettings;
 class QTextEdit;
 
@@ -121,7 +122,7 @@ private:
 
     std::unique_ptr<QSystemTrayIcon> TrayIcon;
     std::unique_ptr<QMenu> TrayMenu;
-    std::array<QAction *, 4> TrayActions = {}; // owned by the tray menu
+    std::array<QAction *, 4> TrayActions = {}; // children of the tray menu, so that they go with it
 
     QMenu *CurrentMenu = nullptr; // the menu that is being filled
     std::array<QPointer<QAction>, 24> ActionTable;
@@ -131,6 +132,7 @@ private:
     std::unique_ptr<QSettings> Settings;
     bool ReallyClose = false; // the close button ends the program
     bool QuitConfirmed = false;
+    QPointer<QMessageBox> StopQuestion; // while it is open
     bool IsStartHidden = false;
     QString LocationFile; // with the system's own separators
 

@@ -4,6 +4,7 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
 
 #include <QApplication>
@@ -104,14 +105,14 @@ void CMainWindow::Raw_Menu_View_RestoreWindow()
 void CMainWindow::Raw_Menu_View_Close2Hide()
 {
     ReallyClose = !ReallyClose;
-    Settings->setValue(QStringLiteral("CloseIsMinimize"), ReallyClose);
+    Settings->setValue(CloseIsMinimizeKey, ReallyClose);
     ApplySettingsMarks();
 }
 
 void CMainWindow::Raw_Menu_View_Start2Hide()
 {
     IsStartHidden = !IsStartHidden;
-    Settings->setValue(QStringLiteral("StartHidden"), IsStartHidden);
+    Settings->setValue(StartHiddenKey, IsStartHidden);
     ApplySettingsMarks();
 }
 
@@ -175,7 +176,7 @@ void CMainWindow::setStyleAndScheme(const QString &name, ColourScheme scheme, in
     if (!name.isEmpty())
         QApplication::setStyle(QStyleFactory::create(name));
     SetColourScheme(scheme);
-    Settings->setValue(QStringLiteral("GuiStyle"), guiStyle);
+    Settings->setValue(GuiStyleKey, guiStyle);
     UpdateStyleMarks();
     RefreshStatusView();
 }

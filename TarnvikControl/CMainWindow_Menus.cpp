@@ -3,6 +3,7 @@
 #include "TarnvikControl/CMainWindow.h"
 
 #include "CommonQt/AppTranslation.h"
+#include "TarnvikControl/SettingsKeys.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -14,7 +15,6 @@
 
 namespace {
 
-const QString GuiStyleKey = QStringLiteral("GuiStyle");
 constexpr int DefaultGuiStyle = 0;
 constexpr int HighestGuiStyle = 4;
 constexpr int UnknownGuiStyle = 2; // what the marks show while no style is stored

@@ -5,6 +5,7 @@
 #include "TarnvikControl/ArgumentStore.h"
 #include "TarnvikControl/CMainWindow.h"
 #include "TarnvikControl/LogHandler.h"
+#include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
 #include "platform/Console.h"
 #include "platform/ControlEvents.h"
@@ -23,6 +24,9 @@
 namespace {
 
 constexpr int RefusedExitCode = -1;
+
+// Set by the first request to end that was handled; never cleared.
+std::atomic<bool> EndRequested = false;
 
 void ReadVersion()
 {
@@ -60,8 +64,8 @@ bool OpenDebugConsole(const ArgumentStore &arguments)
 
 void ShowOrHide(QWidget &window, int showCommand)
 {
-    const QSettings settings(QStringLiteral("Quillane"), QGuiApplication::applicationDisplayName());
-    if (settings.value(QStringLiteral("StartHidden"), false).toBool())
+    const QSettings settings(SettingsOrganisation, SettingsApplication());
+    if (settings.value(StartHiddenKey, false).toBool())
         window.hide();
     else
         ApplyShowCommand(window, showCommand);
@@ -101,7 +105,8 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
         window = std::make_unique<CMainWindow>();
         consoleOpened = OpenDebugConsole(arguments);
         ShowOrHide(*window, showCommand);
-        exitCode = QApplication::exec();
+        // A request that came before the loop was answered by nobody, or by the loop of a message box.
+        exitCode = EndRequested ? 0 : QApplication::exec();
     }
     if (exitCode != 0) {
         const QString error = QCoreApplication::translate("main", "Error %1").arg(exitCode);
@@ -156,13 +161,11 @@ void ApplyShowCommand(QWidget &window, int showCommand)
 
 bool CtrlCException(std::uint32_t controlType)
 {
-    static std::atomic<bool> acted = false;
     qInfo("CtrlCException");
     const bool known =
         controlType == platform::ControlTypeCtrlC || controlType == platform::ControlTypeShutdown;
-    if (!known || acted.exchange(true))
+    if (!known || EndRequested.exchange(true))
         return false;
-    // Posted, so that it also reaches a loop that has not begun yet.
     if (QCoreApplication *const application = QCoreApplication::instance()) {
         QMetaObject::invokeMethod(
             application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);

@@ -224,7 +224,7 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
 
     const QString folder = isolation.root() + QStringLiteral("/program");
-    if (!isolation.isValid() || !QDir().mkpath(folder)) {
+    if (!QDir().mkpath(folder)) {
         Complain(QStringLiteral("no temporary folder can be made."));
         return 1;
     }

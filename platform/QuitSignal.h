@@ -7,13 +7,13 @@
 
 namespace platform {
 
-/// True when a process may be waiting on the named system semaphore. Where named semaphores outlive their
-/// last handle this looks for a waiting process and, if there is none, takes away any count that was left
-/// behind; where they do not, it is always true.
+/// True when a process waits on the named system semaphore. Always true where a release without a waiting
+/// process is harmless because the semaphore goes with its last handle. Changes nothing.
 [[nodiscard]] bool QuitSignalHasListener(const QString &key);
 
-/// Called right after a release: a count that nobody took is taken away, and a process that took it does not
-/// give it back when it ends. Does nothing where the system sees to that itself.
+/// Takes away a count that nobody took, and sees to it that a process that took one does not give it back
+/// when it ends. Call it right after a release, and in place of a release that nobody waits for. Does nothing
+/// where the system sees to that itself.
 void SettleQuitSignal(const QString &key);
 
 } // namespace platform

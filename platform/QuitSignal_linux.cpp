@@ -53,31 +53,23 @@ std::optional<int> Find(const QString &key)
     return semaphore == -1 ? std::nullopt : std::optional(semaphore);
 }
 
-/// Setting the value also forgets what every process would give back or take back at its end.
-void Reset(int semaphore)
-{
-    SemaphoreArgument zero = {};
-    semctl(semaphore, 0, SETVAL, zero);
-}
-
 } // namespace
 
 bool QuitSignalHasListener(const QString &key)
 {
     const std::optional<int> semaphore = Find(key);
-    if (!semaphore)
-        return false;
-    if (semctl(*semaphore, 0, GETNCNT) > 0)
-        return true;
-    Reset(*semaphore);
-    return false;
+    return semaphore && semctl(*semaphore, 0, GETNCNT) > 0;
 }
 
 void SettleQuitSignal(const QString &key)
 {
-    // The release has already passed the count to a waiting process: the kernel does both in one step.
-    if (const std::optional<int> semaphore = Find(key))
-        Reset(*semaphore);
+    const std::optional<int> semaphore = Find(key);
+    if (!semaphore)
+        return;
+    // A release has already passed its count to a waiting process: the kernel does both in one step. Setting
+    // the value also forgets what every process would give back or take back at its end.
+    SemaphoreArgument zero = {};
+    semctl(*semaphore, 0, SETVAL, zero);
 }
 
 } // namespace platform

@@ -131,6 +131,7 @@ private slots:
     void theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot_data();
     void theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot();
     void theQuitCommandAnsweredWithAbortChangesNothing();
+    void aSecondQuitWhileTheQuestionIsOpenAsksNoSecondQuestion();
     void aBoxThatClosesWhileTheWindowIsHiddenDoesNotEndTheProgram();
     void theTrayIconIsClicked_data();
     void theTrayIconIsClicked();
@@ -297,7 +298,6 @@ void CMainWindowTest::aKilledRecorderIsShownAsStoppedAndRunningAgain()
     CMainWindow window;
     QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
     QTRY_COMPARE(Report->count(QStringLiteral("started")), 1);
-    QSignalSpy changes(Panel(window).document(), &QTextDocument::contentsChanged);
     bool stoppedShown = false;
     connect(Panel(window).document(), &QTextDocument::contentsChanged, this, [&] {
         stoppedShown = stoppedShown || Panel(window).toPlainText().contains(QStringLiteral("Stopped"));
@@ -336,12 +336,19 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
     QProcess old;
     old.start(tests::StandInProgram(), QStringList());
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    const qint64 oldProcess = old.processId();
     const CMainWindow window;
     QVERIFY(old.waitForFinished());
     QCOMPARE(old.exitCode(), 0);
-    QCOMPARE(Report->count(QStringLiteral("quit-request"), old.processId()),
-             Report->count(QStringLiteral("quit-request")));
+    QCOMPARE(Report->count(QStringLiteral("quit-request"), oldProcess), 1);
     QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QStringList order;
+    const QList<tests::RecorderEvent> events = Report->events();
+    for (const tests::RecorderEvent &event : events) {
+        if (event.Event == QLatin1String("quit-request") || event.Event == QLatin1String("started"))
+            order.append(event.Event);
+    }
+    QCOMPARE(order.join(u' '), QStringLiteral("started quit-request started"));
     QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
@@ -448,6 +455,30 @@ void CMainWindowTest::theQuitCommandAnsweredWithAbortChangesNothing()
     QVERIFY(!window.close());
     QCOMPARE(answers.boxes().size(), 2); // the close still asks
     QVERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+}
+
+void CMainWindowTest::aSecondQuitWhileTheQuestionIsOpenAsksNoSecondQuestion()
+{
+    CMainWindow window;
+    window.show();
+    QAction *const quit = Tray(window).contextMenu()->actions().last();
+    qsizetype boxes = 0;
+    QTimer::singleShot(200, &window, [&] {
+        // The tray's menu works while the question is open.
+        QTimer::singleShot(200, &window, [&] {
+            const QList<QWidget *> widgets = QApplication::topLevelWidgets();
+            for (QWidget *widget : widgets) {
+                if (qobject_cast<QMessageBox *>(widget) && widget->isVisible()) {
+                    ++boxes;
+                    widget->close();
+                }
+            }
+        });
+        quit->trigger();
+    });
+    quit->trigger();
+    QCOMPARE(boxes, 1);
+    QVERIFY(window.isVisible());
 }
 
 void CMainWindowTest::aBoxThatClosesWhileTheWindowIsHiddenDoesNotEndTheProgram()

@@ -4,7 +4,6 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "tests/support/DialogAnswers.h"
-#include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
 
 #include <QAction>
@@ -142,9 +141,6 @@ private slots:
     void aStyleEntrySetsStoresAndMarks();
     void theAmbiguousCtrlHTriggersNeitherEntry();
     void theOtherShortcutsTriggerTheirEntries();
-
-private:
-    QByteArray OldStyle;
 };
 
 void CMainWindow_MenusTest::initTestCase()

@@ -10,15 +10,18 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string>
 
 namespace {
 
-constexpr char Name[] = "Global\\{TarnvikControl-InstanceLockTest}";
+// Other runs of this test on the machine must not meet this one: the name holds the first process's id.
+std::string Name;
 
 QByteArray Run(const char *mode)
 {
     QProcess other;
-    other.start(QCoreApplication::applicationFilePath(), QStringList{QString::fromLatin1(mode)});
+    other.start(QCoreApplication::applicationFilePath(),
+                QStringList{QString::fromLatin1(mode), QString::fromStdString(Name)});
     other.waitForFinished();
     return other.readAllStandardOutput();
 }
@@ -41,22 +44,22 @@ private slots:
 
 void InstanceLockTest::theFirstClaimFindsNothing()
 {
-    const platform::InstanceLock lock(Name);
+    const platform::InstanceLock lock(Name.c_str());
     QVERIFY(!lock.alreadyExisted());
 }
 
 void InstanceLockTest::anotherProcessFindsTheClaim()
 {
     QCOMPARE(Run("ask"), QByteArray("free"));
-    const platform::InstanceLock lock(Name);
+    const platform::InstanceLock lock(Name.c_str());
     QCOMPARE(Run("ask"), QByteArray("taken"));
 }
 
 void InstanceLockTest::aSecondClaimOfTheSameProcessFindsTheFirst()
 {
-    const platform::InstanceLock first(Name);
+    const platform::InstanceLock first(Name.c_str());
     {
-        const platform::InstanceLock second(Name);
+        const platform::InstanceLock second(Name.c_str());
         QVERIFY(second.alreadyExisted());
     }
     QCOMPARE(Run("ask"), QByteArray("taken")); // the second one's end does not free the first one's name
@@ -65,7 +68,7 @@ void InstanceLockTest::aSecondClaimOfTheSameProcessFindsTheFirst()
 void InstanceLockTest::theNameIsFreeAfterTheObjectIsGone()
 {
     {
-        const platform::InstanceLock lock(Name);
+        const platform::InstanceLock lock(Name.c_str());
         QVERIFY(!lock.alreadyExisted());
     }
     QCOMPARE(Run("ask"), QByteArray("free"));
@@ -74,7 +77,8 @@ void InstanceLockTest::theNameIsFreeAfterTheObjectIsGone()
 void InstanceLockTest::theNameIsFreeAfterTheProcessWasKilled()
 {
     QProcess other;
-    other.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("claim")});
+    other.start(QCoreApplication::applicationFilePath(),
+                QStringList{QStringLiteral("claim"), QString::fromStdString(Name)});
     QVERIFY(other.waitForReadyRead());
     QCOMPARE(other.readAllStandardOutput(), QByteArray("free"));
     QCOMPARE(Run("ask"), QByteArray("taken"));
@@ -85,10 +89,11 @@ void InstanceLockTest::theNameIsFreeAfterTheProcessWasKilled()
 
 void InstanceLockTest::aChildThatOutlivesTheClaimDoesNotKeepTheName()
 {
-    auto lock = std::make_unique<platform::InstanceLock>(Name);
+    auto lock = std::make_unique<platform::InstanceLock>(Name.c_str());
     QVERIFY(!lock->alreadyExisted());
     QProcess child;
-    child.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("linger")});
+    child.start(QCoreApplication::applicationFilePath(),
+                QStringList{QStringLiteral("linger"), QString::fromStdString(Name)});
     QVERIFY(child.waitForReadyRead());
     lock.reset();
     QCOMPARE(Run("ask"), QByteArray("free"));
@@ -98,19 +103,22 @@ void InstanceLockTest::aChildThatOutlivesTheClaimDoesNotKeepTheName()
 
 void InstanceLockTest::anotherNameIsAnotherClaim()
 {
-    const platform::InstanceLock lock(Name);
-    const platform::InstanceLock other("Global\\{TarnvikControl-InstanceLockTest-2}");
+    const platform::InstanceLock lock(Name.c_str());
+    const platform::InstanceLock other((Name + "-2").c_str());
     QVERIFY(!lock.alreadyExisted());
     QVERIFY(!other.alreadyExisted());
 }
 
 int main(int argc, char **argv)
 {
-    const char *const mode = argc == 2 ? argv[1] : "";
+    const char *const mode = argc == 3 ? argv[1] : "";
+    Name = argc == 3
+               ? argv[2]
+               : "Global\\{InstanceLockTest-" + std::to_string(QCoreApplication::applicationPid()) + "}";
     const bool claim = std::strcmp(mode, "claim") == 0;
     const bool linger = std::strcmp(mode, "linger") == 0;
     if (claim || std::strcmp(mode, "ask") == 0) {
-        const platform::InstanceLock lock(Name);
+        const platform::InstanceLock lock(Name.c_str());
         std::fputs(lock.alreadyExisted() ? "taken" : "free", stdout);
         std::fflush(stdout);
         return claim ? std::getchar() : 0; // the claimer waits until it is killed

@@ -1,12 +1,40 @@
 // SPDX-License-Identifier: MIT
 // Finds the semaphore that Qt makes: a change of Qt's naming must show here.
 #include "platform/QuitSignal.h"
+
+#include "Common_Files/RecorderNames.h"
+#include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
+#include <QProcess>
 #include <QSystemSemaphore>
 
+#include <atomic>
 #include <thread>
+
+namespace {
+
+/// Waits on the semaphore on a thread of its own, until it is released or the object goes.
+struct Listener
+{
+    explicit Listener(const QString &key)
+        : Key(key), Thread([this] { Woken = QSystemSemaphore(Key).acquire(); })
+    {}
+    ~Listener()
+    {
+        while (!Woken) // a release before the thread waits stays for it
+            QSystemSemaphore(Key).release();
+        Thread.join();
+    }
+    Q_DISABLE_COPY_MOVE(Listener)
+
+    QString Key;
+    std::atomic<bool> Woken = false;
+    std::thread Thread;
+};
+
+} // namespace
 
 class QuitSignalTest : public QObject
 {
@@ -15,8 +43,8 @@ class QuitSignalTest : public QObject
 private slots:
     void theSemaphoreOfQtIsFound_data();
     void theSemaphoreOfQtIsFound();
-    void aCountIsTakenAwayWhenNobodyListens();
-    void aReleaseThatWasTakenIsNotGivenBack();
+    void aCountIsTakenAway();
+    void aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd();
 };
 
 void QuitSignalTest::theSemaphoreOfQtIsFound_data()
@@ -33,36 +61,38 @@ void QuitSignalTest::theSemaphoreOfQtIsFound()
     QVERIFY(!platform::QuitSignalHasListener(key));
     QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Create);
     QVERIFY(!platform::QuitSignalHasListener(key));
-    bool acquired = false;
-    std::thread listener([&] { acquired = QSystemSemaphore(key).acquire(); });
+    const Listener listener(key);
     QTRY_VERIFY(platform::QuitSignalHasListener(key));
     QVERIFY(semaphore.release());
-    listener.join();
-    QVERIFY(acquired);
+    QTRY_VERIFY(listener.Woken);
     QVERIFY(!platform::QuitSignalHasListener(key));
 }
 
-void QuitSignalTest::aCountIsTakenAwayWhenNobodyListens()
+void QuitSignalTest::aCountIsTakenAway()
 {
-    const QString key = QStringLiteral("TarnvikRecord_Quit");
-    QSystemSemaphore semaphore(key, 2, QSystemSemaphore::Create);
-    QVERIFY(!platform::QuitSignalHasListener(key));
-    std::thread listener([&] { semaphore.acquire(); });
-    QTRY_VERIFY(platform::QuitSignalHasListener(key)); // it waits: the count of 2 is gone
-    QVERIFY(QSystemSemaphore(key).release());
-    listener.join();
+    QSystemSemaphore semaphore(RecorderQuitKey, 2, QSystemSemaphore::Create);
+    platform::SettleQuitSignal(RecorderQuitKey);
+    const Listener listener(RecorderQuitKey);
+    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey)); // it waits: the count of 2 is gone
+    QVERIFY(!listener.Woken);
 }
 
-void QuitSignalTest::aReleaseThatWasTakenIsNotGivenBack()
+void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
 {
-    const QString key = QStringLiteral("TarnvikRecord_Quit");
-    QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Create);
+    tests::RecorderReport report;
+    report.setOption("INTERVAL_MS", "0");
+    // Made here, so that the recorder is not its maker.
+    QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
+    QProcess recorder;
+    recorder.start(tests::StandInProgram(), QStringList());
+    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
     QVERIFY(semaphore.release());
-    platform::SettleQuitSignal(key);
-    std::thread listener([&] { semaphore.acquire(); });
-    QTRY_VERIFY(platform::QuitSignalHasListener(key));
-    QVERIFY(QSystemSemaphore(key).release());
-    listener.join();
+    platform::SettleQuitSignal(RecorderQuitKey);
+    QVERIFY(recorder.waitForFinished());
+    QCOMPARE(report.count(QStringLiteral("quit-request")), 1);
+    const Listener listener(RecorderQuitKey);
+    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QVERIFY(!listener.Woken);
 }
 
 TARNVIK_TEST_MAIN(QuitSignalTest, QCoreApplication)

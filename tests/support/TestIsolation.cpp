@@ -9,7 +9,7 @@ namespace tests {
 TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
 {
     if (!Root.isValid())
-        return;
+        qFatal("the test's own folders cannot be made");
     struct Folder
     {
         const char *Variable;
@@ -30,12 +30,11 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
     for (const Folder &folder : folders) {
         const QString path = Root.filePath(QString::fromLatin1(folder.Path));
         if (!QDir().mkpath(path))
-            return;
+            qFatal("the test's own folder cannot be made: %s", folder.Path);
         qputenv(folder.Variable, QFile::encodeName(QDir::toNativeSeparators(path)));
     }
     QFile::setPermissions(Root.filePath(QStringLiteral("run")),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    Valid = true;
 }
 
 } // namespace tests

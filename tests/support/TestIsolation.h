@@ -14,17 +14,14 @@ namespace tests {
 class TestIsolation
 {
 public:
+    /// Ends the process when the folders cannot be made: a test must not run in the user's own.
     TestIsolation();
-
-    /// False when the folders could not be made; the test program must then not run.
-    [[nodiscard]] bool isValid() const { return Valid; }
 
     /// The folder that holds all the others, without a trailing separator.
     [[nodiscard]] QString root() const { return Root.path(); }
 
 private:
     QTemporaryDir Root;
-    bool Valid = false;
 };
 
 } // namespace tests

@@ -12,8 +12,6 @@
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
         const tests::TestIsolation isolation;                                                                \
-        if (!isolation.isValid())                                                                            \
-            qFatal("the test's own folders cannot be made");                                                 \
         ApplicationClass application(argc, argv);                                                            \
         TestClass test;                                                                                      \
         return QTest::qExec(&test, argc, argv);                                                              \

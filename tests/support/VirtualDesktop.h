@@ -25,6 +25,8 @@ public:
 
     /// The windows with exactly this title, hidden ones left out.
     [[nodiscard]] static QStringList windows(const QString &title);
+    /// A property of a window as the system's tool prints it.
+    [[nodiscard]] static QString property(const QString &window, const QString &name);
     /// Gives a window the keyboard and presses keys, named as in "ctrl+q"; false when that fails.
     static bool press(const QString &window, const QStringList &keys);
     /// Clicks with the left button, from the window's upper left corner.

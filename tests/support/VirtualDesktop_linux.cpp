@@ -106,11 +106,17 @@ QStringList VirtualDesktop::windows(const QString &title)
     for (QString &window : windows)
         window = window.trimmed();
     windows.removeIf([&title](const QString &window) {
-        QByteArray name;
-        Run(QStringLiteral("xprop"), {QStringLiteral("-id"), window, QStringLiteral("_NET_WM_NAME")}, &name);
-        return QString::fromUtf8(name).section(u'"', 1, -2) != title;
+        return property(window, QStringLiteral("_NET_WM_NAME")).section(u'"', 1, -2) != title;
     });
     return windows;
+}
+
+QString VirtualDesktop::property(const QString &window, const QString &name)
+{
+    QByteArray output;
+    Run(QStringLiteral("xprop"),
+        {QStringLiteral("-len"), QStringLiteral("4000000"), QStringLiteral("-id"), window, name}, &output);
+    return QString::fromUtf8(output);
 }
 
 bool VirtualDesktop::press(const QString &window, const QStringList &keys)
