@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+// How the runner ends its program, and that it can start another one afterwards.
+#include "TarnvikControl/QAsyncWatchExec.h"
+
+#include "Common_Files/RecorderNames.h"
+#include "Common_Files/TarnvikBasic.h"
+#include "platform/QuitSignal.h"
+#include "tests/TarnvikControl/RunnerTestTools.h"
+#include "tests/support/MessageLog.h"
+#include "tests/support/ProcessResources.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QSignalSpy>
+
+using tests::HookCalls;
+using tests::RecordHook;
+using tests::ScriptedProgram;
+
+class QAsyncWatchExec_StopTest : public tests::RunnerTest
+{
+    Q_OBJECT
+
+private slots:
+    void startOnARunningRunnerStopsTheOldProcessFirst();
+    void startRightAfterStopReallyStarts();
+    void stopWithARecorderThatObeysTheQuitSemaphoreReturnsAsSoonAsItHasEnded();
+    void stopTerminatesARecorderThatIgnoresTheQuitSemaphore();
+    void stopWithoutHookTerminatesAtOnce();
+    void stopKillsARecorderThatIgnoresEverythingAfter5s();
+    void stopDuringAPauseEndsAtOnce();
+    void stopReportsNoStates();
+    void stopEndsALoopThatIsLateForItsFarewell();
+    void theDestructorStopsTheProcess();
+    void tenStopStartRoundsWithTheQuitSemaphoreNeverStopALaterRecorder();
+    void aThousandRoundsLeaveNothingBehind();
+};
+
+void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
+{
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    runner.StopHook = RecordHook;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_VERIFY(runner.IsProcessRunning());
+    const qint64 oldProcess = Report->lastProcess(QStringLiteral("ready"));
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(runner.Start());
+    QVERIFY2(timer.elapsed() < 4500, qPrintable(QString::number(timer.elapsed()))); // killed after 5 s
+    QCOMPARE(HookCalls.size(), 1);
+    QVERIFY(!tests::IsAlive(oldProcess));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends"), oldProcess),
+             1); // it came to its own end: it was not killed
+    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_VERIFY(runner.IsProcessRunning());
+}
+
+void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{QStringLiteral("wait")};
+    for (int round = 0; round < 50; ++round) {
+        QVERIFY(runner.Start());
+        QTRY_VERIFY2(runner.IsProcessRunning(), qPrintable(QString::number(round)));
+        runner.Stop();
+    }
+}
+
+void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturnsAsSoonAsItHasEnded()
+{
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    runner.StopHook = QTarnvikBasic::SendRecorderQuit;
+    QVERIFY(runner.Start());
+    QTRY_VERIFY(runner.IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey));
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1); // it came to its own end: it was not killed
+}
+
+void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphore()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    runner.StopHook = QTarnvikBasic::SendRecorderQuit;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+}
+
+void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
+{
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+}
+
+void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    Report->setOption("IGNORE_TERMINATE", "1");
+    const tests::MessageLog log;
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    runner.StopHook = QTarnvikBasic::SendRecorderQuit;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    const qint64 process = Report->lastProcess(QStringLiteral("started"));
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    const qint64 elapsed = timer.elapsed();
+    QVERIFY2(elapsed >= 5000 && elapsed < 6000, qPrintable(QString::number(elapsed)));
+    QVERIFY(!tests::IsAlive(process));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(log.texts(QtWarningMsg), QStringList());
+}
+
+void QAsyncWatchExec_StopTest::stopDuringAPauseEndsAtOnce()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{QStringLiteral("exit:1")};
+    runner.StopHook = RecordHook;
+    QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(states.count(), 6); // ended twice: the pause of 5 s runs
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(HookCalls.size(), 1);
+}
+
+void QAsyncWatchExec_StopTest::stopReportsNoStates()
+{
+    QAsyncWatchExec runner;
+    QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{QStringLiteral("wait")};
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(states.count(), 2);
+    runner.Stop();
+    QCoreApplication::processEvents();
+    QCOMPARE(states.count(), 2);
+}
+
+void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{QStringLiteral("wait")};
+    QSemaphore inside;
+    QSemaphore leave;
+    const QMetaObject::Connection connection = connect(
+        &runner, &QAsyncWatchExec::Signal_Start, this,
+        [&] { // on the loop's thread
+            inside.release();
+            leave.tryAcquire(1, 1500);
+        },
+        Qt::DirectConnection);
+    QVERIFY(runner.Start());
+    inside.acquire();
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop(); // longer than the farewell may take
+    QVERIFY2(timer.elapsed() >= 500 && timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(!runner.isRunning());
+    disconnect(connection);
+    QVERIFY(runner.Start());
+    QTRY_VERIFY(runner.IsProcessRunning());
+}
+
+void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
+{
+    auto runner = std::make_unique<QAsyncWatchExec>();
+    runner->Program = tests::StandInProgram();
+    runner->StopHook = QTarnvikBasic::SendRecorderQuit;
+    QVERIFY(runner->Start());
+    QTRY_VERIFY(runner->IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey));
+    const qint64 process = Report->lastProcess(QStringLiteral("started"));
+    runner.reset();
+    QVERIFY(!tests::IsAlive(process));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+}
+
+void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopALaterRecorder()
+{
+    QAsyncWatchExec runner;
+    runner.Program = tests::StandInProgram();
+    runner.StopHook = QTarnvikBasic::SendRecorderQuit;
+    for (int round = 0; round < 10; ++round) {
+        QVERIFY(runner.Start());
+        QTRY_VERIFY2(runner.IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey),
+                     qPrintable(QString::number(round)));
+        QCOMPARE(Report->count(QStringLiteral("started")), round + 1);
+        runner.Stop();
+        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+    }
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+}
+
+void QAsyncWatchExec_StopTest::aThousandRoundsLeaveNothingBehind()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{QStringLiteral("out:hello\\n"), QStringLiteral("wait")};
+    const tests::MessageLog log;
+    QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
+    tests::ProcessResources before;
+    for (int round = 0; round < 1000; ++round) {
+        if (round == 1) // the first round makes what the libraries keep
+            before = tests::ProcessResources::Count();
+        QVERIFY(runner.Start());
+        while (round % 4 != 3 &&
+               !runner.IsProcessRunning()) // sometimes stopped before the process has started
+            QVERIFY2(states.wait(), qPrintable(QString::number(round)));
+        runner.Stop();
+    }
+    QTRY_COMPARE(tests::ProcessResources::Count(),
+                 before); // a thread of the system ends a little after its QThread
+    QCOMPARE(before.Children, 0);
+}
+
+TARNVIK_TEST_MAIN(QAsyncWatchExec_StopTest, QCoreApplication)
+
+#include "QAsyncWatchExec_StopTest.moc"
