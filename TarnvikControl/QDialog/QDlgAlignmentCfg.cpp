@@ -150,8 +150,8 @@ void QDlgAlignmentCfg::BuildLayout()
     Outer->addSpacing(20);
     addButton(addLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
 
-    // The tree is older than the dialog's other widgets only by chance of the layout: say that it comes
-    // first.
+    // The keyboard starts in the tree. The Tab key then follows the lines, as the widgets were added in that
+    // order.
     Tree->setFocus();
 }
 
