@@ -347,7 +347,7 @@ void AlignmentSaveTest::theFileIsWrittenWhereTheUserSays()
     const QByteArray before = tests::FileBytes(path(RtlFile));
     load({QStringLiteral("i.ad")});
     const QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
-    AnswerToFile = [elsewhere](const QString &) { return elsewhere; };
+    AnswerToFile = [&elsewhere](const QString &) { return elsewhere; };
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
