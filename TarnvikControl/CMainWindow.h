@@ -55,6 +55,7 @@ protected slots:
     void Raw_Menu_File_OpenDrawer_Settings();
     void Raw_Menu_File_Hide();
     void Raw_Menu_File_QuitApp();
+    void Raw_Menu_Align_Show();
     void Raw_Menu_View_SaveWindow();
     void Raw_Menu_View_RestoreWindow();
     void Raw_Menu_View_Close2Hide();
@@ -99,6 +100,7 @@ private:
 
     void buildMenus();
     void buildFileMenu();
+    void buildAlignmentMenu();
     void buildViewMenu();
     void buildStyleEntries();
     void addMenu(const QString &title);

@@ -4,6 +4,7 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
 
@@ -16,6 +17,9 @@
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QUrl>
+
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -90,6 +94,15 @@ void CMainWindow::Raw_Menu_File_OpenDrawer_Settings()
 void CMainWindow::Raw_Menu_File_Hide()
 {
     hide();
+}
+
+void CMainWindow::Raw_Menu_Align_Show()
+{
+    const std::unique_ptr<QDlgAlignmentCfg> dialog(new (std::nothrow) QDlgAlignmentCfg);
+    if (dialog == nullptr)
+        return;
+    (void)dialog->LoadFolder(QString(), QStringLiteral("TarnvikDriver_*.ad")); // errors are not shown
+    dialog->exec();
 }
 
 void CMainWindow::Raw_Menu_View_SaveWindow()

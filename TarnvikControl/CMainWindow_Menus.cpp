@@ -33,6 +33,7 @@ void CMainWindow::buildMenus()
     ActionCount = 0;
     RememberedIndices = {};
     buildFileMenu();
+    buildAlignmentMenu();
     buildViewMenu();
 }
 
@@ -49,6 +50,13 @@ void CMainWindow::buildFileMenu()
     CurrentMenu->addSeparator();
     addEntry(tr("Hide"), tr("Hide"), SLOT(Raw_Menu_File_Hide()), QKeySequence(Qt::CTRL | Qt::Key_H));
     addEntry(tr("Quit"), tr("Quit"), SLOT(Raw_Menu_File_QuitApp()), QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+void CMainWindow::buildAlignmentMenu()
+{
+    addMenu(tr("Alignment"));
+    addEntry(tr("Show..."), tr("Show alignement table for SDRs"), SLOT(Raw_Menu_Align_Show()),
+             QKeySequence(Qt::CTRL | Qt::Key_S));
 }
 
 void CMainWindow::buildViewMenu()

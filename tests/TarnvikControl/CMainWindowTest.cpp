@@ -178,7 +178,7 @@ void CMainWindowTest::carriesItsClassInformationAndItsSlotsInOrder()
         QStringLiteral(
             "Raw_SlotAboutToQuit Raw_SlotNewTranslation Raw_Menu_File_OpenDrawer_Record "
             "Raw_Menu_File_CreateDrawerLink Raw_Menu_File_OpenDrawer_Settings Raw_Menu_File_Hide "
-            "Raw_Menu_File_QuitApp Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow "
+            "Raw_Menu_File_QuitApp Raw_Menu_Align_Show Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow "
             "Raw_Menu_View_Close2Hide "
             "Raw_Menu_View_Start2Hide Raw_Menu_View_AboutQt Raw_Menu_View_AboutPrg Raw_Menu_View_OpenReadMe "
             "Raw_Menu_View_WindowStyle Raw_Menu_View_LightFusionStyle Raw_Menu_View_DarkFusionStyle "

@@ -4,7 +4,10 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/Version.h"
+#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 
@@ -13,10 +16,12 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTranslator>
 #include <QUrl>
 
@@ -78,6 +83,7 @@ private slots:
     void theSettingsFolderIsOpened();
     void aMissingSettingsFolderIsReported();
     void hideHidesTheWindow();
+    void theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards();
     void saveAndRestoreWindow();
     void theAboutBoxReads();
     void theGuideIsSearchedInOrder_data();
@@ -225,6 +231,40 @@ void CMainWindow_CommandsTest::hideHidesTheWindow()
     Window->show();
     trigger(QStringLiteral("Hide"));
     QVERIFY(!Window->isVisible());
+}
+
+void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards()
+{
+    QVERIFY(QDir().mkpath(ConfigurationFolder()));
+    const QList<tests::FileTable> tables = {{"0x1", 1}, {"0x2", 2}};
+    for (const char *name : {"TarnvikDriver_RtlSdr.ad", "Other_RtlSdr.ad"})
+        QVERIFY(tests::WriteAlignmentFile(ConfigurationFolder() + u'/' + QLatin1String(name), SdrType::RtlSdr,
+                                          tables));
+    QVERIFY(
+        tests::WriteFileBytes(ConfigurationFolder() + QStringLiteral("/TarnvikDriver_bad.ad"), "rubbish"));
+    Window->show();
+    QPointer<QDlgAlignmentCfg> shown;
+    QList<AlignmentRow> rows;
+    bool survivedTheWindow = false;
+    QTimer closer;
+    connect(&closer, &QTimer::timeout, this, [&] {
+        shown = qobject_cast<QDlgAlignmentCfg *>(QApplication::activeModalWidget());
+        if (!shown || !shown->isVisible())
+            return;
+        closer.stop();
+        rows = shown->rows();
+        Window->hide(); // as the tray can
+        survivedTheWindow = !shown->parent() && shown->isVisible();
+        shown->reject();
+    });
+    closer.start(5);
+    trigger(QStringLiteral("Show..."));
+    QVERIFY(survivedTheWindow);
+    QVERIFY(!shown);
+    QCOMPARE(rows.size(), 2); // those of the other file are not there
+    QCOMPARE(rows.first().filePath, ConfigurationFolder() + QStringLiteral("/TarnvikDriver_RtlSdr.ad"));
+    QCOMPARE(rows.first().state, AlignmentRow::Present);
+    QVERIFY(Answers->boxes().isEmpty()); // nothing is said about the damaged file
 }
 
 void CMainWindow_CommandsTest::saveAndRestoreWindow()

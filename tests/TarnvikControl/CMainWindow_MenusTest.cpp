@@ -3,6 +3,7 @@
 #include "TarnvikControl/CMainWindow.h"
 
 #include "CommonQt/AppTranslation.h"
+#include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 
@@ -15,6 +16,7 @@
 #include <QSettings>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTimer>
 
 namespace {
 
@@ -86,6 +88,9 @@ const QStringList FileMenu = {
     QStringLiteral("File|-"),
     QStringLiteral("File|Hide|Hide|Ctrl+H|"),
     QStringLiteral("File|Quit|Quit|Ctrl+Q|"),
+};
+const QStringList AlignmentMenu = {
+    QStringLiteral("Alignment|Show...|Show alignement table for SDRs|Ctrl+S|"),
 };
 const QStringList ViewMenuStart = {
     QStringLiteral("View|Save Windows|Save size and state of windows||"),
@@ -170,21 +175,23 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries_data()
     const QString windows11 = QStringLiteral("windows11");
     QTest::newRow("without the windows11 style: default and the two Fusion entries only")
         << QStringList{windows, fusion} << false
-        << FileMenu + ViewMenuStart + Guide + DefaultStyleEntry + FusionEntries + StylesEnd + About;
-    QTest::newRow("with both styles") << QStringList{windows11, fusion} << false
-                                      << FileMenu + ViewMenuStart + Guide + DefaultStyleEntry +
-                                             FusionEntries + Windows11Entries + StylesEnd + About;
-    QTest::newRow("with windows11 only")
-        << QStringList{windows11, windows} << false
-        << FileMenu + ViewMenuStart + Guide + DefaultStyleEntry + Windows11Entries + StylesEnd + About;
+        << FileMenu + AlignmentMenu + ViewMenuStart + Guide + DefaultStyleEntry + FusionEntries + StylesEnd +
+               About;
+    QTest::newRow("with both styles")
+        << QStringList{windows11, fusion} << false
+        << FileMenu + AlignmentMenu + ViewMenuStart + Guide + DefaultStyleEntry + FusionEntries +
+               Windows11Entries + StylesEnd + About;
+    QTest::newRow("with windows11 only") << QStringList{windows11, windows} << false
+                                         << FileMenu + AlignmentMenu + ViewMenuStart + Guide +
+                                                DefaultStyleEntry + Windows11Entries + StylesEnd + About;
     QTest::newRow("with neither: no style entries at all")
-        << QStringList{windows} << false << FileMenu + ViewMenuStart + Guide + About;
+        << QStringList{windows} << false << FileMenu + AlignmentMenu + ViewMenuStart + Guide + About;
     QTest::newRow("style names in another case do not count")
         << QStringList{QStringLiteral("fusion"), QStringLiteral("Windows11")} << false
-        << FileMenu + ViewMenuStart + Guide + About;
+        << FileMenu + AlignmentMenu + ViewMenuStart + Guide + About;
     QTest::newRow("with a language") << QStringList{fusion} << true
-                                     << FileMenu + ViewMenuStart + Language + Guide + DefaultStyleEntry +
-                                            FusionEntries + StylesEnd + About;
+                                     << FileMenu + AlignmentMenu + ViewMenuStart + Language + Guide +
+                                            DefaultStyleEntry + FusionEntries + StylesEnd + About;
 }
 
 void CMainWindow_MenusTest::theMenuBarHasItsEntries()
@@ -392,6 +399,17 @@ void CMainWindow_MenusTest::theOtherShortcutsTriggerTheirEntries()
     press(Qt::Key_D);
     QCOMPARE(answers.boxes().size(), 2);
     QVERIFY(answers.boxes().last().Text.startsWith(QStringLiteral("Drawer does not exists!")));
+    bool shown = false;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, &window, [&shown] {
+        if (auto *const dialog = qobject_cast<QDlgAlignmentCfg *>(QApplication::activeModalWidget())) {
+            shown = true;
+            dialog->reject();
+        }
+    });
+    closer.start(5);
+    press(Qt::Key_S);
+    QVERIFY(shown);
     answers.setAnswer(QMessageBox::Abort);
     press(Qt::Key_Q);
     QCOMPARE(answers.boxes().size(), 3);

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/AlignmentDriver.h"
+
+#include "alignment/AlignTypes.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace {
+
+// Not translated: the way back from the name counts its letters.
+const QString UnknownDriver = QStringLiteral("Driver");
+
+bool IsListed(int sdrType)
+{
+    return sdrType >= 0 && static_cast<std::size_t>(sdrType) < AlignDriverNames.size();
+}
+
+} // namespace
+
+QString AlignmentDriverName(int sdrType)
+{
+    return IsListed(sdrType) ? QString::fromLatin1(AlignDriverNames.at(static_cast<std::size_t>(sdrType)))
+                             : QStringLiteral("%1 %2").arg(UnknownDriver).arg(sdrType);
+}
+
+int AlignmentDriverType(const QString &driverName)
+{
+    const auto *const listed =
+        std::find_if(AlignDriverNames.begin() + 1, AlignDriverNames.end(),
+                     [&](const char *name) { return driverName == QLatin1String(name); });
+    if (listed != AlignDriverNames.end())
+        return static_cast<int>(listed - AlignDriverNames.begin());
+    return std::max(driverName.mid(UnknownDriver.size() + 1).toInt(), 0); // 0 also when it is no number
+}
+
+QString AlignmentDriverFileName(int sdrType)
+{
+    return IsListed(sdrType) ? QString::fromLatin1(AlignDriverFileNames.at(static_cast<std::size_t>(sdrType)))
+                             : QString();
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// One alignment table of one file, as the alignment dialog lists it.
+#pragma once
+
+#include <QString>
+#include <Qt>
+
+#include <cstdint>
+#include <optional>
+
+/// A table of a driver's device. The pair of driver and hardware id identifies it.
+///
+/// Dates are kept in seconds since 1970-01-01 00:00:00 UTC, as files hold them: a QDateTime cannot express
+/// all of them, and those that it cannot would all be equal.
+struct AlignmentRow
+{
+    /// How the table relates to what the dialog held before.
+    enum State : std::uint8_t {
+        Present = 0,       ///< in the recorder's folder
+        NewInDataBase = 1, ///< only in an imported file
+        UpdatePresent = 2, ///< in the recorder's folder, and with another date in an imported file
+    };
+
+    /// Bits of `flags`.
+    enum Flag : std::uint8_t {
+        driverIsNew = 1, ///< read while the dialog had no row of the driver
+        takenOver = 2,   ///< checked at the last save
+    };
+
+    QString filePath; ///< the file from which the table was read
+    QString driver;   ///< the driver's display name
+    QString hardwareId;
+    std::uint64_t alignedAt = 0;
+    State state = Present;
+    std::uint8_t flags = 0;
+    QString updateFilePath;                       ///< the imported file of an UpdatePresent row
+    std::optional<std::uint64_t> updateAlignedAt; ///< and the date of the table there
+
+    [[nodiscard]] bool has(Flag flag) const { return (flags & flag) != 0; }
+    void set(Flag flag, bool on);
+
+    /// Takes note of the same table in one more file. Of several imported versions only the newest stays.
+    void AddVersion(const QString &file, std::uint64_t date);
+
+    bool operator==(const AlignmentRow &) const = default;
+};
+
+/// How a row is shown.
+struct AlignmentRowLook
+{
+    QString Text;                            ///< of the column beside the hardware id
+    std::optional<Qt::CheckState> CheckBox;  ///< empty: the row has none
+    std::optional<Qt::GlobalColor> Backdrop; ///< with white text on it; empty: the usual colours
+};
+
+/// How the row is shown, in the language of the user interface.
+[[nodiscard]] AlignmentRowLook LookOf(const AlignmentRow &row);
+
+/// The UTC date as "yyyy-MM-dd"; the number of seconds followed by "s" when the calendar does not reach that
+/// far.
+[[nodiscard]] QString AlignmentDateText(std::uint64_t secondsSinceEpoch);

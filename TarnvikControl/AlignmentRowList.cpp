@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/AlignmentRowList.h"
+
+#include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentDriver.h"
+#include "alignment/AlignStore.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <tuple>
+
+namespace {
+
+QString HardwareIdOf(const AlignTable &table)
+{
+    const std::size_t length = qstrnlen(table.HwId.data(), table.HwId.size());
+    return QString::fromLocal8Bit(table.HwId.data(), static_cast<qsizetype>(length));
+}
+
+} // namespace
+
+AlignmentRow *AlignmentRowList::find(const QString &driver, const QString &hardwareId)
+{
+    const auto position = Positions.constFind({driver, hardwareId});
+    return position != Positions.cend() ? &Rows[*position] : nullptr;
+}
+
+void AlignmentRowList::Clear()
+{
+    Rows.clear();
+    Positions.clear();
+}
+
+QString AlignmentRowList::ReadFile(const QString &path)
+{
+    const std::unique_ptr<AlignStore> store(new (std::nothrow) AlignStore);
+    if (store == nullptr)
+        return QCoreApplication::translate("QDlgAlignmentCfg", "Out of memory");
+    const AlignResult result = store->LoadFile(path, store->Tables, true);
+    if (result != AlignResult::Ok)
+        return AlignResultText(result);
+
+    AlignmentRow candidate;
+    candidate.filePath = path;
+    candidate.driver = AlignmentDriverName(static_cast<int>(store->SdrType));
+    candidate.state = AlignmentRow::NewInDataBase;
+    if (candidate.driver.isEmpty() || store->Tables.Head == nullptr)
+        return AlignResultText(AlignResult::FileError);
+    candidate.set(AlignmentRow::driverIsNew, std::none_of(Rows.cbegin(), Rows.cend(), [&](const auto &row) {
+                      return row.driver == candidate.driver;
+                  }));
+    for (const AlignTableNode *node = store->Tables.Head; node != nullptr; node = node->Next) {
+        candidate.hardwareId = HardwareIdOf(*node->Table);
+        candidate.alignedAt = node->Table->AlignedAt;
+        add(candidate);
+    }
+    return {};
+}
+
+void AlignmentRowList::add(const AlignmentRow &candidate)
+{
+    if (AlignmentRow *const row = find(candidate.driver, candidate.hardwareId)) {
+        row->AddVersion(candidate.filePath, candidate.alignedAt);
+        return;
+    }
+    Positions.insert({candidate.driver, candidate.hardwareId}, Rows.size());
+    Rows.append(candidate);
+}
+
+QString AlignmentRowList::ReadFiles(const QStringList &paths)
+{
+    QString errors;
+    for (const QString &path : paths) {
+        const QString error = ReadFile(path);
+        if (error.isEmpty())
+            continue;
+        errors +=
+            QStringLiteral("%1%2: %3")
+                .arg(errors.isEmpty() ? QString() : QStringLiteral("\n"), QFileInfo(path).fileName(), error);
+    }
+    return errors;
+}
+
+QString AlignmentRowList::LoadFolder(const QString &folder, const QString &pattern)
+{
+    const QString path = folder.isEmpty() ? QTarnvikBasic::GetRecorderFile(QString()) : folder;
+    QStringList files;
+    if (!path.isEmpty()) { // Qt would take that for the working folder
+        // By name, so that the same folder always gives the same rows.
+        const QFileInfoList entries =
+            QDir(path).entryInfoList({pattern}, QDir::Files | QDir::Readable, QDir::Name);
+        for (const QFileInfo &entry : entries)
+            files.append(entry.filePath());
+    }
+    QString errors = ReadFiles(files);
+    for (AlignmentRow &row : Rows)
+        row.state = AlignmentRow::Present;
+    return errors;
+}
+
+void AlignmentRowList::Sort()
+{
+    std::sort(Rows.begin(), Rows.end(), [](const AlignmentRow &left, const AlignmentRow &right) {
+        return std::tie(left.driver, left.hardwareId) < std::tie(right.driver, right.hardwareId);
+    });
+    for (qsizetype i = 0; i < Rows.size(); ++i)
+        Positions[{Rows.at(i).driver, Rows.at(i).hardwareId}] = i;
+}

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/AlignmentSave.h"
+
+#include "TarnvikControl/AlignmentDriver.h"
+#include "TarnvikControl/AlignmentRowList.h"
+#include "alignment/AlignStore.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace {
+
+DriverSaveGroup &GroupOf(QList<DriverSaveGroup> &groups, int sdrType)
+{
+    const auto group = std::find_if(groups.begin(), groups.end(),
+                                    [&](const DriverSaveGroup &other) { return other.SdrType == sdrType; });
+    if (group != groups.end())
+        return *group;
+    groups.append({sdrType, {}, {}, {}});
+    return groups.last();
+}
+
+void AddPick(QList<SaveSource> &sources, const QString &filePath, const AlignmentPick &pick)
+{
+    auto source = std::find_if(sources.begin(), sources.end(),
+                               [&](const SaveSource &other) { return other.filePath() == filePath; });
+    if (source == sources.end())
+        source = sources.insert(sources.end(), SaveSource(filePath));
+    source->Add(pick);
+}
+
+void Collect(DriverSaveGroup &group, AlignmentRow &row, bool checked)
+{
+    const bool offersUpdate = row.state != AlignmentRow::Present && !row.updateFilePath.isEmpty() &&
+                              row.updateAlignedAt.has_value();
+    const QString &source = offersUpdate ? row.updateFilePath : row.filePath;
+    const AlignmentPick pick = {row.hardwareId, offersUpdate ? *row.updateAlignedAt : row.alignedAt};
+    if (row.has(AlignmentRow::driverIsNew)) {
+        if (group.TargetPath.isEmpty())
+            group.TargetPath = row.filePath;
+        if (!offersUpdate) {
+            // The target holds this table as a rule. It does not when a newer version came from another file.
+            if (checked && source != group.TargetPath)
+                AddPick(group.NewDriverSources, source, pick);
+            return;
+        }
+    }
+    row.set(AlignmentRow::takenOver, checked);
+    if (checked)
+        AddPick(group.Sources, source, pick);
+}
+
+/// The picks as the store takes them.
+std::vector<AlignSelectionEntry> SelectionOf(const QList<AlignmentPick> &picks)
+{
+    const auto now = static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch());
+    std::vector<AlignSelectionEntry> selection;
+    selection.reserve(static_cast<std::size_t>(picks.size()));
+    for (const AlignmentPick &pick : picks)
+        selection.push_back({pick.HardwareId.toLocal8Bit().toStdString(), now});
+    return selection;
+}
+
+/// Replaces tables of the store by the picked ones of the source.
+AlignResult TakeOver(AlignStore &store, const SaveSource &source)
+{
+    AlignResult result = store.LoadFile(source.filePath(), store.ImportTables, false);
+    if (result != AlignResult::Ok)
+        return result;
+    const std::vector<AlignSelectionEntry> selection = SelectionOf(source.picks());
+    for (const AlignSelectionEntry &entry : selection)
+        AlignStore::ClearTableByHwId(&store.Tables, entry.HwId.c_str());
+    result = store.MergeTables(store.Tables, store.ImportTables, selection);
+    AlignStore::ClearList(store.ImportTables);
+    return result;
+}
+
+/// The driver's own file in the folder, absolute.
+QString OwnFileOf(const DriverSaveGroup &group, QString folder)
+{
+    if (!folder.endsWith(u'/') && !folder.endsWith(QDir::separator()))
+        folder += QDir::separator();
+    const QString name = AlignmentDriverFileName(group.SdrType);
+    return QFileInfo(folder + (name.isEmpty() ? QFileInfo(group.TargetPath).fileName() : name))
+        .absoluteFilePath();
+}
+
+QString SaveGroup(const DriverSaveGroup &group, const QString &folder,
+                  const AlignmentSaveQuestions &questions)
+{
+    const QString ownFile = OwnFileOf(group, folder);
+    const bool hasOwnFile = QFileInfo::exists(ownFile);
+    const QList<SaveSource> sources = hasOwnFile ? group.Sources : group.Sources + group.NewDriverSources;
+    if (sources.isEmpty() && !questions.SaveUnchanged(AlignmentDriverName(group.SdrType)))
+        return {};
+    const std::unique_ptr<AlignStore> store(new (std::nothrow) AlignStore);
+    if (store == nullptr)
+        return QCoreApplication::translate("QDlgAlignmentCfg", "Out of memory");
+    AlignResult result = store->LoadFile(hasOwnFile ? ownFile : group.TargetPath, store->Tables, true);
+    for (const SaveSource &source : sources) {
+        if (result != AlignResult::Ok)
+            break;
+        result = TakeOver(*store, source);
+    }
+    if (result != AlignResult::Ok)
+        return AlignResultText(result);
+    const QString file = questions.FileToWrite(ownFile);
+    if (file.isEmpty())
+        return {};
+    result = store->SaveFile(file);
+    return result == AlignResult::Ok ? QString() : AlignResultText(result);
+}
+
+} // namespace
+
+void SaveSource::Add(const AlignmentPick &pick)
+{
+    if (HardwareIds.contains(pick.HardwareId))
+        return;
+    HardwareIds.insert(pick.HardwareId);
+    Picks.append(pick);
+}
+
+QList<DriverSaveGroup> CollectSaveGroups(const QList<AlignmentChoice> &choices, AlignmentRowList &rows)
+{
+    QList<DriverSaveGroup> groups;
+    for (const AlignmentChoice &choice : choices) {
+        const int sdrType = AlignmentDriverType(choice.Driver);
+        if (sdrType == 0)
+            continue;
+        DriverSaveGroup &group = GroupOf(groups, sdrType);
+        if (AlignmentRow *const row = rows.find(choice.Driver, choice.HardwareId))
+            Collect(group, *row, choice.Checked);
+    }
+    return groups;
+}
+
+QString SaveAlignment(const QList<DriverSaveGroup> &groups, const QString &folder,
+                      const AlignmentSaveQuestions &questions)
+{
+    for (const DriverSaveGroup &group : groups) {
+        if (group.TargetPath.isEmpty())
+            continue;
+        QString error = SaveGroup(group, folder, questions);
+        if (!error.isEmpty())
+            return error;
+    }
+    return {};
+}

@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+#include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
+
+#include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentSave.h"
+
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int HardwareIdColumn = 0;
+constexpr int DateColumn = 1;
+
+/// The dialog is as wide as this line, and the tree as high as twenty of them.
+const QString LongestLine = QStringLiteral(
+    "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____");
+constexpr int VisibleLines = 20;
+
+const QString DriverFiles = QStringLiteral("TarnvikDriver_*.ad");
+
+/// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
+QStringList AlignmentFilesIn(const QMimeData &data)
+{
+    QStringList files;
+    const QList<QUrl> urls = data.urls(); // empty without URLs
+    for (const QUrl &url : urls) {
+        const QString path = url.toLocalFile();
+        if (path.lastIndexOf(QStringLiteral(".ad")) > 0)
+            files.append(path);
+    }
+    return files;
+}
+
+QTreeWidgetItem *NewDriverItem(const QString &driver)
+{
+    auto *const item = new QTreeWidgetItem({driver, QString()});
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    return item;
+}
+
+QTreeWidgetItem *NewRowItem(const AlignmentRow &row)
+{
+    const AlignmentRowLook look = LookOf(row);
+    auto *const item = new QTreeWidgetItem({row.hardwareId, look.Text});
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    if (look.CheckBox) {
+        flags |= Qt::ItemIsUserCheckable;
+        item->setCheckState(HardwareIdColumn, *look.CheckBox);
+    }
+    item->setFlags(flags);
+    for (const int column : {HardwareIdColumn, DateColumn}) {
+        if (!look.Backdrop)
+            break;
+        item->setBackground(column, QBrush(*look.Backdrop));
+        item->setForeground(column, QBrush(Qt::white));
+    }
+    return item;
+}
+
+} // namespace
+
+QDlgAlignmentCfg::QDlgAlignmentCfg()
+    : Title(tr("Alignment data for SDR:")),
+      LastFolder(QStandardPaths::standardLocations(QStandardPaths::DesktopLocation).value(0)),
+      Tree(std::make_unique<QTreeWidget>()),
+      HeaderLabels({tr("SDR"), tr("Date of alignment")})
+{
+    // While the main window is hidden this is the last window, and its closing would end the program.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAcceptDrops(true);
+    Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
+    Tree->setHeaderLabels(HeaderLabels);
+    Tree->setUniformRowHeights(true); // spares measuring every row
+    Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
+}
+
+// The tree, created without parent, is deleted here, before the layout's other widgets.
+QDlgAlignmentCfg::~QDlgAlignmentCfg() = default;
+
+QString QDlgAlignmentCfg::LoadFolder(const QString &folder, const QString &pattern)
+{
+    return Rows.LoadFolder(folder, pattern);
+}
+
+void QDlgAlignmentCfg::showEvent(QShowEvent *event)
+{
+    if (Outer == nullptr) {
+        BuildLayout();
+        FillTree();
+    }
+    QDialog::showEvent(event);
+    adjustSize();
+}
+
+QHBoxLayout *QDlgAlignmentCfg::addLine()
+{
+    auto *const line = new QHBoxLayout;
+    Outer->addLayout(line);
+    Lines.append(line);
+    return line;
+}
+
+template <typename Slot>
+QPushButton *QDlgAlignmentCfg::addButton(QHBoxLayout *line, const QString &text, const QString &toolTip,
+                                         Slot slot)
+{
+    auto *const button = new QPushButton(text);
+    button->setToolTip(toolTip);
+    connect(button, &QPushButton::clicked, this, slot);
+    line->addWidget(button);
+    return button;
+}
+
+void QDlgAlignmentCfg::BuildLayout()
+{
+    Outer = new QVBoxLayout(this);
+    QHBoxLayout *line = addLine();
+    line->addWidget(new QLabel(Title));
+    line->addSpacing(10);
+
+    addLine()->addWidget(Tree.get());
+    const QRect longest = Tree->fontMetrics().boundingRect(LongestLine);
+    Tree->setMinimumHeight(VisibleLines * longest.height());
+    setMinimumWidth(longest.width() + 40);
+
+    line = addLine();
+    addButton(line, tr("Reset"), tr("Loads default"), &QDlgAlignmentCfg::Slot_Button_Reset);
+    addButton(line, tr("Clear"), tr("Clear full list"), &QDlgAlignmentCfg::Slot_Button_Clear);
+    addButton(line, tr("Import..."), tr("Imports data"), qOverload<>(&QDlgAlignmentCfg::Slot_Button_Import));
+    QPushButton *const saveButton =
+        addButton(line, tr("Save..."), tr("Saves data"), &QDlgAlignmentCfg::Slot_Button_Save);
+    // Without this the Enter key in the tree would press the first button and drop all imports.
+    saveButton->setDefault(true);
+    Outer->addSpacing(20);
+    addButton(addLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
+
+    // The keyboard starts in the tree. The Tab key then follows the lines, as the widgets were added in that
+    // order.
+    Tree->setFocus();
+}
+
+void QDlgAlignmentCfg::FillTree()
+{
+    Tree->setSortingEnabled(false); // or every single item would be sorted in
+    Tree->clear();
+    Tree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    limitTreeWidth();
+
+    Rows.Sort();
+    QList<QTreeWidgetItem *> drivers;
+    QList<QTreeWidgetItem *> tables; // of the last driver
+    for (const AlignmentRow &row : Rows.rows()) {
+        if (drivers.isEmpty() || drivers.last()->text(HardwareIdColumn) != row.driver) {
+            if (!drivers.isEmpty())
+                drivers.last()->addChildren(tables);
+            tables.clear();
+            drivers.append(NewDriverItem(row.driver));
+        }
+        tables.append(NewRowItem(row));
+    }
+    if (!drivers.isEmpty())
+        drivers.last()->addChildren(tables);
+    Tree->addTopLevelItems(drivers);
+    Tree->setSortingEnabled(true); // sorts by the column that the user clicked last
+    Tree->expandAll();
+    for (int column = 0; column < Tree->columnCount(); ++column)
+        Tree->resizeColumnToContents(column);
+}
+
+void QDlgAlignmentCfg::limitTreeWidth()
+{
+    int width = 10;
+    for (int column = 0; column < Tree->columnCount(); ++column)
+        width += Tree->columnWidth(column);
+    if (const QScreen *const screen = QGuiApplication::primaryScreen())
+        width = std::min(width, screen->availableGeometry().width() - 9);
+    if (width > 100)
+        Tree->setMinimumWidth(width);
+}
+
+void QDlgAlignmentCfg::Slot_Button_Reset()
+{
+    Rows.Clear();
+    Rows.LoadFolder(QString(), DriverFiles);
+    FillTree();
+}
+
+void QDlgAlignmentCfg::Slot_Button_Clear()
+{
+    Rows.Clear();
+    FillTree();
+}
+
+void QDlgAlignmentCfg::Slot_Button_Import(const QStringList &clstrIniFiles)
+{
+    QStringList files = clstrIniFiles;
+    if (files.isEmpty())
+        files = QFileDialog::getOpenFileNames(this, tr("Choose alignment file for importing"), LastFolder,
+                                              tr("AlignFile (*.ad);;All (*.*)"));
+    if (files.isEmpty())
+        return;
+    LastFolder = QFileInfo(files.first()).absolutePath();
+    const QString errors = Rows.ReadFiles(files);
+    if (!errors.isEmpty())
+        QMessageBox::warning(nullptr, tr("Importing alignment data"),
+                             tr("Error while loding:\n%1").arg(errors), QMessageBox::Ok);
+    FillTree();
+}
+
+void QDlgAlignmentCfg::Slot_Button_Import()
+{
+    Slot_Button_Import(QStringList());
+}
+
+void QDlgAlignmentCfg::Slot_Button_Save()
+{
+    const QString error = save();
+    if (!error.isEmpty())
+        QMessageBox::warning(nullptr, tr("Export alignment data"),
+                             tr("Error while exporting:\n%1").arg(error), QMessageBox::Ok);
+}
+
+QList<AlignmentChoice> QDlgAlignmentCfg::choices() const
+{
+    QList<AlignmentChoice> choices;
+    for (int i = 0; i < Tree->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *const driver = Tree->topLevelItem(i);
+        for (int j = 0; j < driver->childCount(); ++j) {
+            const QTreeWidgetItem *const table = driver->child(j);
+            choices.append({driver->text(HardwareIdColumn), table->text(HardwareIdColumn),
+                            table->checkState(HardwareIdColumn) == Qt::Checked});
+        }
+    }
+    return choices;
+}
+
+QString QDlgAlignmentCfg::save()
+{
+    AlignmentSaveQuestions questions;
+    questions.SaveUnchanged = [](const QString &driver) {
+        return QMessageBox::information(
+                   nullptr, tr("Update %1 alignment.").arg(driver),
+                   tr("No changes for the %1 driver.\nDo you still want to save?").arg(driver),
+                   QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    };
+    questions.FileToWrite = [this](const QString &proposal) {
+        return QFileDialog::getSaveFileName(this, tr("Choose alignment file for exporting"), proposal,
+                                            tr("AlignFile (*.ad);;All (*.*)"));
+    };
+    return SaveAlignment(CollectSaveGroups(choices(), Rows), QTarnvikBasic::GetRecorderFile(QString()),
+                         questions);
+}
+
+void QDlgAlignmentCfg::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (AlignmentFilesIn(*event->mimeData()).isEmpty())
+        event->ignore();
+    else
+        event->acceptProposedAction();
+}
+
+void QDlgAlignmentCfg::dropEvent(QDropEvent *event)
+{
+    const QStringList files = AlignmentFilesIn(*event->mimeData());
+    if (files.isEmpty())
+        return;
+    // Only read: a source that hears "moved" might delete its files.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    Slot_Button_Import(files);
+}

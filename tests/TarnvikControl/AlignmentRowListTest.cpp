@@ -1,0 +1,497 @@
+// SPDX-License-Identifier: MIT
+// Reading alignment files into the list of tables, and merging.
+#include "TarnvikControl/AlignmentRowList.h"
+
+#include "Common_Files/TarnvikBasic.h"
+#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment/FailingAllocations.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+
+using tests::Day;
+using tests::FileTable;
+using tests::WriteAlignmentFile;
+
+namespace {
+
+const QString AllFiles = QStringLiteral("*.ad");
+
+/// The row in words: state, date, file, date and file of the update, driverIsNew as "!".
+QString InWords(const AlignmentRow &row)
+{
+    QString words = QStringLiteral("%1/%2 %3 %4 %5")
+                        .arg(row.driver, row.hardwareId)
+                        .arg(row.state)
+                        .arg(AlignmentDateText(row.alignedAt), row.filePath.section(u'/', -1));
+    if (row.updateAlignedAt)
+        words += QStringLiteral(" (%1 %2)")
+                     .arg(AlignmentDateText(*row.updateAlignedAt), row.updateFilePath.section(u'/', -1));
+    return row.has(AlignmentRow::driverIsNew) ? words + u'!' : words;
+}
+
+QStringList InWords(const AlignmentRowList &list)
+{
+    QStringList words;
+    for (const AlignmentRow &row : list.rows())
+        words.append(InWords(row));
+    return words;
+}
+
+/// A plain account of what the list should hold: every version of a pair ever read, in order.
+struct ModelRow
+{
+    QString Driver;
+    QString HardwareId;
+    bool DriverIsNew = false;
+    bool IsPresent = false;
+    FileTable PresentVersion;
+    QString PresentFile;
+    QList<std::pair<std::uint64_t, QString>> Imported;
+};
+
+using Version = std::pair<std::uint64_t, QString>;
+
+/// The first of the versions with the latest date.
+Version Newest(const QList<Version> &versions)
+{
+    return *std::max_element(versions.begin(), versions.end(),
+                             [](const Version &a, const Version &b) { return a.first < b.first; });
+}
+
+class Model
+{
+public:
+    void Clear() { Rows.clear(); }
+
+    void Read(const QString &file, const QString &driver, const QList<FileTable> &tables)
+    {
+        bool isNew = true;
+        for (const ModelRow &row : Rows)
+            isNew = isNew && row.Driver != driver;
+        for (const FileTable &table : tables) {
+            const QString id = QString::fromLatin1(table.HwId);
+            auto row = std::find_if(Rows.begin(), Rows.end(), [&](const ModelRow &other) {
+                return other.Driver == driver && other.HardwareId == id;
+            });
+            if (row == Rows.end()) {
+                Rows.append({driver, id, isNew, false, {}, {}, {}});
+                row = Rows.end() - 1;
+            }
+            row->Imported.append({table.AlignedAt, file});
+        }
+    }
+
+    void MakeAllPresent()
+    {
+        for (ModelRow &row : Rows) {
+            const Version newest = Newest(row.Imported);
+            row.IsPresent = true;
+            row.PresentVersion.AlignedAt = newest.first;
+            row.PresentFile = newest.second;
+            row.Imported.clear();
+        }
+    }
+
+    [[nodiscard]] QStringList InWords() const
+    {
+        QStringList words;
+        for (const ModelRow &model : Rows) {
+            AlignmentRow row;
+            row.driver = model.Driver;
+            row.hardwareId = model.HardwareId;
+            row.set(AlignmentRow::driverIsNew, model.DriverIsNew);
+            if (model.IsPresent) {
+                row.alignedAt = model.PresentVersion.AlignedAt;
+                row.filePath = model.PresentFile;
+                QList<Version> others = model.Imported;
+                others.removeIf([&](const Version &version) { return version.first == row.alignedAt; });
+                if (!others.isEmpty()) {
+                    row.state = AlignmentRow::UpdatePresent;
+                    row.updateAlignedAt = Newest(others).first;
+                    row.updateFilePath = Newest(others).second;
+                }
+            } else {
+                row.state = AlignmentRow::NewInDataBase;
+                row.alignedAt = Newest(model.Imported).first;
+                row.filePath = Newest(model.Imported).second;
+            }
+            words.append(::InWords(row));
+        }
+        return words;
+    }
+
+private:
+    QList<ModelRow> Rows;
+};
+
+/// A file of the random sequences.
+struct PoolFile
+{
+    QString Path;
+    QString Driver;
+    QList<FileTable> Tables;
+};
+
+} // namespace
+
+class AlignmentRowListTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { Folder.reset(); }
+
+    void aFileGivesRowsInItsOrder();
+    void aFileThatCannotBeReadGivesAMessageAndNoRow_data();
+    void aFileThatCannotBeReadGivesAMessageAndNoRow();
+    void withoutMemoryAFileGivesAMessage();
+    void theErrorsOfSeveralFilesAreLines();
+    void twoFilesWithOneTableInBothOrders_data();
+    void twoFilesWithOneTableInBothOrders();
+    void theSameHardwareIdOfTwoDriversIsTwoRows();
+    void onlyTheFirstFileOfADriverMarksItAsNew();
+    void mergingTheSameFileTwiceChangesNothingTheSecondTime();
+    void aHardwareIdOfFullLengthNeedsNoEnd();
+    void afterLoadingAFolderAllRowsArePresent();
+    void onlyMatchingFilesOfTheFolderItselfAreLoaded();
+    void anEmptyFolderNameStandsForTheRecordersFolder();
+    void anEmptyOrMissingFolderGivesNoRowAndNoMessage();
+    void aDamagedFileInTheFolderLeavesOutItsTablesOnly();
+    void sortingKeepsEveryRowFindable();
+    void anySequenceOfImportsKeepsEachPairOnce();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const { return Folder->filePath(name); }
+
+    std::unique_ptr<QTemporaryDir> Folder;
+};
+
+void AlignmentRowListTest::init()
+{
+    Folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(Folder->isValid());
+}
+
+void AlignmentRowListTest::aFileGivesRowsInItsOrder()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), static_cast<SdrType>(7),
+                               {{"B", Day("2024-01-02")}, {"A", Day("2024-01-01")}, {"", 0}}));
+    AlignmentRowList list;
+    QCOMPARE(list.ReadFile(path(QStringLiteral("a.ad"))), QString());
+    QCOMPARE(InWords(list), (QStringList{QStringLiteral("Driver 7/B 1 2024-01-02 a.ad!"),
+                                         QStringLiteral("Driver 7/A 1 2024-01-01 a.ad!"),
+                                         QStringLiteral("Driver 7/ 1 1970-01-01 a.ad!")}));
+    QCOMPARE(list.rows().first().filePath, path(QStringLiteral("a.ad")));
+}
+
+void AlignmentRowListTest::aFileThatCannotBeReadGivesAMessageAndNoRow_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("message");
+    QByteArray damaged = tests::FileOf150Bytes();
+    damaged[20] = 'x';
+    QByteArray otherVersion = tests::FileOf150Bytes();
+    otherVersion[0] = 4;
+    QTest::newRow("missing file") << QByteArray() << "File Error";
+    QTest::newRow("damaged payload") << damaged << "File CRC check failed";
+    QTest::newRow("another version") << otherVersion << "Version Missmatched";
+    QTest::newRow("no table") << tests::HeaderChunk(SdrType::LimeMini, 0) << "File Error";
+    QTest::newRow("type None") << tests::HeaderChunk(SdrType::None, 1) + tests::TableChunk(0, 0)
+                               << "File Error";
+    QTest::newRow("data sets beyond the type's")
+        << tests::HeaderChunk(SdrType::RtlSdr, 1) + tests::TableChunk(2, 2) << "Internal Error";
+}
+
+void AlignmentRowListTest::aFileThatCannotBeReadGivesAMessageAndNoRow()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, message);
+    const QString file = path(QStringLiteral("a.ad"));
+    if (!bytes.isEmpty())
+        QVERIFY(tests::WriteFileBytes(file, bytes));
+    AlignmentRowList list;
+    QCOMPARE(list.ReadFile(file), message);
+    QVERIFY(list.rows().isEmpty());
+}
+
+void AlignmentRowListTest::withoutMemoryAFileGivesAMessage()
+{
+    const QString file = path(QStringLiteral("a.ad"));
+    QVERIFY(tests::WriteFileBytes(file, tests::FileOf150Bytes()));
+    AlignmentRowList list;
+    {
+        const tests::AllocationLimit none(0);
+        QCOMPARE(list.ReadFile(file), QStringLiteral("Out of memory"));
+    }
+    {
+        const tests::AllocationLimit storeOnly(1);
+        QCOMPARE(list.ReadFile(file), QStringLiteral("Internal Error"));
+    }
+    QVERIFY(list.rows().isEmpty());
+}
+
+void AlignmentRowListTest::theErrorsOfSeveralFilesAreLines()
+{
+    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("good.ad")), tests::FileOf150Bytes()));
+    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("%1 %2.ad")), "rubbish"));
+    AlignmentRowList list;
+    const QStringList files = {path(QStringLiteral("missing.ad")), path(QStringLiteral("good.ad")),
+                               path(QStringLiteral("%1 %2.ad"))};
+    QCOMPARE(list.ReadFiles(files), QStringLiteral("missing.ad: File Error\n%1 %2.ad: Version Missmatched"));
+    QCOMPARE(list.rows().size(), 1);
+    QCOMPARE(list.ReadFiles({}), QString());
+}
+
+void AlignmentRowListTest::twoFilesWithOneTableInBothOrders_data()
+{
+    QTest::addColumn<QString>("present"); // its date, or empty: none
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::addColumn<QString>("afterAB");
+    QTest::addColumn<QString>("afterBA");
+    const char *const old = "2024-01-01";
+    const char *const middle = "2024-02-01";
+    const char *const recent = "2024-03-01";
+    QTest::newRow("new table, two dates: the newer one and its file stay")
+        << "" << old << middle << "1 2024-02-01 b.ad!"
+        << "1 2024-02-01 b.ad!";
+    QTest::newRow("new table, one date: the first file stays") << "" << old << old << "1 2024-01-01 a.ad!"
+                                                               << "1 2024-01-01 b.ad!";
+    QTest::newRow("present, both the same date: nothing") << old << old << old << "0 2024-01-01 present.ad!"
+                                                          << "0 2024-01-01 present.ad!";
+    QTest::newRow("present, one older and one newer version: the newer one")
+        << middle << old << recent << "2 2024-02-01 present.ad (2024-03-01 b.ad)!"
+        << "2 2024-02-01 present.ad (2024-03-01 b.ad)!";
+    QTest::newRow("present, two older versions: the newer of them")
+        << recent << old << middle << "2 2024-03-01 present.ad (2024-02-01 b.ad)!"
+        << "2 2024-03-01 present.ad (2024-02-01 b.ad)!";
+    QTest::newRow("present, two newer versions: the newer of them")
+        << old << middle << recent << "2 2024-01-01 present.ad (2024-03-01 b.ad)!"
+        << "2 2024-01-01 present.ad (2024-03-01 b.ad)!";
+    QTest::newRow("present, the same older version twice: the first file")
+        << recent << old << old << "2 2024-03-01 present.ad (2024-01-01 a.ad)!"
+        << "2 2024-03-01 present.ad (2024-01-01 b.ad)!";
+    QTest::newRow("present, an older version and the present one: the older stays beside it")
+        << middle << old << middle << "2 2024-02-01 present.ad (2024-01-01 a.ad)!"
+        << "2 2024-02-01 present.ad (2024-01-01 a.ad)!";
+}
+
+void AlignmentRowListTest::twoFilesWithOneTableInBothOrders()
+{
+    QFETCH(QString, present);
+    QFETCH(QString, a);
+    QFETCH(QString, b);
+    QFETCH(QString, afterAB);
+    QFETCH(QString, afterBA);
+    const auto write = [this](const char *name, const QString &date) {
+        return WriteAlignmentFile(path(QString::fromLatin1(name)), SdrType::RtlSdr,
+                                  {{"0x1", Day(date.toLatin1().constData())}});
+    };
+    if (!present.isEmpty())
+        QVERIFY(write("present.ad", present));
+    QVERIFY(write("a.ad", a));
+    QVERIFY(write("b.ad", b));
+    for (const bool reversed : {false, true}) {
+        AlignmentRowList list;
+        QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("present*.ad")), QString());
+        QStringList files = {path(QStringLiteral("a.ad")), path(QStringLiteral("b.ad"))};
+        if (reversed)
+            std::reverse(files.begin(), files.end());
+        QCOMPARE(list.ReadFiles(files), QString());
+        QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
+        QCOMPARE(list.ReadFiles(files), QString()); // once more changes nothing
+        QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
+    }
+}
+
+void AlignmentRowListTest::theSameHardwareIdOfTwoDriversIsTwoRows()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"0x1", 0}}));
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::AirSpy, {{"0x1", 0}, {"0X1", 0}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
+    QCOMPARE(list.rows().size(), 3);
+    QVERIFY(list.find(QStringLiteral("RTL-SDR"), QStringLiteral("0x1")));
+    QVERIFY(list.find(QStringLiteral("AirSpy"), QStringLiteral("0x1")));
+    QVERIFY(!list.find(QStringLiteral("RTL-SDR"), QStringLiteral("0X1")));
+}
+
+void AlignmentRowListTest::onlyTheFirstFileOfADriverMarksItAsNew()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"A", 0}, {"B", 0}}));
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr, {{"C", 0}, {"A", 1}}));
+    AlignmentRowList list;
+    QCOMPARE(list.ReadFiles({path(QStringLiteral("a.ad")), path(QStringLiteral("b.ad"))}), QString());
+    QCOMPARE(InWords(list), (QStringList{QStringLiteral("RTL-SDR/A 1 1970-01-01 b.ad!"),
+                                         QStringLiteral("RTL-SDR/B 1 1970-01-01 a.ad!"),
+                                         QStringLiteral("RTL-SDR/C 1 1970-01-01 b.ad")}));
+}
+
+void AlignmentRowListTest::mergingTheSameFileTwiceChangesNothingTheSecondTime()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("present.ad")), SdrType::LimeUsb,
+                               {{"same", 5}, {"older", 7}, {"newer", 3}}));
+    const QString import = path(QStringLiteral("import.ad"));
+    QVERIFY(WriteAlignmentFile(import, SdrType::LimeUsb,
+                               {{"same", 5}, {"older", 4}, {"newer", 9}, {"new", 1}, {"new", 2}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("present.ad")), QString());
+    QCOMPARE(list.ReadFile(import), QString());
+    const QList<AlignmentRow> once = list.rows();
+    QCOMPARE(once.size(), 4);
+    QCOMPARE(list.ReadFile(import), QString());
+    QVERIFY(list.rows() == once);
+}
+
+void AlignmentRowListTest::aHardwareIdOfFullLengthNeedsNoEnd()
+{
+    const QByteArray longest(128, 'x');
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{longest, 0}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
+    QCOMPARE(list.rows().first().hardwareId, QString::fromLatin1(longest));
+}
+
+void AlignmentRowListTest::afterLoadingAFolderAllRowsArePresent()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr,
+                               {{"A", Day("2024-01-01")}, {"B", Day("2024-05-01")}}));
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr,
+                               {{"A", Day("2024-02-01")}, {"B", Day("2024-04-01")}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
+    // Two files with one table give one row, the newest, with the file that holds it.
+    QCOMPARE(InWords(list), (QStringList{QStringLiteral("RTL-SDR/A 0 2024-02-01 b.ad!"),
+                                         QStringLiteral("RTL-SDR/B 0 2024-05-01 a.ad!")}));
+}
+
+void AlignmentRowListTest::onlyMatchingFilesOfTheFolderItselfAreLoaded()
+{
+    const auto write = [this](const QString &name, const QByteArray &id) {
+        return WriteAlignmentFile(path(name), SdrType::RtlSdr, {{id, 0}});
+    };
+    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("sub")));
+    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("TarnvikDriver_folder.ad")));
+    QVERIFY(write(QStringLiteral("TarnvikDriver_RtlSdr.ad"), "A"));
+    QVERIFY(write(QStringLiteral("Driver_RtlSdr.ad"), "B"));
+    QVERIFY(write(QStringLiteral("TarnvikDriver_RtlSdr.ad.bak"), "C"));
+    QVERIFY(write(QStringLiteral("sub/TarnvikDriver_RtlSdr.ad"), "D"));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("TarnvikDriver_*.ad")), QString());
+    QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/A 0 1970-01-01 TarnvikDriver_RtlSdr.ad!")});
+}
+
+void AlignmentRowListTest::anEmptyFolderNameStandsForTheRecordersFolder()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
+    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    const QString folder = QTarnvikBasic::GetRecorderFile(QString());
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(WriteAlignmentFile(folder + QStringLiteral("/a.ad"), SdrType::RtlSdr, {{"A", 0}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(QString(), AllFiles), QString());
+    QCOMPARE(list.rows().size(), 1);
+    QCOMPARE(list.rows().first().filePath, folder + QStringLiteral("/a.ad"));
+}
+
+void AlignmentRowListTest::anEmptyOrMissingFolderGivesNoRowAndNoMessage()
+{
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
+    QCOMPARE(list.LoadFolder(path(QStringLiteral("missing")), AllFiles), QString());
+    QVERIFY(list.rows().isEmpty());
+}
+
+void AlignmentRowListTest::aDamagedFileInTheFolderLeavesOutItsTablesOnly()
+{
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr, {{"B", 0}}));
+    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("a.ad")), "rubbish"));
+    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("c.ad")), "\5"));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles),
+             QStringLiteral("a.ad: Version Missmatched\nc.ad: File Error"));
+    QCOMPARE(list.rows().size(), 1);
+}
+
+void AlignmentRowListTest::sortingKeepsEveryRowFindable()
+{
+    QVERIFY(
+        WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"b", 1}, {"B", 2}, {"a", 3}}));
+    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::AirSpy, {{"c", 4}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
+    list.Sort();
+    QStringList order;
+    for (const AlignmentRow &row : list.rows()) {
+        order.append(row.hardwareId);
+        QCOMPARE(list.find(row.driver, row.hardwareId), &row);
+    }
+    QCOMPARE(order, (QStringList{QStringLiteral("c"), QStringLiteral("B"), QStringLiteral("a"),
+                                 QStringLiteral("b")}));
+}
+
+void AlignmentRowListTest::anySequenceOfImportsKeepsEachPairOnce()
+{
+    std::mt19937 random(20240101);
+    const auto upTo = [&random](unsigned most) { return static_cast<int>(random() % (most + 1)); };
+    const QStringList drivers = {QStringLiteral("LimeMini"), QStringLiteral("RTL-SDR"),
+                                 QStringLiteral("Driver 7")};
+    const SdrType types[] = {SdrType::LimeMini, SdrType::RtlSdr, static_cast<SdrType>(7)};
+    QList<PoolFile> pool;
+    for (int i = 0; i < 40; ++i) {
+        const int driver = upTo(2);
+        PoolFile file{path(QStringLiteral("%1_%2.ad").arg(i % 8).arg(i, 2, 10, QLatin1Char('0'))),
+                      drivers.at(driver),
+                      {}};
+        for (int table = upTo(4); table >= 0; --table) // one hardware id may come up twice
+            file.Tables.append({QByteArray::number(upTo(3)), Day("2024-01-01") + 86'400ULL * upTo(3)});
+        QVERIFY(WriteAlignmentFile(file.Path, types[driver], file.Tables));
+        pool.append(file);
+    }
+    for (int sequence = 0; sequence < 1000; ++sequence) {
+        AlignmentRowList list;
+        Model model;
+        for (int step = upTo(9); step >= 0; --step) {
+            if (const int action = upTo(9); action == 0) {
+                list.Clear();
+                model.Clear();
+            } else if (action == 1) {
+                const QString start = QString::number(upTo(8)); // of no file at all for 8
+                list.Clear();
+                QCOMPARE(list.LoadFolder(Folder->path(), start + QStringLiteral("_*.ad")), QString());
+                model.Clear();
+                for (const PoolFile &file : pool) { // within one start the pool is in the order of the names
+                    if (QFileInfo(file.Path).fileName().startsWith(start))
+                        model.Read(file.Path, file.Driver, file.Tables);
+                }
+                model.MakeAllPresent();
+            } else {
+                const PoolFile &file = pool.at(upTo(39));
+                QCOMPARE(list.ReadFile(file.Path), QString());
+                model.Read(file.Path, file.Driver, file.Tables);
+            }
+            QStringList actual = InWords(list);
+            QStringList expected = model.InWords();
+            if (upTo(1) == 0)
+                list.Sort(); // as a dialog does after each step
+            actual.sort();
+            expected.sort();
+            QVERIFY2(actual == expected, qPrintable(QStringLiteral("sequence %1\n%2\nexpected\n%3")
+                                                        .arg(sequence)
+                                                        .arg(actual.join(u'\n'), expected.join(u'\n'))));
+        }
+    }
+}
+
+TARNVIK_TEST_MAIN(AlignmentRowListTest, QCoreApplication)
+
+#include "AlignmentRowListTest.moc"

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+// How one more version of a table changes its row, and how a row is shown.
+#include "TarnvikControl/AlignmentRow.h"
+
+#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+
+#include <limits>
+
+using tests::Day;
+
+namespace {
+
+AlignmentRow Row(AlignmentRow::State state, const char *date, const char *update = nullptr)
+{
+    AlignmentRow row;
+    row.filePath = QStringLiteral("present.ad");
+    row.driver = QStringLiteral("LimeMini");
+    row.hardwareId = QStringLiteral("0x1");
+    row.alignedAt = Day(date);
+    row.state = state;
+    if (update) {
+        row.updateFilePath = QStringLiteral("update.ad");
+        row.updateAlignedAt = Day(update);
+    }
+    return row;
+}
+
+AlignmentRow From(const QString &file, AlignmentRow row)
+{
+    row.filePath = file;
+    return row;
+}
+
+AlignmentRow WithUpdateFrom(const QString &file, AlignmentRow row)
+{
+    row.updateFilePath = file;
+    return row;
+}
+
+constexpr const char *Old = "2024-01-01";
+constexpr const char *Middle = "2024-02-01";
+constexpr const char *New = "2024-03-01";
+
+} // namespace
+
+class AlignmentRowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void oneMoreVersionChangesTheRow_data();
+    void oneMoreVersionChangesTheRow();
+    void datesAreComparedToTheSecond();
+    void aRowIsShown_data();
+    void aRowIsShown();
+    void aDateIsShown_data();
+    void aDateIsShown();
+    void flagsAreSetOneByOne();
+};
+
+void AlignmentRowTest::oneMoreVersionChangesTheRow_data()
+{
+    QTest::addColumn<AlignmentRow>("row");
+    QTest::addColumn<QString>("date"); // of the version in more.ad
+    QTest::addColumn<AlignmentRow>("expected");
+    using enum AlignmentRow::State;
+    const QString more = QStringLiteral("more.ad");
+
+    QTest::newRow("present, the same date: nothing changes") << Row(Present, Old) << Old << Row(Present, Old);
+    QTest::newRow("present, a later date: an update")
+        << Row(Present, Old) << New << WithUpdateFrom(more, Row(UpdatePresent, Old, New));
+    QTest::newRow("present, an earlier date: old data beside it")
+        << Row(Present, New) << Old << WithUpdateFrom(more, Row(UpdatePresent, New, Old));
+
+    QTest::newRow("new, the same date: nothing changes")
+        << Row(NewInDataBase, Old) << Old << Row(NewInDataBase, Old);
+    QTest::newRow("new, an earlier date: nothing changes")
+        << Row(NewInDataBase, New) << Old << Row(NewInDataBase, New);
+    QTest::newRow("new, a later date: the later file takes its place")
+        << Row(NewInDataBase, Old) << New << From(more, Row(NewInDataBase, New));
+
+    QTest::newRow("update present, the date of the present version: nothing changes")
+        << Row(UpdatePresent, Middle, Old) << Middle << Row(UpdatePresent, Middle, Old);
+    QTest::newRow("update present, the date of the update: nothing changes")
+        << Row(UpdatePresent, Old, New) << New << Row(UpdatePresent, Old, New);
+    QTest::newRow("update present, a date before the update: nothing changes")
+        << Row(UpdatePresent, Old, New) << Middle << Row(UpdatePresent, Old, New);
+    QTest::newRow("update present, a date after the update: the later one takes its place")
+        << Row(UpdatePresent, Old, Middle) << New << WithUpdateFrom(more, Row(UpdatePresent, Old, New));
+    QTest::newRow("old data present, a later date: it takes the place of the old data")
+        << Row(UpdatePresent, Middle, Old) << New << WithUpdateFrom(more, Row(UpdatePresent, Middle, New));
+}
+
+void AlignmentRowTest::oneMoreVersionChangesTheRow()
+{
+    QFETCH(AlignmentRow, row);
+    QFETCH(QString, date);
+    QFETCH(AlignmentRow, expected);
+    const std::uint64_t seconds = Day(date.toLatin1().constData());
+    row.AddVersion(QStringLiteral("more.ad"), seconds);
+    QVERIFY(row == expected);
+    row.AddVersion(QStringLiteral("again.ad"), seconds); // the second time nothing changes
+    QVERIFY(row == expected);
+}
+
+void AlignmentRowTest::datesAreComparedToTheSecond()
+{
+    AlignmentRow row = Row(AlignmentRow::Present, Old);
+    row.AddVersion(QStringLiteral("more.ad"), Day(Old) + 1);
+    QCOMPARE(row.state, AlignmentRow::UpdatePresent);
+    QCOMPARE(LookOf(row).Text, QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-01-01 present)"));
+
+    // Beyond what a date-time of Qt can hold.
+    row.alignedAt = std::numeric_limits<std::uint64_t>::max() - 1;
+    row.AddVersion(QStringLiteral("latest.ad"), std::numeric_limits<std::uint64_t>::max());
+    QCOMPARE(row.updateFilePath, QStringLiteral("latest.ad"));
+    QCOMPARE(LookOf(row).CheckBox, std::optional(Qt::Checked));
+}
+
+void AlignmentRowTest::aRowIsShown_data()
+{
+    QTest::addColumn<AlignmentRow>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("checkBox"); // -1: none
+    QTest::addColumn<int>("backdrop"); // -1: none
+    using enum AlignmentRow::State;
+    QTest::newRow("present") << Row(Present, Old) << "Aligned at: 2024-01-01" << -1 << -1;
+    QTest::newRow("new") << Row(NewInDataBase, Old) << "Aligned at: 2024-01-01 (New in data-base)"
+                         << int(Qt::Checked) << int(Qt::darkGreen);
+    QTest::newRow("update with exactly the same date: plain text without check box")
+        << Row(UpdatePresent, Old, Old) << "Aligned at: 2024-01-01" << -1 << -1;
+    QTest::newRow("older version imported: offered unchecked")
+        << Row(UpdatePresent, New, Old) << "Aligned at: 2024-03-01 (Old data from 2024-01-01 present)"
+        << int(Qt::Unchecked) << int(Qt::darkYellow);
+    QTest::newRow("newer version imported: offered checked")
+        << Row(UpdatePresent, Old, New) << "Aligned at: 2024-01-01 (Update from 2024-03-01 present)"
+        << int(Qt::Checked) << int(Qt::darkGreen);
+}
+
+void AlignmentRowTest::aRowIsShown()
+{
+    QFETCH(AlignmentRow, row);
+    QFETCH(QString, text);
+    QFETCH(int, checkBox);
+    QFETCH(int, backdrop);
+    const AlignmentRowLook look = LookOf(row);
+    QCOMPARE(look.Text, text);
+    QCOMPARE(look.CheckBox ? int(*look.CheckBox) : -1, checkBox);
+    QCOMPARE(look.Backdrop ? int(*look.Backdrop) : -1, backdrop);
+}
+
+void AlignmentRowTest::aDateIsShown_data()
+{
+    QTest::addColumn<quint64>("seconds");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("the epoch") << quint64(0) << "1970-01-01";
+    QTest::newRow("the last second of a day is still that day, in UTC")
+        << quint64(1'704'067'199) << "2023-12-31";
+    QTest::newRow("the next day begins at midnight UTC") << quint64(1'704'067'200) << "2024-01-01";
+    QTest::newRow("beyond 32 bits") << quint64(4'294'967'296) << "2106-02-07";
+    QTest::newRow("the last year of four digits") << quint64(253'402'300'799) << "9999-12-31";
+    QTest::newRow("a year of five digits") << quint64(253'402'300'800) << "10000-01-01";
+    QTest::newRow("more seconds than milliseconds fit")
+        << quint64(9'300'000'000'000'000) << "9300000000000000 s";
+    QTest::newRow("the greatest signed number")
+        << quint64(std::numeric_limits<qint64>::max()) << "9223372036854775807 s";
+    QTest::newRow("would be negative if it were signed")
+        << std::numeric_limits<quint64>::max() << "18446744073709551615 s";
+}
+
+void AlignmentRowTest::aDateIsShown()
+{
+    QFETCH(quint64, seconds);
+    QFETCH(QString, text);
+    QCOMPARE(AlignmentDateText(seconds), text);
+}
+
+void AlignmentRowTest::flagsAreSetOneByOne()
+{
+    AlignmentRow row;
+    row.set(AlignmentRow::takenOver, true);
+    row.set(AlignmentRow::driverIsNew, true);
+    QCOMPARE(int(row.flags), 3);
+    row.set(AlignmentRow::takenOver, false);
+    QVERIFY(row.has(AlignmentRow::driverIsNew));
+    QVERIFY(!row.has(AlignmentRow::takenOver));
+}
+
+TARNVIK_TEST_MAIN(AlignmentRowTest, QCoreApplication)
+
+#include "AlignmentRowTest.moc"

@@ -1,0 +1,527 @@
+// SPDX-License-Identifier: MIT
+// What a save of the alignment tables would take over, and what it writes.
+#include "TarnvikControl/AlignmentSave.h"
+
+#include "TarnvikControl/AlignmentRowList.h"
+#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment/FailingAllocations.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <random>
+
+using tests::FileTable;
+using tests::TableBytes;
+using tests::WriteAlignmentFile;
+
+namespace {
+
+const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
+const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
+const QString Rtl = QStringLiteral("RTL-SDR");
+const QString AirSpy = QStringLiteral("AirSpy");
+
+} // namespace
+
+class AlignmentSaveTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aRowIsTakenOverOnlyWhenChecked();
+    void aNewRowOfAKnownDriverIsTakenFromItsFile();
+    void anUncheckedRowLosesItsMark();
+    void twoTablesOfOneImportedFileAreOneSource();
+    void aRowOfANewDriverSetsTheTargetWhateverItsCheckMark();
+    void choicesThatMatchNothingArePassedOver();
+    void oneSourceNamesAHardwareIdOnce();
+
+    void withNothingCheckedEveryDriverIsAskedAbout_data();
+    void withNothingCheckedEveryDriverIsAskedAbout();
+    void aCheckedTableReplacesTheOneInTheFile_data();
+    void aCheckedTableReplacesTheOneInTheFile();
+    void twoTablesFromOneFileAreBothTaken();
+    void tablesFromSeveralFilesAreTaken();
+    void aTableThatWasNotCheckedStaysByteByByte();
+    void theFileIsWrittenWhereTheUserSays();
+    void aSecondSaveMakesTheSameChoices();
+    void aDriverThatTheUserLeavesOutDoesNotStopTheRun();
+    void anErrorInTheSecondDriverLeavesTheFirstFileWritten();
+    void aDriverWithoutAFileIsMadeFromTheImportedOne();
+    void aDriverWithoutAFileTakesCheckedTablesOfSeveralImports();
+    void aDriverOfAnUnknownTypeKeepsItsFileName();
+    void anErrorIsReported_data();
+    void anErrorIsReported();
+    void withoutMemoryTheSaveEnds_data();
+    void withoutMemoryTheSaveEnds();
+    void aGroupWithoutTargetIsSkipped();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const { return Folder->filePath(name); }
+    [[nodiscard]] QString imported(const QString &name) const
+    {
+        return path(QStringLiteral("import/") + name);
+    }
+    /// Loads the drivers' files, then imports the files given.
+    void load(const QStringList &imports = {});
+    /// The choices that the tree offers at first; `changes` are "driver/id" of rows to be inverted.
+    [[nodiscard]] QList<AlignmentChoice> choices(const QStringList &changes = {});
+    QString save(const QList<AlignmentChoice> &chosen);
+
+    std::unique_ptr<QTemporaryDir> Folder;
+    AlignmentRowList Rows;
+    QStringList Asked;    // about drivers without changes
+    QStringList Proposed; // file names
+    bool AnswerToUnchanged = true;
+    std::function<QString(const QString &)> AnswerToFile;
+};
+
+void AlignmentSaveTest::init()
+{
+    Folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(Folder->isValid());
+    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("import")));
+    Rows.Clear();
+    Asked.clear();
+    Proposed.clear();
+    AnswerToUnchanged = true;
+    AnswerToFile = [](const QString &proposal) { return proposal; };
+}
+
+void AlignmentSaveTest::cleanup()
+{
+    Folder.reset();
+}
+
+void AlignmentSaveTest::load(const QStringList &imports)
+{
+    QCOMPARE(Rows.LoadFolder(Folder->path(), QStringLiteral("TarnvikDriver_*.ad")), QString());
+    for (const QString &name : imports)
+        QCOMPARE(Rows.ReadFile(imported(name)), QString());
+}
+
+QList<AlignmentChoice> AlignmentSaveTest::choices(const QStringList &changes)
+{
+    Rows.Sort();
+    QList<AlignmentChoice> chosen;
+    for (const AlignmentRow &row : Rows.rows()) {
+        const bool changed = changes.contains(row.driver + u'/' + row.hardwareId);
+        chosen.append({row.driver, row.hardwareId, (LookOf(row).CheckBox == Qt::Checked) != changed});
+    }
+    return chosen;
+}
+
+QString AlignmentSaveTest::save(const QList<AlignmentChoice> &chosen)
+{
+    AlignmentSaveQuestions questions;
+    questions.SaveUnchanged = [this](const QString &driver) {
+        Asked.append(driver);
+        return AnswerToUnchanged;
+    };
+    questions.FileToWrite = [this](const QString &proposal) {
+        Proposed.append(proposal);
+        return AnswerToFile(proposal);
+    };
+    return SaveAlignment(CollectSaveGroups(chosen, Rows), Folder->path(), questions);
+}
+
+void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}, {"C", 5}, {"D", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr,
+                               {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
+    load({QStringLiteral("i.ad")});
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({QStringLiteral("RTL-SDR/D")}), Rows);
+    QCOMPARE(groups.size(), 1);
+    QCOMPARE(groups.first().SdrType, 3);
+    QCOMPARE(groups.first().TargetPath, path(RtlFile));
+    QCOMPARE(groups.first().Sources.size(), 1);
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(QStringLiteral("i.ad")));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{QStringLiteral("A"), 9}}));
+    QVERIFY(Rows.find(Rtl, QStringLiteral("A"))->has(AlignmentRow::takenOver));
+    for (const char *id : {"B", "C", "D"})
+        QVERIFY(!Rows.find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
+}
+
+void AlignmentSaveTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"N", 7}}));
+    load({QStringLiteral("i.ad")});
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(), Rows);
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(QStringLiteral("i.ad")));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{QStringLiteral("N"), 7}}));
+}
+
+void AlignmentSaveTest::anUncheckedRowLosesItsMark()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    load({QStringLiteral("i.ad")});
+    (void)CollectSaveGroups(choices(), Rows);
+    QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({QStringLiteral("RTL-SDR/A")}), Rows);
+    QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
+    QVERIFY(groups.first().Sources.isEmpty());
+}
+
+void AlignmentSaveTest::twoTablesOfOneImportedFileAreOneSource()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({QStringLiteral("i.ad")});
+    const QList<SaveSource> sources = CollectSaveGroups(choices(), Rows).first().Sources;
+    QCOMPARE(sources.size(), 1); // so the file is loaded once
+    QCOMPARE(sources.first().picks(),
+             (QList<AlignmentPick>{{QStringLiteral("A"), 9}, {QStringLiteral("B"), 8}}));
+}
+
+void AlignmentSaveTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
+{
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({QStringLiteral("i.ad")});
+    for (const QStringList &changes : {QStringList(), QStringList(QStringLiteral("RTL-SDR/A"))}) {
+        const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(changes), Rows);
+        QCOMPARE(groups.first().TargetPath, imported(QStringLiteral("i.ad")));
+        QVERIFY(groups.first().Sources.isEmpty());
+        QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
+    }
+}
+
+void AlignmentSaveTest::choicesThatMatchNothingArePassedOver()
+{
+    const QList<AlignmentChoice> strangers = {{QStringLiteral("Nobody"), QStringLiteral("A"), true},
+                                              {QString(), QStringLiteral("A"), true},
+                                              {Rtl, QStringLiteral("A"), true}};
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(strangers, Rows);
+    QCOMPARE(groups.size(), 1);
+    QCOMPARE(groups.first().SdrType, 3);
+    QVERIFY(groups.first().Sources.isEmpty());
+    QCOMPARE(save(strangers), QString());
+    QVERIFY(Asked.isEmpty() && Proposed.isEmpty());
+}
+
+void AlignmentSaveTest::oneSourceNamesAHardwareIdOnce()
+{
+    SaveSource source(QStringLiteral("i.ad"));
+    source.Add({QStringLiteral("A"), 1});
+    source.Add({QStringLiteral("B"), 2});
+    source.Add({QStringLiteral("A"), 3});
+    QCOMPARE(source.picks(), (QList<AlignmentPick>{{QStringLiteral("A"), 1}, {QStringLiteral("B"), 2}}));
+}
+
+void AlignmentSaveTest::withNothingCheckedEveryDriverIsAskedAbout_data()
+{
+    QTest::addColumn<bool>("yes");
+    QTest::newRow("yes rewrites the files unchanged at the chosen place") << true;
+    QTest::newRow("no skips them") << false;
+}
+
+void AlignmentSaveTest::withNothingCheckedEveryDriverIsAskedAbout()
+{
+    QFETCH(bool, yes);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"B", 5}, {"A", 6}}));
+    QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 7}}));
+    load();
+    AnswerToUnchanged = yes;
+    AnswerToFile = [](const QString &proposal) { return proposal + QStringLiteral(".copy"); };
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Asked, (QStringList{AirSpy, Rtl}));
+    QCOMPARE(Proposed, yes ? (QStringList{path(AirspyFile), path(RtlFile)}) : QStringList());
+    for (const QString &file : {path(RtlFile), path(AirspyFile)}) {
+        QCOMPARE(QFile::exists(file + QStringLiteral(".copy")), yes);
+        if (yes)
+            QCOMPARE(tests::FileBytes(file + QStringLiteral(".copy")), tests::FileBytes(file));
+    }
+}
+
+void AlignmentSaveTest::aCheckedTableReplacesTheOneInTheFile_data()
+{
+    QTest::addColumn<quint64>("importedDate");
+    QTest::addColumn<bool>("invert");
+    QTest::addColumn<bool>("replaced");
+    QTest::newRow("newer version, left checked") << quint64(9) << false << true;
+    QTest::newRow("newer version, unchecked by the user") << quint64(9) << true << false;
+    QTest::newRow("older version, left unchecked") << quint64(1) << false << false;
+    QTest::newRow("older version, checked against the default") << quint64(1) << true << true;
+}
+
+void AlignmentSaveTest::aCheckedTableReplacesTheOneInTheFile()
+{
+    QFETCH(quint64, importedDate);
+    QFETCH(bool, invert);
+    QFETCH(bool, replaced);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 6}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", importedDate}}));
+    const auto before = TableBytes(path(RtlFile));
+    const auto source = TableBytes(imported(QStringLiteral("i.ad")));
+    QVERIFY(before["A"] != source["A"]);
+    load({QStringLiteral("i.ad")});
+    QCOMPARE(save(choices(invert ? QStringList(QStringLiteral("RTL-SDR/A")) : QStringList())), QString());
+    QCOMPARE(Asked.isEmpty(), replaced);
+    const auto after = TableBytes(path(RtlFile));
+    QCOMPARE(after.size(), 2);
+    QCOMPARE(after["A"], replaced ? source["A"] : before["A"]);
+    QCOMPARE(after["B"], before["B"]);
+}
+
+void AlignmentSaveTest::twoTablesFromOneFileAreBothTaken()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 6}, {"C", 7}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"C", 9}, {"A", 8}}));
+    const auto before = TableBytes(path(RtlFile));
+    const auto source = TableBytes(imported(QStringLiteral("i.ad")));
+    load({QStringLiteral("i.ad")});
+    QCOMPARE(save(choices()), QString());
+    const auto after = TableBytes(path(RtlFile));
+    QCOMPARE(after.size(), 3);
+    QCOMPARE(after["A"], source["A"]);
+    QCOMPARE(after["B"], before["B"]);
+    QCOMPARE(after["C"], source["C"]);
+}
+
+void AlignmentSaveTest::tablesFromSeveralFilesAreTaken()
+{
+    QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("k.ad")), SdrType::AirSpy, {{"N", 8}, {"A", 7}}));
+    load({QStringLiteral("i.ad"), QStringLiteral("k.ad")});
+    QCOMPARE(save(choices()), QString());
+    const auto after = TableBytes(path(AirspyFile));
+    QCOMPARE(after.size(), 2);
+    QCOMPARE(after["A"], TableBytes(imported(QStringLiteral("i.ad")))["A"]);
+    QCOMPARE(after["N"], TableBytes(imported(QStringLiteral("k.ad")))["N"]);
+}
+
+void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
+{
+    // Forty random stations: what is checked is the imported version, everything else is as it was.
+    std::mt19937_64 random(7);
+    for (int round = 0; round < 40; ++round) {
+        Rows.Clear();
+        QList<FileTable> present;
+        QList<FileTable> imports;
+        for (int i = 0; i < 12; ++i) {
+            const QByteArray id = "0x" + QByteArray::number(i, 16).rightJustified(4, '0');
+            if (random() % 3 != 0)
+                present.append({id, random() % 5});
+            if (random() % 2 != 0)
+                imports.append({id, random() % 5});
+        }
+        present.append({"0xffff", 1});
+        imports.append({"0xfffe", 1});
+        QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, present));
+        QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, imports));
+        const auto before = TableBytes(path(RtlFile));
+        const auto source = TableBytes(imported(QStringLiteral("i.ad")));
+        load({QStringLiteral("i.ad")});
+        QList<AlignmentChoice> chosen = choices();
+        auto expected = before;
+        for (AlignmentChoice &choice : chosen) {
+            if (!LookOf(*Rows.find(choice.Driver, choice.HardwareId)).CheckBox)
+                continue;
+            choice.Checked = random() % 2 != 0;
+            if (choice.Checked)
+                expected[choice.HardwareId.toLatin1()] = source[choice.HardwareId.toLatin1()];
+        }
+        QCOMPARE(save(chosen), QString());
+        QCOMPARE(TableBytes(path(RtlFile)), expected);
+        QCOMPARE(TableBytes(imported(QStringLiteral("i.ad"))), source);
+    }
+}
+
+void AlignmentSaveTest::theFileIsWrittenWhereTheUserSays()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    load({QStringLiteral("i.ad")});
+    const QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
+    AnswerToFile = [&elsewhere](const QString &) { return elsewhere; };
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Proposed, QStringList(path(RtlFile)));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+    QCOMPARE(TableBytes(elsewhere), TableBytes(imported(QStringLiteral("i.ad"))));
+}
+
+void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
+    load({QStringLiteral("i.ad")});
+    const QList<AlignmentChoice> chosen = choices();
+    QCOMPARE(save(chosen), QString());
+    const QList<AlignmentRow> rows = Rows.rows();
+    const QByteArray once = tests::FileBytes(path(RtlFile));
+    QCOMPARE(save(chosen), QString());
+    QVERIFY(Rows.rows() == rows);
+    QCOMPARE(TableBytes(path(RtlFile)).size(), 2);
+    QCOMPARE(tests::FileBytes(path(RtlFile)), once);
+}
+
+void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()
+{
+    QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("a.ad")), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("r.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    load({QStringLiteral("a.ad"), QStringLiteral("r.ad")});
+    const QByteArray airspy = tests::FileBytes(path(AirspyFile));
+    AnswerToFile = [](const QString &proposal) {
+        return proposal.endsWith(AirspyFile) ? QString() : proposal; // the first driver is cancelled
+    };
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Proposed, (QStringList{path(AirspyFile), path(RtlFile)}));
+    QCOMPARE(tests::FileBytes(path(AirspyFile)), airspy);
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(QStringLiteral("r.ad"))));
+}
+
+void AlignmentSaveTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten()
+{
+    QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("a.ad")), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("r.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    load({QStringLiteral("a.ad"), QStringLiteral("r.ad")});
+    QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
+    QCOMPARE(save(choices()), QStringLiteral("Version Missmatched"));
+    QCOMPARE(Proposed, QStringList(path(AirspyFile)));
+    QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(QStringLiteral("a.ad"))));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
+}
+
+void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
+{
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({QStringLiteral("i.ad")});
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Asked, QStringList(Rtl));
+    QCOMPARE(Proposed, QStringList(path(RtlFile)));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), tests::FileBytes(imported(QStringLiteral("i.ad"))));
+}
+
+void AlignmentSaveTest::aDriverWithoutAFileTakesCheckedTablesOfSeveralImports()
+{
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("k.ad")), SdrType::RtlSdr, {{"B", 9}, {"C", 9}}));
+    const auto first = TableBytes(imported(QStringLiteral("i.ad")));
+    const auto second = TableBytes(imported(QStringLiteral("k.ad")));
+    for (const QStringList &imports : {QStringList{QStringLiteral("i.ad"), QStringLiteral("k.ad")},
+                                       QStringList{QStringLiteral("k.ad"), QStringLiteral("i.ad")}}) {
+        QFile::remove(path(RtlFile));
+        Rows.Clear();
+        load(imports);
+        QCOMPARE(save(choices()), QString());
+        const auto after = TableBytes(path(RtlFile));
+        QCOMPARE(after.size(), 3);
+        QCOMPARE(after["A"], first["A"]);
+        QCOMPARE(after["B"], second["B"]);
+        QCOMPARE(after["C"], second["C"]);
+    }
+}
+
+void AlignmentSaveTest::aDriverOfAnUnknownTypeKeepsItsFileName()
+{
+    const QString file = path(QStringLiteral("TarnvikDriver_Seven.ad"));
+    QVERIFY(WriteAlignmentFile(file, static_cast<SdrType>(7), {{"A", 5}}));
+    load();
+    const QByteArray before = tests::FileBytes(file);
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Asked, QStringList(QStringLiteral("Driver 7")));
+    QCOMPARE(Proposed, QStringList(file));
+    QCOMPARE(tests::FileBytes(file), before);
+}
+
+void AlignmentSaveTest::anErrorIsReported_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("the target cannot be read") << "damaged target"
+                                               << "Version Missmatched";
+    QTest::newRow("the target is a folder") << "folder as target"
+                                            << "File Error";
+    QTest::newRow("the source has gone") << "no source"
+                                         << "File Error";
+    QTest::newRow("the source is of another type by now") << "other source"
+                                                          << "AlignTable has the wrong SdrType";
+    QTest::newRow("the file cannot be written") << "unwritable"
+                                                << "File Error";
+    QTest::newRow("nothing is left to be saved") << "empty target"
+                                                 << "Aligntable-List is emptpy, nothing to save";
+}
+
+void AlignmentSaveTest::anErrorIsReported()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, message);
+    const QString import = imported(QStringLiteral("i.ad"));
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(import, SdrType::RtlSdr, {{"A", 9}}));
+    load({QStringLiteral("i.ad")});
+    QList<AlignmentChoice> chosen = choices();
+    if (what == QLatin1String("damaged target")) {
+        QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
+    } else if (what == QLatin1String("folder as target")) {
+        QVERIFY(QFile::remove(path(RtlFile)));
+        QVERIFY(QDir(Folder->path()).mkpath(RtlFile));
+    } else if (what == QLatin1String("no source")) {
+        QVERIFY(QFile::remove(import));
+    } else if (what == QLatin1String("other source")) {
+        QVERIFY(WriteAlignmentFile(import, SdrType::AirSpy, {{"A", 9}}));
+    } else if (what == QLatin1String("unwritable")) {
+        AnswerToFile = [this](const QString &) { return path(QStringLiteral("missing/x.ad")); };
+    } else {
+        QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {}));
+        chosen.first().Checked = false;
+    }
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    QCOMPARE(save(chosen), message);
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+}
+
+void AlignmentSaveTest::withoutMemoryTheSaveEnds_data()
+{
+    QTest::addColumn<int>("allocations");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no store") << 0 << "Out of memory";
+    QTest::newRow("the target cannot be loaded") << 1 << "Internal Error";
+    QTest::newRow("the source cannot be loaded") << 3 << "Internal Error";
+    QTest::newRow("the merge fails") << 6 << "Internal Error";
+}
+
+void AlignmentSaveTest::withoutMemoryTheSaveEnds()
+{
+    QFETCH(int, allocations);
+    QFETCH(QString, message);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    load({QStringLiteral("i.ad")});
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    const QList<AlignmentChoice> chosen = choices();
+    {
+        const tests::AllocationLimit limit(allocations);
+        QCOMPARE(save(chosen), message);
+    }
+    QVERIFY(Proposed.isEmpty());
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+}
+
+void AlignmentSaveTest::aGroupWithoutTargetIsSkipped()
+{
+    const DriverSaveGroup group = {3, {}, {SaveSource(QStringLiteral("missing.ad"))}, {}};
+    QCOMPARE(SaveAlignment({group}, Folder->path(), {}), QString());
+}
+
+TARNVIK_TEST_MAIN(AlignmentSaveTest, QCoreApplication)
+
+#include "AlignmentSaveTest.moc"
