@@ -28,8 +28,8 @@ bool WriteAlignmentFile(const QString &path, SdrType sdrType, const QList<FileTa
         table->AlignedAt = wanted.AlignedAt;
         table->DataSetCount = static_cast<std::uint8_t>(table->DataSets.size());
         AlignmentGenerator generator(qHash(wanted.HwId, 1) ^ wanted.AlignedAt);
-        for (AlignDataSet &dataSet : table->DataSets.all())
-            generator.FillDataSet(dataSet, 300);
+        for (std::size_t i = 0; i < table->DataSets.size(); ++i)
+            generator.FillDataSet(table->DataSets[i], 300);
     }
     if (!tables.isEmpty())
         return store->SaveFile(path) == AlignResult::Ok;
