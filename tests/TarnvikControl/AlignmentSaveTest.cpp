@@ -346,7 +346,7 @@ void AlignmentSaveTest::theFileIsWrittenWhereTheUserSays()
     QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
     const QByteArray before = tests::FileBytes(path(RtlFile));
     load({QStringLiteral("i.ad")});
-    const QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
+    QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
     AnswerToFile = [&elsewhere](const QString &) { return elsewhere; };
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
