@@ -486,7 +486,7 @@
     </message>
     <message>
         <source>Choose alignment file for importing</source>
-        <translation>Abgleichdatei zum Importieren auswählen</translation>
+        <translation>Abgleichdatei importieren</translation>
     </message>
     <message>
         <source>AlignFile (*.ad);;All (*.*)</source>
@@ -514,7 +514,7 @@
     </message>
     <message>
         <source>Update %1 alignment.</source>
-        <translation>Abgleich für %1 aktualisieren.</translation>
+        <translation>%1-Abgleich aktualisieren.</translation>
     </message>
     <message>
         <source>No changes for the %1 driver.
@@ -524,7 +524,7 @@ Trotzdem speichern?</translation>
     </message>
     <message>
         <source>Choose alignment file for exporting</source>
-        <translation>Abgleichdatei zum Exportieren auswählen</translation>
+        <translation>Abgleichdatei exportieren</translation>
     </message>
 </context>
 <context>
