@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
@@ -45,6 +46,22 @@ public:
         }
     }
     Q_DISABLE_COPY_MOVE(Station)
+
+    /// Puts the built translations beside the program and lets it run as on a system in another language.
+    bool speak(const QString &systemLocale)
+    {
+        const QDir built(QStringLiteral(BUILT_LANGUAGES));
+        const QStringList files = built.entryList(QDir::Files);
+        bool copied = !files.isEmpty() && QDir().mkpath(path(QStringLiteral("languages")));
+        for (const QString &file : files)
+            copied = QFile::copy(built.filePath(file), path(QStringLiteral("languages/") + file)) && copied;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("LC_ALL"));
+        environment.insert(QStringLiteral("LANG"), systemLocale);
+        environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
+        Process.setProcessEnvironment(environment);
+        return copied;
+    }
 
     [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
     void start(const QStringList &arguments = QStringList()) { Process.start(path(Title), arguments); }
@@ -129,6 +146,7 @@ private slots:
     void theWindowCarriesTheIconInItsSizes();
     void withoutARecorderItIsShownAsStopped();
     void theRecorderWithTheEndingExeComesFirst();
+    void onAGermanSystemItSpeaksGerman();
 
 private:
     std::unique_ptr<tests::RecorderReport> Report;
@@ -446,6 +464,33 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
     QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+}
+
+void TarnvikControlTest::onAGermanSystemItSpeaksGerman()
+{
+    Report->setOption("MESSAGE", "ready");
+    Station first;
+    QVERIFY(first.speak(QStringLiteral("de_AT.UTF-8")));
+    first.start();
+    QTRY_COMPARE_WITH_TIMEOUT(
+        PanelText(),
+        QStringLiteral("Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\n"
+                       "TarnvikRecord\n\nProgrammstatus      : Läuft\nLetzte Meldung      : ready\n"),
+        15000);
+    Station second;
+    QVERIFY(second.speak(QStringLiteral("de_AT.UTF-8")));
+    second.start();
+    const QString refusal = QStringLiteral("Fehler...");
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(refusal), {QStringLiteral("Return")}));
+    QVERIFY(second.endedWith(255));
+    QCOMPARE(second.output().section(u'\n', 1),
+             QStringLiteral("TarnvikControl: Fehler: Das Programm läuft bereits...\n"));
+    const QString question = QStringLiteral("Programm beenden");
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("ctrl+q")}));
+    QTRY_VERIFY(!OnlyWindow(question).isEmpty());
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(question), {QStringLiteral("alt+j")})); // "&Ja"
+    QVERIFY(first.endedWith(0));
 }
 
 int main(int argc, char **argv)
