@@ -2,120 +2,23 @@
 // The whole program as a process, on a desktop of its own, with the stand-in recorder beside it.
 #include "Common_Files/OstrelRecordStatus.h"
 #include "Common_Files/RecorderNames.h"
-#include "platform/QuitSignal.h"
+#include "tests/TarnvikControl/Station.h"
 #include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
-#include "tests/support/VirtualDesktop.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <memory>
 
-namespace {
-
-const QString Title = QStringLiteral("TarnvikControl");
-const QString QuitTitle = QStringLiteral("Close indication");
-
-/// A folder with the program and a recorder, and the process of the program.
-class Station
-{
-public:
-    explicit Station(const QString &recorderName = QStringLiteral("TarnvikRecord"))
-    {
-        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
-        if (!recorderName.isEmpty())
-            QFile::copy(tests::StandInProgram(), path(recorderName));
-    }
-    ~Station()
-    {
-        if (Process.state() != QProcess::NotRunning) {
-            signal(SIGINT);
-            if (!Process.waitForFinished(10000))
-                Process.kill();
-            Process.waitForFinished();
-        }
-    }
-    Q_DISABLE_COPY_MOVE(Station)
-
-    /// Puts the built translations beside the program and lets it run as on a system in another language.
-    bool speak(const QString &systemLocale)
-    {
-        const QDir built(QStringLiteral(BUILT_LANGUAGES));
-        const QStringList files = built.entryList(QDir::Files);
-        bool copied = !files.isEmpty() && QDir().mkpath(path(QStringLiteral("languages")));
-        for (const QString &file : files)
-            copied = QFile::copy(built.filePath(file), path(QStringLiteral("languages/") + file)) && copied;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove(QStringLiteral("LC_ALL"));
-        environment.insert(QStringLiteral("LANG"), systemLocale);
-        environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
-        Process.setProcessEnvironment(environment);
-        return copied;
-    }
-
-    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
-    void start(const QStringList &arguments = QStringList()) { Process.start(path(Title), arguments); }
-    bool signal(int number) { return kill(static_cast<pid_t>(Process.processId()), number) == 0; }
-    /// What the program printed so far.
-    QString output()
-    {
-        Output += Process.readAllStandardOutput();
-        return QString::fromUtf8(Output);
-    }
-    QString errorOutput()
-    {
-        ErrorOutput += Process.readAllStandardError();
-        return QString::fromUtf8(ErrorOutput);
-    }
-    bool endedWith(int exitCode)
-    {
-        return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
-               Process.exitCode() == exitCode;
-    }
-
-    QProcess Process;
-
-private:
-    QTemporaryDir Folder;
-    QByteArray Output;
-    QByteArray ErrorOutput;
-};
-
-bool RecorderListens()
-{
-    return platform::QuitSignalHasListener(RecorderQuitKey);
-}
-
-QString OnlyWindow(const QString &title)
-{
-    const QStringList windows = tests::VirtualDesktop::windows(title);
-    return windows.size() == 1 ? windows.first() : QString();
-}
-
-/// The panel's text, taken as a user takes it: select all and copy.
-QString PanelText()
-{
-    const QString window = OnlyWindow(Title);
-    if (window.isEmpty())
-        return QString();
-    QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-    if (!tests::VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}) ||
-        (changed.isEmpty() && !changed.wait(2000)))
-        return QString();
-    return QGuiApplication::clipboard()->text();
-}
-
-} // namespace
+using tests::OnlyWindow;
+using tests::PanelText;
+using tests::QuitTitle;
+using tests::RecorderListens;
+using tests::Station;
+using tests::Title;
 
 class TarnvikControlTest : public QObject
 {
@@ -146,7 +49,6 @@ private slots:
     void theWindowCarriesTheIconInItsSizes();
     void withoutARecorderItIsShownAsStopped();
     void theRecorderWithTheEndingExeComesFirst();
-    void onAGermanSystemItSpeaksGerman();
 
 private:
     std::unique_ptr<tests::RecorderReport> Report;
@@ -466,42 +368,5 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
 }
 
-void TarnvikControlTest::onAGermanSystemItSpeaksGerman()
-{
-    Report->setOption("MESSAGE", "ready");
-    Station first;
-    QVERIFY(first.speak(QStringLiteral("de_AT.UTF-8")));
-    first.start();
-    QTRY_COMPARE_WITH_TIMEOUT(
-        PanelText(),
-        QStringLiteral("Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\n"
-                       "TarnvikRecord\n\nProgrammstatus      : Läuft\nLetzte Meldung      : ready\n"),
-        15000);
-    Station second;
-    QVERIFY(second.speak(QStringLiteral("de_AT.UTF-8")));
-    second.start();
-    const QString refusal = QStringLiteral("Fehler...");
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(refusal), {QStringLiteral("Return")}));
-    QVERIFY(second.endedWith(255));
-    QCOMPARE(second.output().section(u'\n', 1),
-             QStringLiteral("TarnvikControl: Fehler: Das Programm läuft bereits...\n"));
-    const QString question = QStringLiteral("Programm beenden");
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("ctrl+q")}));
-    QTRY_VERIFY(!OnlyWindow(question).isEmpty());
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(question), {QStringLiteral("alt+j")})); // "&Ja"
-    QVERIFY(first.endedWith(0));
-}
-
-int main(int argc, char **argv)
-{
-    const tests::TestIsolation isolation;
-    const tests::VirtualDesktop desktop;
-    if (!desktop.error().isEmpty())
-        qFatal("no desktop to test on: %s", qUtf8Printable(desktop.error()));
-    QApplication application(argc, argv);
-    TarnvikControlTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControlTest)
 #include "TarnvikControlTest.moc"
