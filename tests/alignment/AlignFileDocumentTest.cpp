@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace {
@@ -151,7 +152,7 @@ void AlignFileDocumentTest::theCheckValuesAreThoseOfTheProgram()
 
 void AlignFileDocumentTest::theTableOfTypesIsThatOfTheProgram()
 {
-    for (std::uint8_t type = 1; type < AlignDriverNames.size(); ++type) {
+    for (std::size_t type = 1; type < AlignDriverNames.size(); ++type) {
         const QString row =
             QStringLiteral("| %1 | %2 | `%3` | %4 |\n")
                 .arg(type)
