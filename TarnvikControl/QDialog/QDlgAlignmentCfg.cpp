@@ -103,6 +103,7 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
     setAcceptDrops(true);
     Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
     Tree->setHeaderLabels(HeaderLabels);
+    Tree->setAccessibleName(Title);
     Tree->setItemDelegate(new RowDelegate(Tree.get()));
     Tree->setUniformRowHeights(true); // spares measuring every row
     Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
@@ -149,7 +150,9 @@ void QDlgAlignmentCfg::BuildLayout()
 {
     Outer = new QVBoxLayout(this);
     QHBoxLayout *line = addLine();
-    line->addWidget(new QLabel(Title));
+    auto *const label = new QLabel(Title);
+    label->setBuddy(Tree.get()); // screen readers read it for the tree
+    line->addWidget(label);
     line->addSpacing(10);
 
     addLine()->addWidget(Tree.get());
