@@ -57,6 +57,7 @@ private slots:
     void aSecondSaveMakesTheSameChoices();
     void aDriverThatTheUserLeavesOutDoesNotStopTheRun();
     void anErrorInTheSecondDriverLeavesTheFirstFileWritten();
+    void tablesImportedIntoAnEmptiedListAreNotTakenOver();
     void aDriverWithoutAFileIsMadeFromTheImportedOne();
     void aDriverWithoutAFileTakesCheckedTablesOfSeveralImports();
     void aDriverOfAnUnknownTypeKeepsItsFileName();
@@ -398,6 +399,21 @@ void AlignmentSaveTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten()
     QCOMPARE(Proposed, QStringList(path(AirspyFile)));
     QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(QStringLiteral("a.ad"))));
     QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
+}
+
+void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
+{
+    // They count as the driver's own; the user guide warns of it.
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    load();
+    Rows.Clear();
+    QCOMPARE(Rows.ReadFile(imported(QStringLiteral("i.ad"))), QString());
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Asked, QStringList(Rtl));
+    QCOMPARE(Proposed, QStringList(path(RtlFile)));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
 void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
