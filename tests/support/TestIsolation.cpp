@@ -15,8 +15,8 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
         const char *Variable;
         const char *Path;
     };
-    // APPDATA and its like are read through the system on Windows, not from the environment; only the
-    // temporary folder follows these variables there.
+    // Windows reads APPDATA and its like through the system, not from the environment; only the temporary
+    // folder follows these variables there.
     static constexpr Folder folders[] = {
         {"HOME", "home"},
         {"XDG_CONFIG_HOME", "home/.config"},
@@ -35,6 +35,12 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
     }
     QFile::setPermissions(Root.filePath(QStringLiteral("run")),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    IsolateSettings();
+}
+
+TestIsolation::~TestIsolation()
+{
+    GiveSettingsBack();
 }
 
 } // namespace tests

@@ -16,11 +16,17 @@ class TestIsolation
 public:
     /// Ends the process when the folders cannot be made: a test must not run in the user's own.
     TestIsolation();
+    ~TestIsolation();
+    Q_DISABLE_COPY_MOVE(TestIsolation)
 
     /// The folder that holds all the others, without a trailing separator.
     [[nodiscard]] QString root() const { return Root.path(); }
 
 private:
+    /// Settings that do not lie in files.
+    static void IsolateSettings();
+    static void GiveSettingsBack();
+
     QTemporaryDir Root;
 };
 
