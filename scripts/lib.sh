@@ -9,6 +9,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tool
     qt6-translations-l10n)
 DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
 CHECK_PACKAGES=(clang-format clang-tidy)
+PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
 say() { printf '== %s\n' "$*"; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }
