@@ -139,6 +139,7 @@ void CMainWindow::ShowAbout()
     const QString name = QGuiApplication::applicationDisplayName();
     QString text = tr("%1 V%2").arg(name, QCoreApplication::applicationVersion());
     if (PackedVersion < FirstReleasedVersion)
+        //: The date of the build and ")" follow.
         text += tr(" (technical preview ") + QStringLiteral(__DATE__) + QStringLiteral(")");
     text += QStringLiteral("\n");
     text += tr("<x64 version>\n");
@@ -154,6 +155,7 @@ void CMainWindow::Raw_Menu_View_AboutPrg()
 void CMainWindow::OpenUserGuide()
 {
     const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/");
+    //: The beginning of the user guide's file name.
     const QString product = tr("Tarnvik");
     const int current = AppTranslation.CurrentLanguage();
     QString language = QStringLiteral("EN_");

@@ -140,6 +140,7 @@ void QDlgAlignmentCfg::BuildLayout()
     setMinimumWidth(longest.width() + 40);
 
     line = addLine();
+    //: Back to what the drivers' files hold.
     addButton(line, tr("Reset"), tr("Loads default"), &QDlgAlignmentCfg::Slot_Button_Reset);
     addButton(line, tr("Clear"), tr("Clear full list"), &QDlgAlignmentCfg::Slot_Button_Clear);
     addButton(line, tr("Import..."), tr("Imports data"), qOverload<>(&QDlgAlignmentCfg::Slot_Button_Import));
@@ -148,6 +149,7 @@ void QDlgAlignmentCfg::BuildLayout()
     // Without this the Enter key in the tree would press the first button and drop all imports.
     saveButton->setDefault(true);
     Outer->addSpacing(20);
+    //: Closes the dialog, not the program.
     addButton(addLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
 
     // The keyboard starts in the tree. The Tab key then follows the lines, as the widgets were added in that
