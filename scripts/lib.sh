@@ -44,3 +44,11 @@ build() {
     cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}" "$@"
     cmake --build --preset "$preset" --parallel "$(nproc)"
 }
+
+# make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless it exists.
+# The folder's .config is the XDG_CONFIG_HOME for the program. Needs a build (release).
+make_demonstration() {
+    [ -e "$1" ] && return
+    say "making demonstration data in $1"
+    build/release/tests/bin/MakeDemonstration "$1/.config/Quillane GmbH/TarnvikRecord" "$1/Records" "$1/Import"
+}

@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -73,6 +74,22 @@ QTreeWidgetItem *NewRowItem(const AlignmentRow &row)
     return item;
 }
 
+/// Draws a coloured row's check box in the row's colour: its mark is white like the row's text, and could not
+/// be told from a white box.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->backgroundBrush.style() != Qt::NoBrush)
+            option->palette.setBrush(QPalette::Base, option->backgroundBrush);
+    }
+};
+
 } // namespace
 
 QDlgAlignmentCfg::QDlgAlignmentCfg()
@@ -86,6 +103,7 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
     setAcceptDrops(true);
     Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
     Tree->setHeaderLabels(HeaderLabels);
+    Tree->setItemDelegate(new RowDelegate(Tree.get()));
     Tree->setUniformRowHeights(true); // spares measuring every row
     Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
 }
@@ -162,6 +180,8 @@ void QDlgAlignmentCfg::FillTree()
     Tree->setSortingEnabled(false); // or every single item would be sorted in
     Tree->clear();
     Tree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    // A stretched last column has the tree's width, not that of its contents: the tree would grow each time.
+    Tree->header()->setStretchLastSection(false);
     limitTreeWidth();
 
     Rows.Sort();
@@ -183,6 +203,17 @@ void QDlgAlignmentCfg::FillTree()
     Tree->expandAll();
     for (int column = 0; column < Tree->columnCount(); ++column)
         Tree->resizeColumnToContents(column);
+    Tree->header()->setStretchLastSection(true);
+    showWholeTree();
+}
+
+void QDlgAlignmentCfg::showWholeTree()
+{
+    // The dialog's own minimum width stands before what its layout needs, which would cut off the tree.
+    if (Outer == nullptr)
+        return;
+    Outer->activate(); // or the lines would answer as before
+    resize(std::max(width(), Outer->totalMinimumSize().width()), height());
 }
 
 void QDlgAlignmentCfg::limitTreeWidth()
