@@ -119,3 +119,12 @@ in_root() {
         CCACHE_DIR=/root/.cache/ccache CCACHE_MAXSIZE="$cache_size" \
         sh -c 'cd "$0" && exec "$@"' "$INSIDE" "$@"
 }
+
+# on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
+on_desktop() {
+    [ -z "${WINEPREFIX:-}" ] || return 0
+    enter_own_mounts "$ROOT/$1" "${@:2}"
+    set_up_root
+    in_root scripts/windows/desktop "$@"
+    exit
+}
