@@ -23,7 +23,7 @@ event_count() { grep -c " $1\$" "$report" || true; }
 recorders_started() { [ "$(event_count started)" -ge "$1" ]; }
 statuses_written() { [ "$(grep -c 'status .* written' "$tour/output.txt")" -ge "$1" ]; }
 last_recorder() { awk '$3 == "started" { pid = $2 } END { print pid }' "$report"; }
-# windows TITLE: ids of the managed windows with this title, the newest last.
+# windows TITLE: ids of the managed windows with this title, the oldest first.
 windows() {
     local id
     for id in $(xprop -root _NET_CLIENT_LIST | sed 's/.*#//; s/,/ /g'); do
@@ -32,8 +32,10 @@ windows() {
         fi
     done
 }
-# window TITLE: id of the newest of them (the alignment dialog's title is the program's name, too); fails without one.
+# window TITLE: id of the newest one (the alignment dialog has the program's name as its title, too).
 window() { windows "$1" | tail -n 1 | grep .; }
+two_windows() { [ "$(windows "$1" | wc -l)" -eq 2 ]; }
+gone() { ! xprop -root _NET_CLIENT_LIST | grep -q "$1\b"; }
 no_window() { ! window "$1"; }
 dialog() { xprop -id "$(window TarnvikControl)" _NET_WM_WINDOW_TYPE | grep -q DIALOG; }
 no_dialog() { ! dialog; }
@@ -49,8 +51,12 @@ enter() {
     timeout 10 xdotool windowactivate --sync "$(window "$1")" type --clearmodifiers --delay 2 "$2"
     press "$1" Return
 }
+# picture NAME TEXT: of the whole desktop, and, as NAME-only, of the newest window of the program.
 picture() {
     sleep 0.7 # the picture is of what has been drawn, and the panel follows the recorder after half a second
     import -window root "$pictures/$1.png"
+    if window TarnvikControl >/dev/null; then
+        import -frame -window "$(window TarnvikControl)" "$pictures/$1-only.png"
+    fi
     say "picture $pictures/$1.png: $2"
 }

@@ -291,44 +291,51 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder_data()
 {
     QTest::addColumn<QString>("language"); // empty: no translation
     QTest::addColumn<bool>("translatedProduct");
-    QTest::addColumn<QStringList>("files"); // in the program's folder
-    QTest::addColumn<QString>("opened");
-    QTest::newRow("with no translation Tarnvik_EN.pdf comes first")
-        << "" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Tarnvik_EN.pdf";
-    QTest::newRow("with German Tarnvik_DE.pdf comes first")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Tarnvik_DE.pdf";
-    QTest::newRow("then the guide without a language")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf").split(u' ') << "Tarnvik.pdf";
-    QTest::newRow("then the English one")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
-    QTest::newRow("a translated product name comes first")
-        << "de" << true << QStringLiteral("Anleitung_DE.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Anleitung_DE.pdf";
-    QTest::newRow("then the English guide of the translated product")
-        << "de" << true << QStringLiteral("Anleitung_EN.pdf AnleitungTarnvik_EN.pdf").split(u' ')
-        << "Anleitung_EN.pdf";
-    QTest::newRow("at last the name that holds the product twice")
-        << "de" << true << QStringLiteral("AnleitungTarnvik_EN.pdf Tarnvik_EN.pdf").split(u' ')
-        << "AnleitungTarnvik_EN.pdf";
-    QTest::newRow("a guide in an unrelated language is not taken")
-        << "fr" << false << QStringLiteral("Tarnvik_DE.pdf Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
+    QTest::addColumn<QStringList>("candidates"); // without a folder: the program's
+    QTest::newRow("with no translation English comes first")
+        << "" << false
+        << QStringList{QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("Tarnvik.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
+                       QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+    QTest::newRow("with German the German one comes first, then the English one")
+        << "de" << false
+        << QStringList{QStringLiteral("Tarnvik_DE.pdf"),
+                       QStringLiteral("Tarnvik.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
+                       QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+    QTest::newRow("with French and a translated product")
+        << "fr" << true
+        << QStringList{QStringLiteral("Anleitung_FR.pdf"),
+                       QStringLiteral("Anleitung.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_FR.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung.pdf"),
+                       QStringLiteral("Anleitung_EN.pdf"),
+                       QStringLiteral("AnleitungTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_DE.pdf")};
 }
 
 void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
 {
     QFETCH(QString, language);
     QFETCH(bool, translatedProduct);
-    QFETCH(QStringList, files);
-    QFETCH(QString, opened);
-    const QString folder = QCoreApplication::applicationDirPath() + u'/';
-    const auto removeGuides = qScopeGuard([&] {
-        for (const QString &file : std::as_const(files))
-            QFile::remove(folder + file);
-    });
-    for (const QString &file : std::as_const(files))
-        QVERIFY(MakeFile(folder + file));
+    QFETCH(QStringList, candidates);
+    // Where there are no drives, C: is a folder in the current one.
+    const QTemporaryDir current;
+    QVERIFY(QDir::setCurrent(current.path()));
+    const auto goBack = qScopeGuard([] { QDir::setCurrent(QCoreApplication::applicationDirPath()); });
+    for (QString &candidate : candidates) {
+        if (candidate.startsWith(QStringLiteral("C:")))
+            QVERIFY(QDir().mkpath(QFileInfo(candidate).path()));
+        else
+            candidate.prepend(QCoreApplication::applicationDirPath() + u'/');
+    }
     AppTranslation.Init(qApp);
     if (language.isEmpty())
         AppTranslation.UnloadTranslators();
@@ -337,11 +344,27 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
     ProductTranslator translator;
     if (translatedProduct)
         QCoreApplication::installTranslator(&translator);
-    // The guide's path is opened as it stands, without a scheme: the handler for an empty scheme gets it.
-    QDesktopServices::setUrlHandler(QString(), this, "open");
-    trigger(QStringLiteral("Open User Guide"));
-    QDesktopServices::unsetUrlHandler(QString());
-    QCOMPARE(Opened, QList<QUrl>{QUrl(folder + opened, QUrl::TolerantMode)});
+    const auto removeGuides = qScopeGuard([&] {
+        for (const QString &candidate : std::as_const(candidates))
+            QFile::remove(candidate);
+    });
+    for (qsizetype first = 0; first < candidates.size(); ++first) {
+        // This one and all behind it exist; a name that stands twice counts where it stands first.
+        if (candidates.indexOf(candidates[first]) < first)
+            continue;
+        for (qsizetype i = first; i < candidates.size(); ++i) {
+            if (candidates.indexOf(candidates[i]) >= first)
+                QVERIFY2(MakeFile(candidates[i]), qPrintable(candidates[i]));
+        }
+        Opened.clear();
+        // The path is opened as it stands; what is before its first colon, if anything, counts as scheme.
+        const QUrl url(candidates[first], QUrl::TolerantMode);
+        QDesktopServices::setUrlHandler(url.scheme(), this, "open");
+        trigger(QStringLiteral("Open User Guide"));
+        QDesktopServices::unsetUrlHandler(url.scheme());
+        QCOMPARE(Opened, QList<QUrl>{url});
+        QVERIFY(QFile::remove(candidates[first]));
+    }
     QVERIFY(Answers->boxes().isEmpty());
 }
 

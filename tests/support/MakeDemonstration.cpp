@@ -15,6 +15,7 @@
 #include <QStringList>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -80,9 +81,9 @@ bool Damage(const QString &path)
 
 bool MakeRecorderFolder(const QDir &folder, const QString &recordFolder)
 {
-    for (std::uint8_t type = 1; type < AlignDriverFileNames.size(); ++type) {
-        const QString name = QString::fromLatin1(AlignDriverFileNames.at(type));
-        if (!Save(StationTables(static_cast<SdrType>(type)).get(), folder.filePath(name)))
+    for (const SdrType type : {SdrType::LimeMini, SdrType::LimeUsb, SdrType::RtlSdr, SdrType::AirSpy}) {
+        const char *const name = AlignDriverFileNames.at(static_cast<std::size_t>(type));
+        if (!Save(StationTables(type).get(), folder.filePath(QString::fromLatin1(name))))
             return false;
     }
     QSettings location(folder.filePath(QStringLiteral("tarnviklocation.ini")), QSettings::IniFormat);
@@ -94,7 +95,8 @@ bool MakeRecorderFolder(const QDir &folder, const QString &recordFolder)
 bool MakeRecords(const QDir &folder)
 {
     for (const int hour : {0, 6, 12, 18}) {
-        QFile record(folder.filePath(QStringLiteral("162400kHz_2025-11-03_%1-00.iq").arg(hour, 2, 10, QLatin1Char('0'))));
+        QFile record(folder.filePath(
+            QStringLiteral("162400kHz_2025-11-03_%1-00.iq").arg(hour, 2, 10, QLatin1Char('0'))));
         if (!record.open(QIODevice::WriteOnly) || record.write(QByteArray(4096, '\0')) < 0)
             return Complain(record.errorString());
     }
