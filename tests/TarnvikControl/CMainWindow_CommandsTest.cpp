@@ -337,10 +337,12 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
     ProductTranslator translator;
     if (translatedProduct)
         QCoreApplication::installTranslator(&translator);
-    // The guide's path is opened as it stands, without a scheme: the handler for an empty scheme gets it.
-    QDesktopServices::setUrlHandler(QString(), this, "open");
+    // The guide's path is opened as it stands: no scheme on Linux, on Windows the drive's letter is taken for
+    // one.
+    const QString scheme = QUrl(folder, QUrl::TolerantMode).scheme();
+    QDesktopServices::setUrlHandler(scheme, this, "open");
     trigger(QStringLiteral("Open User Guide"));
-    QDesktopServices::unsetUrlHandler(QString());
+    QDesktopServices::unsetUrlHandler(scheme);
     QCOMPARE(Opened, QList<QUrl>{QUrl(folder + opened, QUrl::TolerantMode)});
     QVERIFY(Answers->boxes().isEmpty());
 }
