@@ -65,7 +65,10 @@ void CMainWindow::CreateRecordFolderLink()
     const QString link = QStringLiteral("%1/%2.lnk")
                              .arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
                                   QFileInfo(path).fileName());
-    if (!QFile::link(path, link)) {
+    // Windows would write over a link that is there. A shell link counts as existing only while its target
+    // does.
+    const QFileInfo present(link);
+    if (present.exists() || present.isSymLink() || !QFile::link(path, link)) {
         warn(tr("Failed to create link on desktop!\n%1").arg(link));
         return;
     }

@@ -2,6 +2,7 @@
 #include "tests/support/RecorderReport.h"
 
 #include "Common_Files/RecorderNames.h"
+#include "platform/QuitSignal.h"
 
 #include <QDir>
 #include <QFile>
@@ -90,6 +91,13 @@ qint64 RecorderReport::lastProcess(const QString &event) const
             process = one.ProcessId;
     }
     return process;
+}
+
+bool RecorderReport::recorderListens(qint64 processId) const
+{
+    const qint64 process = processId != 0 ? processId : lastProcess(QStringLiteral("started"));
+    return count(QStringLiteral("ready"), process) == 1 && IsAlive(process) &&
+           platform::QuitSignalHasListener(RecorderQuitKey);
 }
 
 QString StandInProgram()

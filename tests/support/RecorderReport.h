@@ -38,6 +38,9 @@ public:
     [[nodiscard]] int count(const QString &event, qint64 processId) const;
     /// The process of the last event of that kind, 0 when there is none.
     [[nodiscard]] qint64 lastProcess(const QString &event) const;
+    /// True when a recorder is ready and will notice a quit request; without a process the one that started
+    /// last.
+    [[nodiscard]] bool recorderListens(qint64 processId = 0) const;
 
 private:
     QString File;

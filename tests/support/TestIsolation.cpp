@@ -6,7 +6,8 @@
 
 namespace tests {
 
-TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
+TestIsolation::TestIsolation(Settings settings)
+    : StartFolder(QDir::currentPath()), Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
 {
     if (!Root.isValid())
         qFatal("the test's own folders cannot be made");
@@ -35,12 +36,14 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
     }
     QFile::setPermissions(Root.filePath(QStringLiteral("run")),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    IsolateSettings();
+    if (settings == Settings::Own)
+        IsolateSettings();
 }
 
 TestIsolation::~TestIsolation()
 {
     GiveSettingsBack();
+    QDir::setCurrent(StartFolder); // Windows does not remove a folder that a process is in
 }
 
 } // namespace tests

@@ -14,8 +14,13 @@ namespace tests {
 class TestIsolation
 {
 public:
+    enum class Settings {
+        Own,   ///< on Windows the user's registry is an empty one for this process
+        Users, ///< for tests that start the program, which sees the user's own registry
+    };
+
     /// Ends the process when the folders cannot be made: a test must not run in the user's own.
-    TestIsolation();
+    explicit TestIsolation(Settings settings = Settings::Own);
     ~TestIsolation();
     Q_DISABLE_COPY_MOVE(TestIsolation)
 
@@ -27,6 +32,7 @@ private:
     static void IsolateSettings();
     static void GiveSettingsBack();
 
+    QString StartFolder;
     QTemporaryDir Root;
 };
 
