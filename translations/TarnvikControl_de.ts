@@ -94,7 +94,7 @@
     </message>
     <message>
         <source>Create record file folder link on Desktop</source>
-        <translation>Verknüpfung zum Aufzeichnungsordner auf dem Desktop erstellen</translation>
+        <translation>Desktop-Verknüpfung zum Aufzeichnungsordner erstellen</translation>
     </message>
     <message>
         <source>Create symblic link on desktop to record files drawer</source>

@@ -166,7 +166,7 @@ private slots:
     void theAlignmentDialogSpeaksTheLanguage();
     void theStandardButtonsAreGerman_data();
     void theStandardButtonsAreGerman();
-    void whoReadsEnglishBeforeGermanGetsQtsTextsInEnglish();
+    void inEnglishQtsTextsComeFromTheEnglishFile();
 
 private:
     void languages();
@@ -449,11 +449,10 @@ void LanguageSwitchTest::theStandardButtonsAreGerman()
     QCOMPARE(box.button(button)->text(), text);
 }
 
-void LanguageSwitchTest::whoReadsEnglishBeforeGermanGetsQtsTextsInEnglish()
+void LanguageSwitchTest::inEnglishQtsTextsComeFromTheEnglishFile()
 {
     AppTranslation.LoadLanguage(QLocale(English));
-    // With German as the second language the search would go on to Qt's German texts, were there no English
-    // ones.
+    // Were the file not installed, the search would go on to the user's next language, German for example.
     Leftovers->Texts.clear();
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Abort"), QStringLiteral("Abort"));
     QCOMPARE(Leftovers->Texts.join(u'\n'), QString());

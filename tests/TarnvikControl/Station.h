@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -65,6 +66,8 @@ private:
         if (!desktop.error().isEmpty())                                                                      \
             qFatal("no desktop to test on: %s", qUtf8Printable(desktop.error()));                            \
         QApplication application(argc, argv);                                                                \
+        if (!QTest::qWaitFor(&QSystemTrayIcon::isSystemTrayAvailable, 20000))                                \
+            qFatal("no tray to test with");                                                                  \
         TestClass test;                                                                                      \
         return QTest::qExec(&test, argc, argv);                                                              \
     }

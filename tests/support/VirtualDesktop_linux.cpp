@@ -61,23 +61,25 @@ VirtualDesktop::VirtualDesktop()
     qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the tray of this desktop is the X11 one
     if (!startProgram(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")}))
         return;
-    const QString trayer =
-        QStringLiteral("trayer --edge bottom --align right --widthtype request --height 26");
-    QStringList trayerArguments = trayer.split(u' ');
-    startProgram(trayerArguments.takeFirst(), trayerArguments);
-    // A program that starts before the window manager and the tray are there would find a different desktop.
+    // The tray needs the window manager, and a program that starts before both are there would find a
+    // different desktop.
     const auto managerAnswers = [] {
         return Output(QStringLiteral("xprop"),
                       {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
             .contains("window id");
     };
+    const QString trayer =
+        QStringLiteral("trayer --edge bottom --align right --widthtype request --height 26");
+    QStringList trayerArguments = trayer.split(u' ');
+    const QString trayerProgram = trayerArguments.takeFirst();
     const QDeadlineTimer deadline(StartTimeoutMs);
-    while (!managerAnswers() || windows(QStringLiteral("panel")).isEmpty()) {
+    while (!managerAnswers()) {
         if (deadline.hasExpired()) {
-            Error = QStringLiteral("the window manager or the tray does not answer");
+            Error = QStringLiteral("the window manager does not answer");
             return;
         }
     }
+    startProgram(trayerProgram, trayerArguments);
 }
 
 VirtualDesktop::~VirtualDesktop()
@@ -92,10 +94,12 @@ VirtualDesktop::~VirtualDesktop()
 
 bool VirtualDesktop::startDisplay()
 {
+    // -noreset: otherwise the end of a tool that is the only client for a moment resets the display, and
+    // throws out whoever connects at that moment.
     auto display = std::make_unique<QProcess>();
     display->start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1000x700x24")});
+                    QStringLiteral("0"), QStringLiteral("1000x700x24"), QStringLiteral("-noreset")});
     if (!display->waitForReadyRead(StartTimeoutMs)) {
         Error = QStringLiteral("Xvfb: ") + display->errorString();
         return false;

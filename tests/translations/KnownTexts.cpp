@@ -48,9 +48,12 @@ KnownTexts::KnownTexts(const QString &language)
     for (const TsMessage &message : ownTexts)
         add(message.Translation);
     const QList<TsMessage> qtTexts = ReadTsFile(QStringLiteral(QT_GERMAN_TEXTS));
+    const bool german = language == QLatin1String("de");
     for (const TsMessage &message : qtTexts) {
-        if (QtContexts.contains(message.Context))
-            add(language == QLatin1String("de") ? message.Translation : message.Source);
+        // Several words that are the same in both languages were left in English.
+        const bool left = german && message.Translation == message.Source && message.Source.contains(u' ');
+        if (QtContexts.contains(message.Context) && !left)
+            add(german ? message.Translation : message.Source);
     }
 }
 
