@@ -77,7 +77,7 @@ int SecondIsNotHandled()
 
 int RefusedByTheHandler()
 {
-    if (!platform::InstallControlHandler(LeaveToTheSystem) || !Send(CTRL_BREAK_EVENT))
+    if (!platform::InstallControlHandler(LeaveToTheSystem) || !Send(CTRL_C_EVENT))
         return BadSetUp;
     return OutliveTheEvent();
 }

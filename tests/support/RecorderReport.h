@@ -30,6 +30,9 @@ public:
     void setOption(const char *name, const QByteArray &value);
     void clearOptions();
 
+    /// Ends the recorders that are still alive and waits until they are gone.
+    void killRecorders() const;
+
     [[nodiscard]] QString file() const { return File; }
     [[nodiscard]] QList<RecorderEvent> events() const;
     /// How often an event is in the report.
