@@ -66,7 +66,10 @@ void CMainWindow::CreateRecordFolderLink()
     const QString link = QStringLiteral("%1/%2.lnk")
                              .arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
                                   QFileInfo(target).fileName());
-    if (!QFile::link(target, link)) {
+    // Windows would write over a link that is there. A shell link counts as existing only while its target
+    // does.
+    const QFileInfo present(link);
+    if (present.exists() || present.isSymLink() || !QFile::link(target, link)) {
         warn(tr("Failed to create link on desktop!\n%1").arg(link));
         return;
     }
