@@ -9,6 +9,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tool
     qt6-translations-l10n)
 DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
 CHECK_PACKAGES=(clang-format clang-tidy)
+GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-pypdf)
 PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
 say() { printf '== %s\n' "$*"; }
