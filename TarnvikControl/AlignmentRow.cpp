@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QTimeZone>
 
 #include <limits>
 
@@ -71,7 +72,7 @@ QString AlignmentDateText(std::uint64_t secondsSinceEpoch)
     constexpr auto mostSeconds = static_cast<std::uint64_t>(std::numeric_limits<qint64>::max());
     QDateTime date;
     if (secondsSinceEpoch <= mostSeconds)
-        date = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSinceEpoch), Qt::UTC);
+        date = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSinceEpoch), QTimeZone::utc());
     return date.isValid() ? date.toString(QStringLiteral("yyyy-MM-dd"))
                           : QStringLiteral("%1 s").arg(secondsSinceEpoch);
 }

@@ -35,6 +35,11 @@ if(TARNVIK_SANITIZE)
     target_link_options(tarnvik_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(WIN32)
+    # No macros min and max, and of the system's headers what we use.
+    target_compile_definitions(tarnvik_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
+
 # The ending of the sources that exist once per system.
 if(WIN32)
     set(PLATFORM_SUFFIX windows)

@@ -46,10 +46,11 @@ build() {
     cmake --build --preset "$preset" --parallel "$(nproc)"
 }
 
-# make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless it exists.
-# The folder's .config is the XDG_CONFIG_HOME for the program. Needs a build (release).
+# make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless they are
+# there. The folder's .config is the XDG_CONFIG_HOME for the program. Needs a build (release).
 make_demonstration() {
-    [ -e "$1" ] && return
+    [ -e "$1/.complete" ] && return
     say "making demonstration data in $1"
     build/release/tests/bin/MakeDemonstration "$1/.config/Quillane GmbH/TarnvikRecord" "$1/Records" "$1/Import"
+    touch "$1/.complete"
 }

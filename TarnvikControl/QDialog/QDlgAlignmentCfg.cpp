@@ -2,6 +2,7 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/AlignmentSave.h"
 
 #include <QDropEvent>
@@ -32,8 +33,6 @@ constexpr int DateColumn = 1;
 const QString LongestLine = QStringLiteral(
     "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____");
 constexpr int VisibleLines = 20;
-
-const QString DriverFiles = QStringLiteral("TarnvikDriver_*.ad");
 
 /// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
 QStringList AlignmentFilesIn(const QMimeData &data)
@@ -233,7 +232,7 @@ void QDlgAlignmentCfg::limitTreeWidth()
 void QDlgAlignmentCfg::Slot_Button_Reset()
 {
     Rows.Clear();
-    Rows.LoadFolder(QString(), DriverFiles);
+    LoadFolder(QString(), AlignmentDriverFiles());
     FillTree();
 }
 
@@ -319,5 +318,7 @@ void QDlgAlignmentCfg::dropEvent(QDropEvent *event)
     // Only read: a source that hears "moved" might delete its files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    Slot_Button_Import(files);
+    // The program that they come from waits for the end of the drop, not for our message box.
+    QMetaObject::invokeMethod(
+        this, [this, files] { Slot_Button_Import(files); }, Qt::QueuedConnection);
 }

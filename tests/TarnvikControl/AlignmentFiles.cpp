@@ -6,6 +6,7 @@
 #include "tests/support/AlignmentGenerator.h"
 
 #include <QDateTime>
+#include <QTimeZone>
 
 #include <memory>
 
@@ -13,8 +14,9 @@ namespace tests {
 
 std::uint64_t Day(const char *date)
 {
-    return static_cast<std::uint64_t>(
-        QDate::fromString(QString::fromLatin1(date), Qt::ISODate).startOfDay(Qt::UTC).toSecsSinceEpoch());
+    return static_cast<std::uint64_t>(QDate::fromString(QString::fromLatin1(date), Qt::ISODate)
+                                          .startOfDay(QTimeZone::utc())
+                                          .toSecsSinceEpoch());
 }
 
 bool WriteAlignmentFile(const QString &path, SdrType sdrType, const QList<FileTable> &tables)

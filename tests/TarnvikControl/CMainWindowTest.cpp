@@ -4,7 +4,6 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/RecorderNames.h"
-#include "platform/QuitSignal.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
@@ -349,7 +348,7 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
 {
     QProcess old;
     old.start(tests::StandInProgram(), QStringList());
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(Report->recorderListens());
     const qint64 oldProcess = old.processId();
     const CMainWindow window;
     QVERIFY(old.waitForFinished());
@@ -364,7 +363,7 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
     }
     QCOMPARE(order.join(u' '), QStringLiteral("started quit-request started"));
     QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(Report->recorderListens());
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
 }
 
@@ -401,7 +400,7 @@ void CMainWindowTest::theCloseButtonAsksByDefaultAndYesStopsTheRecorderAndEndsTh
     tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.show();
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(Report->recorderListens());
     QTimer::singleShot(0, &window, &QWidget::close);
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(answers.boxes().size(), 1);
@@ -446,7 +445,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.setVisible(visible);
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(Report->recorderListens());
     QTimer::singleShot(0, &window, [&] { Tray(window).contextMenu()->actions().last()->trigger(); });
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(answers.boxes().size(), 1);
@@ -462,13 +461,13 @@ void CMainWindowTest::theQuitCommandAnsweredWithAbortChangesNothing()
     tests::DialogAnswers answers(QMessageBox::Abort);
     CMainWindow window;
     window.show();
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(Report->recorderListens());
     Tray(window).contextMenu()->actions().last()->trigger();
     QCOMPARE(answers.boxes().size(), 1);
     QVERIFY(window.isVisible());
     QVERIFY(!window.close());
     QCOMPARE(answers.boxes().size(), 2); // the close still asks
-    QVERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+    QVERIFY(Report->recorderListens());
 }
 
 void CMainWindowTest::aSecondQuitWhileTheQuestionIsOpenAsksNoSecondQuestion()
@@ -653,7 +652,7 @@ void CMainWindowTest::destroyingTheWindowStopsTheRecorder()
 {
     {
         const CMainWindow window;
-        QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
+        QTRY_VERIFY(Report->recorderListens());
     }
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("ends")), 1);

@@ -4,7 +4,6 @@
 
 #include "Common_Files/RecorderNames.h"
 #include "Common_Files/TarnvikBasic.h"
-#include "platform/QuitSignal.h"
 #include "tests/TarnvikControl/RunnerTestTools.h"
 #include "tests/support/MessageLog.h"
 #include "tests/support/ProcessResources.h"
@@ -78,7 +77,7 @@ void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturns
     runner.Program = tests::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(runner.IsProcessRunning() && Report->recorderListens());
     QElapsedTimer timer;
     timer.start();
     runner.Stop();
@@ -202,7 +201,7 @@ void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
     runner->Program = tests::StandInProgram();
     runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner->Start());
-    QTRY_VERIFY(runner->IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey));
+    QTRY_VERIFY(runner->IsProcessRunning() && Report->recorderListens());
     const qint64 process = Report->lastProcess(QStringLiteral("started"));
     runner.reset();
     QVERIFY(!tests::IsAlive(process));
@@ -217,7 +216,7 @@ void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopAL
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     for (int round = 0; round < 10; ++round) {
         QVERIFY(runner.Start());
-        QTRY_VERIFY2(runner.IsProcessRunning() && platform::QuitSignalHasListener(RecorderQuitKey),
+        QTRY_VERIFY2(runner.IsProcessRunning() && Report->recorderListens(),
                      qPrintable(QString::number(round)));
         QCOMPARE(Report->count(QStringLiteral("started")), round + 1);
         runner.Stop();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The stand-in recorder and what only Linux has: inodes, and a request to terminate that reaches a program
-// without a window.
+// The stand-in recorder and what only Linux has: inodes.
 #include "tests/recorder_standin/StandIn.h"
 #include "tests/support/TestMain.h"
 
@@ -33,8 +32,6 @@ private slots:
 
     void theStatusFileKeepsItsInode_data();
     void theStatusFileKeepsItsInode();
-    void itEndsWhenAskedToTerminate();
-    void itGoesOnWhenItIsToIgnoreTheRequestToTerminate();
 
 private:
     std::unique_ptr<tests::RecorderReport> Report;
@@ -76,35 +73,6 @@ void StandInRecorderLinuxTest::theStatusFileKeepsItsInode()
     }
     // Empty for a moment each time.
     QTRY_VERIFY(QFileInfo(RecorderStatusFile()).size() > 0);
-}
-
-void StandInRecorderLinuxTest::itEndsWhenAskedToTerminate()
-{
-    StandIn recorder;
-    recorder.start();
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
-    recorder.Process.terminate();
-    QVERIFY(recorder.endsWith(0));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
-}
-
-void StandInRecorderLinuxTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
-{
-    Report->setOption("IGNORE_TERMINATE", "1");
-    StandIn recorder;
-    recorder.start();
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
-    for (int request = 1; request <= 3; ++request) {
-        recorder.Process.terminate();
-        QTRY_COMPARE(Report->count(QStringLiteral("terminate-request")), request);
-        recorder.collect();
-        const qsizetype next = recorder.standardLines().size() + 3;
-        QTRY_VERIFY(recorder.hasPrinted(QStringLiteral("stand-in: status %1 written").arg(next)));
-    }
-    QCOMPARE(recorder.Process.state(), QProcess::Running);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
 }
 
 TARNVIK_TEST_MAIN(StandInRecorderLinuxTest, QCoreApplication)

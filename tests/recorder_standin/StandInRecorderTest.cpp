@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The stand-in recorder as its users see it: a process, its environment, its channels and its files.
 #include "Common_Files/TarnvikBasic.h"
-#include "platform/QuitSignal.h"
 #include "tests/recorder_standin/StandIn.h"
 #include "tests/support/TestMain.h"
 
@@ -68,6 +67,8 @@ private slots:
     void itCrashes();
     void itEndsOnTheQuitRequest();
     void itGoesOnWhenItIsToIgnoreTheQuitRequest();
+    void itEndsWhenAskedToTerminate();
+    void itGoesOnWhenItIsToIgnoreTheRequestToTerminate();
     void aFloodArrivesWholeAndInOrder();
     void theReportTellsTimeProcessAndEvents();
     void withoutReportFileNothingIsReported();
@@ -301,8 +302,7 @@ void StandInRecorderTest::itEndsOnTheQuitRequest()
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     StandIn recorder;
     recorder.start();
-    QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_VERIFY(Report->recorderListens());
     SendQuit();
     QVERIFY(recorder.endsWith(0));
     QCOMPARE(recorder.standardLines().last(), QStringLiteral("stand-in: asked to quit"));
@@ -323,6 +323,37 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
     QTRY_VERIFY(recorder.hasPrinted(StatusLine(after)));
     QCOMPARE(recorder.Process.state(), QProcess::Running);
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+}
+
+void StandInRecorderTest::itEndsWhenAskedToTerminate()
+{
+    Report->setOption("INTERVAL_MS", "30");
+    StandIn recorder;
+    recorder.start();
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    recorder.Process.terminate();
+    QVERIFY(recorder.endsWith(0));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+}
+
+void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
+{
+    Report->setOption("IGNORE_TERMINATE", "1");
+    Report->setOption("INTERVAL_MS", "30");
+    StandIn recorder;
+    recorder.start();
+    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    for (int request = 1; request <= 3; ++request) {
+        recorder.Process.terminate();
+        QTRY_COMPARE(Report->count(QStringLiteral("terminate-request")), request);
+        recorder.collect();
+        const qsizetype next = recorder.standardLines().size() + 3;
+        QTRY_VERIFY(recorder.hasPrinted(QStringLiteral("stand-in: status %1 written").arg(next)));
+    }
+    QCOMPARE(recorder.Process.state(), QProcess::Running);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
 }
 
 void StandInRecorderTest::aFloodArrivesWholeAndInOrder()

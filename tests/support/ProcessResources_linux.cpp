@@ -25,10 +25,4 @@ ProcessResources ProcessResources::Count()
     return resources;
 }
 
-QDebug operator<<(QDebug debug, const ProcessResources &resources)
-{
-    return debug.nospace() << "threads " << resources.Threads << ", descriptors " << resources.Descriptors
-                           << ", children " << resources.Children;
-}
-
 } // namespace tests

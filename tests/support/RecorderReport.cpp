@@ -2,10 +2,12 @@
 #include "tests/support/RecorderReport.h"
 
 #include "Common_Files/RecorderNames.h"
+#include "platform/QuitSignal.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSystemSemaphore>
+#include <QTest>
 
 namespace tests {
 
@@ -26,16 +28,22 @@ RecorderReport::RecorderReport() : File(QDir::tempPath() + QStringLiteral("/reco
 
 RecorderReport::~RecorderReport()
 {
-    // A test that failed may have left its recorder alone.
-    const QList<RecorderEvent> all = events();
-    for (const RecorderEvent &event : all) {
-        if (event.Event == QLatin1String("started") && IsAlive(event.ProcessId))
-            KillProcess(event.ProcessId);
-    }
+    killRecorders(); // a test that failed may have left its recorder alone
     clearOptions();
     qunsetenv(Variable("REPORT").constData());
     // A killed recorder leaves its semaphore in the system; the maker of one removes it at its end.
     const QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
+}
+
+void RecorderReport::killRecorders() const
+{
+    const QList<RecorderEvent> all = events();
+    for (const RecorderEvent &event : all) {
+        if (event.Event != QLatin1String("started") || !IsAlive(event.ProcessId))
+            continue;
+        KillProcess(event.ProcessId);
+        (void)QTest::qWaitFor([&event] { return !IsAlive(event.ProcessId); });
+    }
 }
 
 void RecorderReport::setOption(const char *name, const QByteArray &value)
@@ -90,6 +98,13 @@ qint64 RecorderReport::lastProcess(const QString &event) const
             process = one.ProcessId;
     }
     return process;
+}
+
+bool RecorderReport::recorderListens(qint64 processId) const
+{
+    const qint64 process = processId != 0 ? processId : lastProcess(QStringLiteral("started"));
+    return count(QStringLiteral("ready"), process) == 1 && IsAlive(process) &&
+           platform::QuitSignalHasListener(RecorderQuitKey);
 }
 
 QString StandInProgram()

@@ -30,6 +30,9 @@ public:
     void setOption(const char *name, const QByteArray &value);
     void clearOptions();
 
+    /// Ends the recorders that are still alive and waits until they are gone.
+    void killRecorders() const;
+
     [[nodiscard]] QString file() const { return File; }
     [[nodiscard]] QList<RecorderEvent> events() const;
     /// How often an event is in the report.
@@ -38,6 +41,9 @@ public:
     [[nodiscard]] int count(const QString &event, qint64 processId) const;
     /// The process of the last event of that kind, 0 when there is none.
     [[nodiscard]] qint64 lastProcess(const QString &event) const;
+    /// True when a recorder is ready and will notice a quit request; without a process the one that started
+    /// last.
+    [[nodiscard]] bool recorderListens(qint64 processId = 0) const;
 
 private:
     QString File;

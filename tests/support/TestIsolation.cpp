@@ -6,7 +6,8 @@
 
 namespace tests {
 
-TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
+TestIsolation::TestIsolation(Settings settings)
+    : StartFolder(QDir::currentPath()), Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
 {
     if (!Root.isValid())
         qFatal("the test's own folders cannot be made");
@@ -15,8 +16,8 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
         const char *Variable;
         const char *Path;
     };
-    // APPDATA and its like are read through the system on Windows, not from the environment; only the
-    // temporary folder follows these variables there.
+    // Windows reads APPDATA and its like through the system, not from the environment; only the temporary
+    // folder follows these variables there.
     static constexpr Folder folders[] = {
         {"HOME", "home"},
         {"XDG_CONFIG_HOME", "home/.config"},
@@ -35,6 +36,14 @@ TestIsolation::TestIsolation() : Root(QDir::tempPath() + QStringLiteral("/tarnvi
     }
     QFile::setPermissions(Root.filePath(QStringLiteral("run")),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (settings == Settings::Own)
+        IsolateSettings();
+}
+
+TestIsolation::~TestIsolation()
+{
+    GiveSettingsBack();
+    QDir::setCurrent(StartFolder); // Windows does not remove a folder that a process is in
 }
 
 } // namespace tests

@@ -14,13 +14,25 @@ namespace tests {
 class TestIsolation
 {
 public:
+    enum class Settings {
+        Own,   ///< on Windows the user's registry is an empty one for this process
+        Users, ///< for tests that start the program, which sees the user's own registry
+    };
+
     /// Ends the process when the folders cannot be made: a test must not run in the user's own.
-    TestIsolation();
+    explicit TestIsolation(Settings settings = Settings::Own);
+    ~TestIsolation();
+    Q_DISABLE_COPY_MOVE(TestIsolation)
 
     /// The folder that holds all the others, without a trailing separator.
     [[nodiscard]] QString root() const { return Root.path(); }
 
 private:
+    /// Settings that do not lie in files.
+    static void IsolateSettings();
+    static void GiveSettingsBack();
+
+    QString StartFolder;
     QTemporaryDir Root;
 };
 

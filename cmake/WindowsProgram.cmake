@@ -1,0 +1,28 @@
+# SPDX-License-Identifier: MIT
+# tarnvik_windows_program(TARGET DESCRIPTION [ICON file])
+# Gives a program what Windows reads from the program file: version, manifest and icon (resource 101). Does nothing for
+# other systems. DESCRIPTION is what the task manager shows.
+function(tarnvik_windows_program TARGET DESCRIPTION)
+    if(NOT WIN32)
+        return()
+    endif()
+    cmake_parse_arguments(ARG "" "ICON" "" ${ARGN})
+    set(PROGRAM ${TARGET})
+    set(manifest ${PROJECT_SOURCE_DIR}/resources/windows/program.manifest)
+    string(REPLACE "." "," VERSION_COMMAS ${PROJECT_VERSION})
+    set(ICON_LINE "")
+    if(ARG_ICON)
+        set(ICON_LINE "101 ICON \"${ARG_ICON}\"")
+    endif()
+    # Microsoft's linker makes the manifest's resource itself.
+    set(MANIFEST_LINE "")
+    if(MSVC)
+        target_sources(${TARGET} PRIVATE ${manifest})
+    else()
+        set(MANIFEST_LINE "CREATEPROCESS_MANIFEST_RESOURCE_ID RT_MANIFEST \"${manifest}\"")
+    endif()
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${TARGET}.rc)
+    configure_file(${PROJECT_SOURCE_DIR}/resources/windows/program.rc.in ${script} @ONLY)
+    set_property(SOURCE ${script} PROPERTY OBJECT_DEPENDS ${manifest} ${ARG_ICON})
+    target_sources(${TARGET} PRIVATE ${script})
+endfunction()

@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+// The whole program as a process on the desktop, with the stand-in recorder beside it.
+#include "Common_Files/RecorderNames.h"
+#include "tests/support/RecorderReport.h"
+#include "tests/support/TestIsolation.h"
+#include "tests/support/WindowsDesktop_windows.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+using tests::OnlyWindow;
+
+namespace {
+
+const QString Title = QStringLiteral("TarnvikControl");
+const QString QuitTitle = QStringLiteral("Close indication");
+const QString Key = QStringLiteral("HKEY_CURRENT_USER\\Software\\Quillane\\TarnvikControl");
+
+/// A folder with the program and a recorder, and the process of the program.
+class Station
+{
+public:
+    explicit Station(const tests::RecorderReport &report) : Report(report)
+    {
+        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(QStringLiteral("TarnvikControl.exe")));
+        QFile::copy(tests::StandInProgram(), path(QStringLiteral("TarnvikRecord.exe")));
+    }
+    ~Station()
+    {
+        if (Process.state() != QProcess::NotRunning) {
+            Process.kill();
+            Process.waitForFinished();
+        }
+        Report.killRecorders();
+        // A program file can be removed a little after its process has ended.
+        (void)QTest::qWaitFor([this] { return QDir(Folder.path()).removeRecursively(); });
+    }
+    Q_DISABLE_COPY_MOVE(Station)
+
+    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
+    void start(const QStringList &arguments = QStringList())
+    {
+        Process.start(path(QStringLiteral("TarnvikControl.exe")), arguments);
+    }
+    [[nodiscard]] DWORD id() const { return static_cast<DWORD>(Process.processId()); }
+    [[nodiscard]] HWND window(const QString &title = Title) const { return OnlyWindow(title, id()); }
+    /// What the program printed so far, with single line feeds.
+    QString output()
+    {
+        Output += Process.readAllStandardOutput();
+        return QString::fromUtf8(Output).remove(u'\r');
+    }
+    QString errorOutput()
+    {
+        ErrorOutput += Process.readAllStandardError();
+        return QString::fromUtf8(ErrorOutput).remove(u'\r');
+    }
+    bool endedWith(int exitCode)
+    {
+        return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
+               Process.exitCode() == exitCode;
+    }
+    /// The panel's text, taken as a user takes it: select all and copy.
+    [[nodiscard]] QString panelText() const
+    {
+        const HWND shown = window();
+        QGuiApplication::clipboard()->clear();
+        if (!shown || !tests::Press(shown, VK_CONTROL, 'A') || !tests::Press(shown, VK_CONTROL, 'C') ||
+            !QTest::qWaitFor([] { return !QGuiApplication::clipboard()->text().isEmpty(); }, 1000))
+            return QString();
+        return QGuiApplication::clipboard()->text().remove(u'\r');
+    }
+    /// Asks to quit and answers the question with Yes.
+    [[nodiscard]] bool quit() const
+    {
+        const HWND shown = window();
+        if (!shown || !tests::Press(shown, VK_CONTROL, 'Q') ||
+            !QTest::qWaitFor([this] { return window(QuitTitle) != nullptr; }, 5000))
+            return false;
+        // A box that has just appeared may not have the keyboard yet.
+        return QTest::qWaitFor([this] {
+            const HWND question = window(QuitTitle);
+            return !question || (tests::Press(question, VK_MENU, 'Y') && false);
+        });
+    }
+
+    QProcess Process;
+
+private:
+    const tests::RecorderReport &Report;
+    QTemporaryDir Folder;
+    QByteArray Output;
+    QByteArray ErrorOutput;
+};
+
+} // namespace
+
+class TarnvikControlWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void theRecorderAndItsMessageAreShown();
+    void theVersionIsTheFirstLine();
+    void aKilledRecorderIsRunningAgainWithinASecond();
+    void aSecondInstanceTellsSoAndEndsWithMinus1();
+    void theInstanceAfterAKilledOneStarts();
+    void quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond();
+    void theSettingsLieInTheUsersRegistry();
+    void aRecorderThatIgnoresTheSemaphoreIsAskedToTerminate();
+    void aRecorderThatIgnoresEverythingIsKilledAfter5s();
+    void aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart();
+    void theShowCommandDecidesUnlessTheStartIsHidden_data();
+    void theShowCommandDecidesUnlessTheStartIsHidden();
+    void theDebugConsoleIsOpened_data();
+    void theDebugConsoleIsOpened();
+    void theConsoleShowsTheLogInItsFormat();
+    void ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder();
+    void theWindowHasItsIcon();
+
+private:
+    std::unique_ptr<tests::RecorderReport> Report;
+};
+
+void TarnvikControlWindowsTest::init()
+{
+    Report = std::make_unique<tests::RecorderReport>();
+    QSettings(Key, QSettings::NativeFormat).clear();
+}
+
+void TarnvikControlWindowsTest::cleanup()
+{
+    Report.reset();
+}
+
+void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
+{
+    Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
+    Station station(*Report);
+    station.start();
+    const QString expected = QStringLiteral("Program information\n\nStart               : With open GUI\n\n"
+                                            "TarnvikRecord\n\nProgram status      : Running\n"
+                                            "Last message        : Recording 162.400 MHz\n") +
+                             QString(22, u' ') + QStringLiteral("File 1 of 4\n");
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, 15000);
+    QTRY_VERIFY(station.output().contains(QStringLiteral("\nstand-in: status 1 written\n")));
+}
+
+void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
+    QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
+}
+
+void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
+{
+    Report->setOption("INTERVAL_MS", "0");
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(QStringLiteral("Running")), 15000);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    while (Report->count(QStringLiteral("started")) < 2 && timer.elapsed() < 5000)
+        QTest::qWait(1);
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    // The next end is followed by a pause: now the panel can be seen to say so.
+    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    QTRY_VERIFY(station.panelText().contains(QStringLiteral("Stopped")));
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(QStringLiteral("Running")), 8000);
+}
+
+void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
+{
+    Station first(*Report);
+    first.start();
+    QTRY_VERIFY_WITH_TIMEOUT(first.window() && Report->recorderListens(), 15000);
+    Station second(*Report);
+    second.start();
+    QTRY_VERIFY_WITH_TIMEOUT(second.window(QStringLiteral("Error...")), 15000);
+    QVERIFY(!second.window());
+    QVERIFY(tests::Press(second.window(QStringLiteral("Error...")), 0, VK_RETURN));
+    QVERIFY(second.endedWith(-1));
+    QCOMPARE(second.output().section(u'\n', 1),
+             QStringLiteral("TarnvikControl: Error an instance is already running...\n"));
+    const QRegularExpression line(
+        QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!$"),
+        QRegularExpression::MultilineOption);
+    QVERIFY2(line.match(second.errorOutput()).hasMatch(), qPrintable(second.errorOutput()));
+    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QVERIFY(Report->recorderListens()); // the first one's recorder was not asked to quit
+}
+
+void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 1, 15000);
+    station.Process.kill();
+    QVERIFY(station.Process.waitForFinished());
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 2, 15000);
+}
+
+void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    QVERIFY(station.quit());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(station.endedWith(0));
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+}
+
+void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    QVERIFY(station.quit());
+    QVERIFY(station.endedWith(0));
+    QStringList keys = QSettings(Key, QSettings::NativeFormat).childKeys();
+    keys.sort();
+    QCOMPARE(keys.join(u' '), QStringLiteral("GuiStyle geometry windowState"));
+}
+
+void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTerminate()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(QStringLiteral("ready")) == 1, 15000);
+    QVERIFY(station.quit());
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+}
+
+void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
+{
+    Report->setOption("IGNORE_QUIT", "1");
+    Report->setOption("IGNORE_TERMINATE", "1");
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(QStringLiteral("ready")) == 1, 15000);
+    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    QVERIFY(station.quit());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(station.endedWith(0));
+    QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(!tests::IsAlive(recorder));
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+}
+
+void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    station.Process.kill();
+    QVERIFY(station.Process.waitForFinished());
+    QVERIFY(Report->recorderListens(recorder));
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ends"), recorder), 1, 15000);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_VERIFY(Report->recorderListens());
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1); // it did not reach the new one
+}
+
+void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden_data()
+{
+    QTest::addColumn<int>("command");
+    QTest::addColumn<bool>("startHidden");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("show normal") << SW_SHOWNORMAL << false << "normal";
+    QTest::newRow("show minimised") << SW_SHOWMINIMIZED << false << "minimised";
+    QTest::newRow("show maximised") << SW_SHOWMAXIMIZED << false << "maximised";
+    QTest::newRow("show hides, on purpose") << SW_SHOW << false << "hidden";
+    QTest::newRow("minimise") << SW_MINIMIZE << false << "minimised";
+    QTest::newRow("default") << SW_SHOWDEFAULT << false << "normal";
+    QTest::newRow("hidden start, show normal") << SW_SHOWNORMAL << true << "hidden";
+    QTest::newRow("hidden start, show maximised") << SW_SHOWMAXIMIZED << true << "hidden";
+}
+
+void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
+{
+    QFETCH(int, command);
+    QFETCH(bool, startHidden);
+    QFETCH(QString, shown);
+    QSettings(Key, QSettings::NativeFormat).setValue(QStringLiteral("StartHidden"), startHidden);
+    Station station(*Report);
+    station.Process.setCreateProcessArgumentsModifier([command](QProcess::CreateProcessArguments *arguments) {
+        arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
+        arguments->startupInfo->wShowWindow = static_cast<WORD>(command);
+    });
+    station.start();
+    // The second status is written long after the start.
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(QStringLiteral("status 2 written")), 15000);
+    const HWND window = station.window();
+    QString state = QStringLiteral("hidden");
+    if (window && IsIconic(window) != FALSE)
+        state = QStringLiteral("minimised");
+    else if (window && IsZoomed(window) != FALSE)
+        state = QStringLiteral("maximised");
+    else if (window)
+        state = QStringLiteral("normal");
+    QCOMPARE(state, shown);
+}
+
+void TarnvikControlWindowsTest::theDebugConsoleIsOpened_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<bool>("opened");
+    QTest::newRow("--DEBUG as the first argument") << "--DEBUG" << true;
+    QTest::newRow("--DEBUG as the first argument, others following") << "--DEBUG a b c d e" << true;
+    QTest::newRow("--DEBUG as the second argument behind another one") << "a --DEBUG" << false;
+    QTest::newRow("--debug in another case") << "--debug" << false;
+    QTest::newRow("no argument") << "" << false;
+}
+
+void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
+{
+    QFETCH(QString, arguments);
+    QFETCH(bool, opened);
+    Station station(*Report);
+    station.start(arguments.split(u' ', Qt::SkipEmptyParts));
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.window(), 15000);
+    const QString line = QStringLiteral("Debug console open:\n");
+    if (opened)
+        QTRY_VERIFY2(tests::ConsoleText(station.id()).startsWith(line),
+                     qPrintable(tests::ConsoleText(station.id())));
+    else
+        QCOMPARE(tests::ConsoleText(station.id()), QString());
+    QVERIFY(!station.output().contains(line)); // it goes to the console
+}
+
+void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
+{
+    Station station(*Report);
+    station.start({QStringLiteral("--DEBUG")});
+    QTRY_VERIFY_WITH_TIMEOUT(
+        tests::ConsoleText(station.id()).contains(QStringLiteral("\nstand-in: status 2 written\n")), 15000);
+    // Ctrl+H belongs to two entries, which the toolkit warns of.
+    QVERIFY(tests::Press(station.window(), VK_CONTROL, 'H'));
+    const QRegularExpression warning(QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: .*Ctrl\\+H$"),
+                                     QRegularExpression::MultilineOption);
+    QTRY_VERIFY2(warning.match(tests::ConsoleText(station.id())).hasMatch(),
+                 qPrintable(tests::ConsoleText(station.id())));
+}
+
+void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder()
+{
+    Station station(*Report);
+    station.start({QStringLiteral("--DEBUG")});
+    QTRY_VERIFY_WITH_TIMEOUT(
+        Report->recorderListens() && station.window() && !tests::ConsoleText(station.id()).isEmpty(), 15000);
+    QVERIFY(tests::SendCtrlC(station.id()));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+}
+
+void TarnvikControlWindowsTest::theWindowHasItsIcon()
+{
+    Station station(*Report);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window(), 15000);
+    QTest::qWait(3000); qWarning() << SendMessageW(station.window(), WM_GETICON, ICON_BIG, 0) << SendMessageW(station.window(), WM_GETICON, ICON_SMALL, 0) << SendMessageW(station.window(), WM_GETICON, 2, 0) << GetClassLongPtrW(station.window(), GCLP_HICON);
+    QTRY_VERIFY(SendMessageW(station.window(), WM_GETICON, ICON_BIG, 0) != 0);
+    QTRY_VERIFY(SendMessageW(station.window(), WM_GETICON, ICON_SMALL, 0) != 0);
+}
+
+int main(int argc, char **argv)
+{
+    const tests::TestIsolation isolation(tests::TestIsolation::Settings::Users);
+    QGuiApplication application(argc, argv);
+    TarnvikControlWindowsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TarnvikControlWindowsTest.moc"

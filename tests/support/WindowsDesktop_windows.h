@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Windows of other processes and a user's hands, for tests of the whole program.
+#pragma once
+
+#include <QString>
+
+#include <windows.h>
+
+#include <vector>
+
+namespace tests {
+
+/// The visible top-level windows of a process with exactly this title; of any process when it is 0.
+std::vector<HWND> WindowsTitled(const QString &title, DWORD processId = 0);
+/// The one such window, null when there is none or more than one.
+HWND OnlyWindow(const QString &title, DWORD processId = 0);
+/// Gives a window the keyboard and presses a key together with a modifier (0 for none), as virtual key codes;
+/// false when the window does not get the keyboard.
+bool Press(HWND window, WORD modifier, WORD key);
+/// The text of all that a console shows, by the process that owns it; nothing when the process has no
+/// console.
+QString ConsoleText(DWORD processId);
+/// Sends Ctrl-C to the console of a process; false when it has none.
+bool SendCtrlC(DWORD processId);
+
+} // namespace tests
