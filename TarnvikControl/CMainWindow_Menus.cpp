@@ -92,8 +92,8 @@ void CMainWindow::buildViewMenu()
 void CMainWindow::buildStyleEntries()
 {
     const QStringList styles = StyleNames();
-    const bool fusion = styles.contains(QStringLiteral("Fusion"));
-    const bool windows11 = styles.contains(QStringLiteral("windows11"));
+    const bool fusion = styles.contains(Fusion);
+    const bool windows11 = styles.contains(Windows11);
     if (!fusion && !windows11)
         return;
     CurrentMenu->addSeparator();

@@ -68,8 +68,9 @@ void CMainWindow::BuildStatusView()
     BasePointSize = font.pointSizeF();
     view->setFont(font);
     view->setReadOnly(true);
-    view->setUndoRedoEnabled(false); // it is rewritten for months; nobody undoes it
-    setCentralWidget(view);          // deletes the one before
+    view->setAccessibleName(tr("Program information")); // for screen readers
+    view->setUndoRedoEnabled(false);                    // it is rewritten for months; nobody undoes it
+    setCentralWidget(view);                             // deletes the one before
     StatusView = view;
 }
 

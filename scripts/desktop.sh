@@ -51,12 +51,54 @@ enter() {
     timeout 10 xdotool windowactivate --sync "$(window "$1")" type --clearmodifiers --delay 2 "$2"
     press "$1" Return
 }
-# picture NAME TEXT: of the whole desktop, and, as NAME-only, of the newest window of the program.
+# picture NAME TEXT [TITLE]: of the whole desktop, and, as NAME-only, of the newest window with the title, which is the
+# program's if none is given.
 picture() {
+    local title=${3:-TarnvikControl}
     sleep 0.7 # the picture is of what has been drawn, and the panel follows the recorder after half a second
     import -window root "$pictures/$1.png"
-    if window TarnvikControl >/dev/null; then
-        import -frame -window "$(window TarnvikControl)" "$pictures/$1-only.png"
+    if window "$title" >/dev/null; then
+        import -frame -window "$(window "$title")" "$pictures/$1-only.png"
     fi
     say "picture $pictures/$1.png: $2"
+}
+# open_menu: id of the menu that is open. It is a window, but the window manager does not know it.
+open_menu() {
+    local id type managed
+    managed=$(xprop -root _NET_CLIENT_LIST)
+    for id in $(xdotool search --onlyvisible --name ''); do
+        type=$(xprop -id "$id" _NET_WM_WINDOW_TYPE 2>/dev/null)
+        # The tray's icon is such a window, too; its type tells.
+        if [[ $type == *_TYPE_NORMAL* && $type != *OVERRIDE* && $managed != *$(printf '0x%x' "$id")* ]]; then
+            echo "$id"
+            return
+        fi
+    done
+    return 1
+}
+no_menu() { ! open_menu; }
+# edges WINDOW: left, top, right and bottom of a window with its frame, if it has one.
+edges() {
+    { xprop -id "$1" _NET_FRAME_EXTENTS; xwininfo -id "$1"; } | awk -F '[:=,] *' '
+        /^_NET_FRAME_EXTENTS.*=/ { frame_left = $2; frame_right = $3; frame_top = $4; frame_bottom = $5 }
+        /Absolute upper-left X:/ { left = $2 } /Absolute upper-left Y:/ { top = $2 }
+        /Width:/ { width = $2 } /Height:/ { height = $2 }
+        END { print left - frame_left, top - frame_top, left + width + frame_right, top + height + frame_bottom }'
+}
+# menu_picture NAME TEXT WINDOW: of the open menu together with the window that it belongs to.
+menu_picture() {
+    local area
+    wait_for 5 "the menu" open_menu
+    sleep 0.7
+    area=$({ edges "$3"; edges "$(open_menu)"; } | awk '
+        NR == 1 || $1 < left { left = $1 } NR == 1 || $2 < top { top = $2 }
+        NR == 1 || $3 > right { right = $3 } NR == 1 || $4 > bottom { bottom = $4 }
+        END { printf "%dx%d+%d+%d", right - left, bottom - top, left, top }')
+    import -window root -crop "$area" +repage "$pictures/$1.png"
+    say "picture $pictures/$1.png: $2"
+}
+# close_menu KEY...: presses the keys where the menu has the keyboard.
+close_menu() {
+    xdotool key --clearmodifiers "$@"
+    wait_for 5 "the menu's end" no_menu
 }

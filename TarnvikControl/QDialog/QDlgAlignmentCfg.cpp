@@ -2,6 +2,7 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/AlignmentSave.h"
 
 #include <QDropEvent>
@@ -32,8 +33,6 @@ constexpr int DateColumn = 1;
 const QString LongestLine = QStringLiteral(
     "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____");
 constexpr int VisibleLines = 20;
-
-const QString DriverFiles = QStringLiteral("TarnvikDriver_*.ad");
 
 /// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
 QStringList AlignmentFilesIn(const QMimeData &data)
@@ -103,6 +102,7 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
     setAcceptDrops(true);
     Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
     Tree->setHeaderLabels(HeaderLabels);
+    Tree->setAccessibleName(Title);
     Tree->setItemDelegate(new RowDelegate(Tree.get()));
     Tree->setUniformRowHeights(true); // spares measuring every row
     Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
@@ -149,7 +149,9 @@ void QDlgAlignmentCfg::BuildLayout()
 {
     Outer = new QVBoxLayout(this);
     QHBoxLayout *line = addLine();
-    line->addWidget(new QLabel(Title));
+    auto *const label = new QLabel(Title);
+    label->setBuddy(Tree.get()); // screen readers read it for the tree
+    line->addWidget(label);
     line->addSpacing(10);
 
     addLine()->addWidget(Tree.get());
@@ -230,7 +232,7 @@ void QDlgAlignmentCfg::limitTreeWidth()
 void QDlgAlignmentCfg::Slot_Button_Reset()
 {
     Rows.Clear();
-    Rows.LoadFolder(QString(), DriverFiles);
+    LoadFolder(QString(), AlignmentDriverFiles());
     FillTree();
 }
 
@@ -316,5 +318,7 @@ void QDlgAlignmentCfg::dropEvent(QDropEvent *event)
     // Only read: a source that hears "moved" might delete its files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    Slot_Button_Import(files);
+    // The program that they come from waits for the end of the drop, not for our message box.
+    QMetaObject::invokeMethod(
+        this, [this, files] { Slot_Button_Import(files); }, Qt::QueuedConnection);
 }

@@ -48,9 +48,10 @@ set_up_root() {
         say "Debian 13 root in $WINDOWS_ROOT (some minutes, once; 3 GB)"
         local mirror=${TARNVIK_MIRROR:-$(awk '/^URIs/{print $2; exit}' /etc/apt/sources.list.d/debian.sources \
             2>/dev/null || true)}
+        [ -n "$mirror" ] || die "no Debian mirror in apt's sources; name one in TARNVIK_MIRROR"
         rm -rf --one-file-system "$WINDOWS_ROOT" "$WINDOWS_ROOT.new"
         debootstrap --variant=minbase --include=$BASE_PACKAGES trixie "$WINDOWS_ROOT.new" \
-            "${mirror:-http://deb.debian.org/debian}" >"$WINDOWS_ROOT.log" ||
+            "$mirror" >"$WINDOWS_ROOT.log" ||
             die "debootstrap failed; its log: $WINDOWS_ROOT.log"
         mkdir "$WINDOWS_ROOT.new/.tarnvik" "$WINDOWS_ROOT.new$INSIDE"
         touch "$WINDOWS_ROOT.new/.tarnvik/base"

@@ -3,6 +3,7 @@
 #include "TarnvikControl/AlignmentSave.h"
 
 #include "TarnvikControl/AlignmentRowList.h"
+#include "alignment/AlignStore.h"
 #include "tests/TarnvikControl/AlignmentFiles.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment/FailingAllocations.h"
@@ -62,6 +63,8 @@ private slots:
     void aDriverOfAnUnknownTypeKeepsItsFileName();
     void anErrorIsReported_data();
     void anErrorIsReported();
+    void aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data();
+    void aTableThatCannotBeTakenOverLeavesTheFileAsItIs();
     void withoutMemoryTheSaveEnds_data();
     void withoutMemoryTheSaveEnds();
     void aGroupWithoutTargetIsSkipped();
@@ -487,6 +490,40 @@ void AlignmentSaveTest::anErrorIsReported()
     const QByteArray before = tests::FileBytes(path(RtlFile));
     QCOMPARE(save(chosen), message);
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+}
+
+void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data()
+{
+    QTest::addColumn<int>("sdrType");
+    QTest::addColumn<QByteArray>("hwId");
+    QTest::addColumn<int>("capacity"); // stated by the imported table
+    QTest::newRow("its receiver type is unknown") << 7 << QByteArray("A") << 0;
+    QTest::newRow("it states another number of data sets than its type has")
+        << int(SdrType::RtlSdr) << QByteArray("A") << 3;
+    // No local encoding is left as it is by the way to the dialog's texts and back.
+    QTest::newRow("its hardware id is no text in the local encoding")
+        << int(SdrType::RtlSdr) << QByteArray("A\x81\xFE\x81") << 1;
+}
+
+void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
+{
+    QFETCH(int, sdrType);
+    QFETCH(QByteArray, hwId);
+    QFETCH(int, capacity);
+    const auto type = static_cast<SdrType>(sdrType);
+    const QString file = path(QStringLiteral("TarnvikDriver_RtlSdr.ad"));
+    const QString import = imported(QStringLiteral("i.ad"));
+    QVERIFY(WriteAlignmentFile(file, type, {{hwId, 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(import, type, {{hwId, 9}}));
+    AlignStore store;
+    QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
+    store.Tables.Head->Table->DataSetCapacity = static_cast<std::uint8_t>(capacity);
+    QCOMPARE(store.SaveFile(import), AlignResult::Ok);
+    load({QStringLiteral("i.ad")});
+    const QByteArray before = tests::FileBytes(file);
+    QCOMPARE(save(choices()), QStringLiteral("Internal Error"));
+    QVERIFY(Proposed.isEmpty());
+    QCOMPARE(tests::FileBytes(file), before);
 }
 
 void AlignmentSaveTest::withoutMemoryTheSaveEnds_data()

@@ -8,6 +8,7 @@
 #include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
@@ -118,6 +119,7 @@ private slots:
     void thePanelIsColouredAndWeighted_data();
     void thePanelIsColouredAndWeighted();
     void thePanelUsesAFixedPitchFontAndIsReadOnly();
+    void screenReadersFindThePanel();
     void theRunningRecorderAndItsMessageAreShown();
     void aKilledRecorderIsShownAsStoppedAndRunningAgain();
     void theStatusFileIsEmptyAfterTheStartWhateverItHeldBefore_data();
@@ -279,6 +281,18 @@ void CMainWindowTest::thePanelUsesAFixedPitchFontAndIsReadOnly()
     QCOMPARE(panel.font().styleHint(), QFont::Monospace);
     const bool hasConsolas = QFontInfo(QFont(QStringLiteral("Consolas"))).exactMatch();
     QCOMPARE(panel.font().family(), hasConsolas ? QStringLiteral("Consolas") : QStringLiteral("monospace"));
+}
+
+void CMainWindowTest::screenReadersFindThePanel()
+{
+    CMainWindow window;
+    ShowMessage(window, QStringLiteral("ready"));
+    QAccessibleInterface *const panel = QAccessible::queryAccessibleInterface(window.centralWidget());
+    QCOMPARE(panel->text(QAccessible::Name), QStringLiteral("Program information"));
+    QVERIFY(panel->state().readOnly);
+    QAccessibleTextInterface *const text = panel->textInterface();
+    QVERIFY(text);
+    QVERIFY(text->text(0, text->characterCount()).contains(QStringLiteral("ready")));
 }
 
 void CMainWindowTest::theRunningRecorderAndItsMessageAreShown()

@@ -78,6 +78,7 @@ private slots:
     void theRecordFolderCommandsNeedARecordPath_data();
     void theRecordFolderCommandsNeedARecordPath();
     void theRecordFolderIsOpened();
+    void theLinkIsMadeAndTheFolderOpened_data();
     void theLinkIsMadeAndTheFolderOpened();
     void theLinkFailsWhenOneOfThatNameExists();
     void theSettingsFolderIsOpened();
@@ -179,15 +180,23 @@ void CMainWindow_CommandsTest::theRecordFolderIsOpened()
     QVERIFY(Answers->boxes().isEmpty());
 }
 
+void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::newRow("a path as usual") << "";
+    QTest::newRow("a path that ends in a separator") << "/";
+}
+
 void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened()
 {
+    QFETCH(QString, ending);
     const QTemporaryDir folder;
-    WriteRecordPath(folder.path());
+    WriteRecordPath(folder.path() + ending);
     trigger(QStringLiteral("Create record file folder link on Desktop"));
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
                          QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
     QCOMPARE(QFile::symLinkTarget(link), folder.path());
-    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path() + ending)});
     QVERIFY(Answers->boxes().isEmpty());
 }
 

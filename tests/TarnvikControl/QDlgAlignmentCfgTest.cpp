@@ -7,6 +7,7 @@
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -109,6 +110,7 @@ private slots:
     void theTreeStartsAscendingAndARefillKeepsTheUsersOrder();
     void theDialogIsUsableWithTheKeyboardAlone();
     void enterNeverDropsTheImports();
+    void screenReadersFindNamesAndDescriptions();
     void aLargerFontGivesAWiderDialog();
     void theTreeNeverAsksForMoreThanTheScreen();
     void theDialogGrowsWithTheTreeSoThatItIsNotCutOff();
@@ -406,6 +408,35 @@ void QDlgAlignmentCfgTest::enterNeverDropsTheImports()
     QCOMPARE(answers.boxes().size(), 2); // it is "Save...", which asks about both drivers
     QVERIFY(shown.Dialog.isVisible());
     QCOMPARE(shown.lines(), StationLines);
+}
+
+void QDlgAlignmentCfgTest::screenReadersFindNamesAndDescriptions()
+{
+    QVERIFY(WriteStation());
+    AlignmentDialogFixture shown;
+    shown.Dialog.Slot_Button_Import(Import());
+    const auto text = [](QWidget &widget, QAccessible::Text kind) {
+        return QAccessible::queryAccessibleInterface(&widget)->text(kind);
+    };
+    QCOMPARE(text(shown.tree(), QAccessible::Name), QStringLiteral("Alignment data for SDR:"));
+    QCOMPARE(shown.Dialog.findChild<QLabel *>()->buddy(), &shown.tree());
+    const QList<QPushButton *> buttons = shown.Dialog.findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 5);
+    for (QPushButton *const button : buttons) {
+        QCOMPARE(text(*button, QAccessible::Name), button->text());
+        QCOMPARE(text(*button, QAccessible::Description), button->toolTip());
+        QVERIFY(!button->toolTip().isEmpty());
+    }
+    // The rows are read as they are shown, with the state of their check boxes.
+    const QAccessibleTableInterface *const table =
+        QAccessible::queryAccessibleInterface(&shown.tree())->tableInterface();
+    QVERIFY(table);
+    QAccessibleInterface *const update = table->cellAt(3, 0);
+    QCOMPARE(update->text(QAccessible::Name), QStringLiteral("0x1"));
+    QVERIFY(update->state().checkable);
+    QVERIFY(update->state().checked);
+    QCOMPARE(table->cellAt(3, 1)->text(QAccessible::Name),
+             QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-06-01 present)"));
 }
 
 void QDlgAlignmentCfgTest::aLargerFontGivesAWiderDialog()

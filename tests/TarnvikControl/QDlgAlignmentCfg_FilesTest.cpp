@@ -122,7 +122,11 @@ Qt::DropAction QDlgAlignmentCfg_FilesTest::drop(QMimeData &data)
 {
     QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     event.setDropAction(Qt::MoveAction);
+    const qsizetype boxes = Answers->boxes().size();
     send(event);
+    if (Answers->boxes().size() != boxes)
+        QTest::qFail("whoever drags waits for a message box", __FILE__, __LINE__);
+    QCoreApplication::sendPostedEvents(&Shown->Dialog); // the import follows the drop
     return event.dropAction();
 }
 

@@ -6,6 +6,7 @@
 #include "tests/support/RecorderReport.h"
 
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 
@@ -51,6 +52,27 @@ bool Station::endedWith(int exitCode)
 {
     return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
            Process.exitCode() == exitCode;
+}
+
+bool PutTranslationsBeside(const Station &station)
+{
+    const QDir built(QStringLiteral(BUILT_LANGUAGES));
+    const QStringList files = built.entryList(QDir::Files);
+    bool copied = !files.isEmpty() && QDir().mkpath(station.path(QStringLiteral("languages")));
+    for (const QString &file : files)
+        copied =
+            QFile::copy(built.filePath(file), station.path(QStringLiteral("languages/") + file)) && copied;
+    return copied;
+}
+
+QProcessEnvironment SystemIn(const QString &locale, const QString &languages)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("LC_ALL"));
+    environment.insert(QStringLiteral("LANG"), locale);
+    environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
+    environment.insert(QStringLiteral("LANGUAGE"), languages);
+    return environment;
 }
 
 bool RecorderListens()

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QByteArray>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QSystemTrayIcon>
@@ -45,6 +46,13 @@ private:
     QByteArray Output;
     QByteArray ErrorOutput;
 };
+
+/// Copies the built translations into the station's folder; false when there are none or the copying fails.
+[[nodiscard]] bool PutTranslationsBeside(const Station &station);
+
+/// The environment of a system with the locale; `languages` are those that the user reads, best first, as in
+/// "en:de", and empty for the locale's alone.
+[[nodiscard]] QProcessEnvironment SystemIn(const QString &locale, const QString &languages = QString());
 
 /// True while a recorder waits for the request to quit.
 [[nodiscard]] bool RecorderListens();

@@ -11,6 +11,7 @@
 #include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QUrl>
@@ -49,7 +50,8 @@ public:
         setWindowTitle(QStringLiteral("Files"));
         setGeometry(20, 500, 120, 100);
     }
-    [[nodiscard]] bool dropped() const { return Dropped; }
+    /// True when the target has taken the files. Only an event loop lets it read their names.
+    [[nodiscard]] bool dropped() const { return Dropped && Drag.isNull(); }
 
 protected:
     void mouseMoveEvent(QMouseEvent *event) override
@@ -59,13 +61,14 @@ protected:
         Begun = true;
         auto *const mimeData = new QMimeData; // the drag owns it
         mimeData->setUrls({QUrl::fromLocalFile(File)});
-        auto *const drag = new QDrag(this); // deletes itself
-        drag->setMimeData(mimeData);
-        Dropped = drag->exec(Qt::CopyAction) == Qt::CopyAction;
+        Drag = new QDrag(this); // deletes itself when the target has finished
+        Drag->setMimeData(mimeData);
+        Dropped = Drag->exec(Qt::CopyAction) == Qt::CopyAction;
     }
 
 private:
     QString File;
+    QPointer<QDrag> Drag;
     bool Begun = false;
     bool Dropped = false;
 };

@@ -3,38 +3,14 @@
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/RecorderReport.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcessEnvironment>
-
 using tests::OnlyWindow;
 using tests::PanelText;
+using tests::PutTranslationsBeside;
 using tests::Station;
+using tests::SystemIn;
 using tests::VirtualDesktop;
 
 namespace {
-
-bool PutTranslationsBeside(const Station &station)
-{
-    const QDir built(QStringLiteral(BUILT_LANGUAGES));
-    const QStringList files = built.entryList(QDir::Files);
-    bool copied = !files.isEmpty() && QDir().mkpath(station.path(QStringLiteral("languages")));
-    for (const QString &file : files)
-        copied =
-            QFile::copy(built.filePath(file), station.path(QStringLiteral("languages/") + file)) && copied;
-    return copied;
-}
-
-/// `languages` are those that the user reads, best first, as in "en:de"; empty for the system's alone.
-void UseSystemIn(Station &station, const QString &locale, const QString &languages)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("LC_ALL"));
-    environment.insert(QStringLiteral("LANG"), locale);
-    environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
-    environment.insert(QStringLiteral("LANGUAGE"), languages);
-    station.Process.setProcessEnvironment(environment);
-}
 
 const QString GermanPanel = QStringLiteral(
     "Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\nTarnvikRecord\n\n"
@@ -90,7 +66,7 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     report.setOption("MESSAGE", "ready");
     Station station;
     QVERIFY(PutTranslationsBeside(station));
-    UseSystemIn(station, locale, languages);
+    station.Process.setProcessEnvironment(SystemIn(locale, languages));
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(PanelText(), panel, 15000);
     QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {QStringLiteral("ctrl+q")}));
@@ -109,7 +85,7 @@ void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(tests::Title).isEmpty(), 15000);
     Station second;
     QVERIFY(PutTranslationsBeside(second));
-    UseSystemIn(second, QStringLiteral("de_DE.UTF-8"), QString());
+    second.Process.setProcessEnvironment(SystemIn(QStringLiteral("de_DE.UTF-8")));
     second.start();
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
     QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {QStringLiteral("Return")}));
