@@ -5,9 +5,9 @@
 #include "tests/support/TestIsolation.h"
 #include "tests/support/WindowsDesktop_windows.h"
 
-#include <QClipboard>
+#include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
@@ -72,11 +72,16 @@ public:
     [[nodiscard]] QString panelText() const
     {
         const HWND shown = window();
-        QGuiApplication::clipboard()->clear();
-        if (!shown || !tests::Press(shown, VK_CONTROL, 'A') || !tests::Press(shown, VK_CONTROL, 'C') ||
-            !QTest::qWaitFor([] { return !QGuiApplication::clipboard()->text().isEmpty(); }, 1000))
+        tests::ClearClipboard();
+        if (!shown || !tests::Press(shown, VK_CONTROL, 'A') || !tests::Press(shown, VK_CONTROL, 'C'))
             return QString();
-        return QGuiApplication::clipboard()->text().remove(u'\r');
+        QString text;
+        const auto copied = [&text] {
+            text = tests::ClipboardText();
+            return !text.isEmpty();
+        };
+        (void)QTest::qWaitFor(copied, 1000);
+        return text.remove(u'\r');
     }
     /// Asks to quit and answers the question with Yes.
     [[nodiscard]] bool quit() const
@@ -127,7 +132,6 @@ private slots:
     void theDebugConsoleIsOpened();
     void theConsoleShowsTheLogInItsFormat();
     void ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder();
-    void theWindowHasItsIcon();
 
 private:
     std::unique_ptr<tests::RecorderReport> Report;
@@ -170,7 +174,8 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
     Report->setOption("INTERVAL_MS", "0");
     Station station(*Report);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(QStringLiteral("Running")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY(station.panelText().contains(QStringLiteral("Running")));
     QElapsedTimer timer;
     timer.start();
     QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
@@ -383,20 +388,10 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
     QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
 }
 
-void TarnvikControlWindowsTest::theWindowHasItsIcon()
-{
-    Station station(*Report);
-    station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window(), 15000);
-    QTest::qWait(3000); qWarning() << SendMessageW(station.window(), WM_GETICON, ICON_BIG, 0) << SendMessageW(station.window(), WM_GETICON, ICON_SMALL, 0) << SendMessageW(station.window(), WM_GETICON, 2, 0) << GetClassLongPtrW(station.window(), GCLP_HICON);
-    QTRY_VERIFY(SendMessageW(station.window(), WM_GETICON, ICON_BIG, 0) != 0);
-    QTRY_VERIFY(SendMessageW(station.window(), WM_GETICON, ICON_SMALL, 0) != 0);
-}
-
 int main(int argc, char **argv)
 {
     const tests::TestIsolation isolation(tests::TestIsolation::Settings::Users);
-    QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     TarnvikControlWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -95,6 +95,28 @@ bool Press(HWND window, WORD modifier, WORD key)
     return SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) == inputs.size();
 }
 
+QString ClipboardText()
+{
+    if (OpenClipboard(nullptr) == FALSE)
+        return QString();
+    QString text;
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    if (const void *const content = data ? GlobalLock(data) : nullptr) {
+        text = QString::fromWCharArray(static_cast<const wchar_t *>(content));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+void ClearClipboard()
+{
+    if (OpenClipboard(nullptr) == FALSE)
+        return;
+    EmptyClipboard();
+    CloseClipboard();
+}
+
 QString ConsoleText(DWORD processId)
 {
     const AttachedConsole console(processId);

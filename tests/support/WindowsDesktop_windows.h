@@ -17,6 +17,9 @@ HWND OnlyWindow(const QString &title, DWORD processId = 0);
 /// Gives a window the keyboard and presses a key together with a modifier (0 for none), as virtual key codes;
 /// false when the window does not get the keyboard.
 bool Press(HWND window, WORD modifier, WORD key);
+/// The text in the clipboard; empty when there is none or the clipboard is in use.
+QString ClipboardText();
+void ClearClipboard();
 /// The text of all that a console shows, by the process that owns it; nothing when the process has no
 /// console.
 QString ConsoleText(DWORD processId);
