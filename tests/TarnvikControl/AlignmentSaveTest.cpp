@@ -363,14 +363,20 @@ void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
     load({QStringLiteral("i.ad")});
-    const QList<AlignmentChoice> chosen = choices();
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    const QList<AlignmentChoice> chosen = choices({QStringLiteral("RTL-SDR/B")}); // against the default
     QCOMPARE(save(chosen), QString());
     const QList<AlignmentRow> rows = Rows.rows();
     const QByteArray once = tests::FileBytes(path(RtlFile));
+    QVERIFY(once != before);
+    // Back to the beginning, or a second save that does nothing would look the same.
+    QVERIFY(tests::WriteFileBytes(path(RtlFile), before));
     QCOMPARE(save(chosen), QString());
     QVERIFY(Rows.rows() == rows);
-    QCOMPARE(TableBytes(path(RtlFile)).size(), 2);
+    QVERIFY(Asked.isEmpty());
+    QCOMPARE(Proposed, (QStringList{path(RtlFile), path(RtlFile)}));
     QCOMPARE(tests::FileBytes(path(RtlFile)), once);
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(QStringLiteral("i.ad"))));
 }
 
 void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()

@@ -4,6 +4,7 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/RecorderNames.h"
+#include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
@@ -20,6 +21,8 @@
 #include <QTranslator>
 
 #include <memory>
+
+using tests::StoredSettings;
 
 namespace {
 
@@ -79,11 +82,6 @@ void ShowMessage(CMainWindow &window, const QString &message)
     status.Message = message;
     QMetaObject::invokeMethod(&window, "Raw_FileChanged", Qt::DirectConnection,
                               Q_ARG(StructOstrelRecordStatus, status));
-}
-
-QSettings Stored()
-{
-    return QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl"));
 }
 
 /// Translates every text into itself between two stars, so that a rebuilt part shows that it was rebuilt.
@@ -154,7 +152,7 @@ void CMainWindowTest::initTestCase()
 
 void CMainWindowTest::init()
 {
-    Stored().clear();
+    StoredSettings().clear();
     Report = std::make_unique<tests::RecorderReport>();
     Report->setOption("INTERVAL_MS", "0");
 }
@@ -217,7 +215,7 @@ void CMainWindowTest::thePanelReads()
     QFETCH(bool, startHidden);
     QFETCH(QString, message);
     QFETCH(QString, expected);
-    Stored().setValue(QStringLiteral("StartHidden"), startHidden);
+    StoredSettings().setValue(QStringLiteral("StartHidden"), startHidden);
     CMainWindow window; // the recorder's start waits for the event loop
     ShowMessage(window, message);
     QCOMPARE(Panel(window).toPlainText(), expected);
@@ -239,7 +237,7 @@ void CMainWindowTest::thePanelIsColouredAndWeighted()
     QFETCH(int, guiStyle);
     QFETCH(bool, running);
     QFETCH(QColor, stateColour);
-    Stored().setValue(QStringLiteral("GuiStyle"), guiStyle);
+    StoredSettings().setValue(QStringLiteral("GuiStyle"), guiStyle);
     CMainWindow window;
     if (running)
         QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
@@ -408,13 +406,13 @@ void CMainWindowTest::theCloseButtonAsksByDefaultAndYesStopsTheRecorderAndEndsTh
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("ends")), 1);
     QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QVERIFY(Stored().contains(QStringLiteral("geometry")));
-    QVERIFY(Stored().contains(QStringLiteral("windowState")));
+    QVERIFY(StoredSettings().contains(QStringLiteral("geometry")));
+    QVERIFY(StoredSettings().contains(QStringLiteral("windowState")));
 }
 
 void CMainWindowTest::withCloseIsMinimizeFalseTheCloseButtonHidesAndADoubleClickOnTheTrayShows()
 {
-    Stored().setValue(QStringLiteral("CloseIsMinimize"), false);
+    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), false);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.show();
@@ -441,7 +439,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
 {
     QFETCH(bool, closeReallyCloses);
     QFETCH(bool, visible);
-    Stored().setValue(QStringLiteral("CloseIsMinimize"), closeReallyCloses);
+    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), closeReallyCloses);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.setVisible(visible);
@@ -453,7 +451,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("ends")), 1);
     // That the program has to end is not what the user has set.
-    QCOMPARE(Stored().value(QStringLiteral("CloseIsMinimize")).toBool(), closeReallyCloses);
+    QCOMPARE(StoredSettings().value(QStringLiteral("CloseIsMinimize")).toBool(), closeReallyCloses);
 }
 
 void CMainWindowTest::theQuitCommandAnsweredWithAbortChangesNothing()

@@ -365,14 +365,13 @@ void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
 {
     QFETCH(QString, language);
     makeWindow();
-    const QString importFile = AlignmentDialogFixture::importFile(QStringLiteral("import.ad"));
-    const QString damagedFile = AlignmentDialogFixture::importFile(QStringLiteral("damaged.ad"));
+    const QString importFile = tests::ImportFile(QStringLiteral("import.ad"));
+    const QString damagedFile = tests::ImportFile(QStringLiteral("damaged.ad"));
     QVERIFY(WriteAlignmentFile(
-        AlignmentDialogFixture::recorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
+        tests::RecorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
         {{"0x1", Day("2024-03-01")}, {"0x2", Day("2024-03-01")}, {"0x3", Day("2024-03-01")}}));
-    QVERIFY(
-        WriteAlignmentFile(AlignmentDialogFixture::recorderFile(QStringLiteral("TarnvikDriver_RtlSdr.ad")),
-                           SdrType::RtlSdr, {{"0x5", Day("2024-03-01")}}));
+    QVERIFY(WriteAlignmentFile(tests::RecorderFile(QStringLiteral("TarnvikDriver_RtlSdr.ad")),
+                               SdrType::RtlSdr, {{"0x5", Day("2024-03-01")}}));
     QVERIFY(WriteAlignmentFile(
         importFile, SdrType::LimeUsb,
         {{"0x1", Day("2024-04-01")}, {"0x2", Day("2024-02-01")}, {"0x4", Day("2024-04-01")}}));

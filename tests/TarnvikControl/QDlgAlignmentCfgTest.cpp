@@ -22,26 +22,17 @@
 #include <cstdlib>
 #include <limits>
 
+using tests::AirspyFile;
 using tests::AlignmentDialogFixture;
 using tests::Day;
 using tests::FileTable;
+using tests::ImportFile;
+using tests::RecorderFile;
+using tests::Rtl;
+using tests::RtlFile;
 using tests::WriteAlignmentFile;
 
 namespace {
-
-const QString Rtl = QStringLiteral("RTL-SDR");
-const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
-
-QString RecorderFile(const QString &name)
-{
-    return AlignmentDialogFixture::recorderFile(name);
-}
-
-QString ImportFile(const QString &name)
-{
-    return AlignmentDialogFixture::importFile(name);
-}
 
 /// Two drivers with three tables, and a file with all kinds of versions of them.
 bool WriteStation()
@@ -478,9 +469,8 @@ void QDlgAlignmentCfgTest::theTreeNeverAsksForMoreThanTheScreen()
 void QDlgAlignmentCfgTest::theDialogGrowsWithTheTreeSoThatItIsNotCutOff()
 {
     // The id is as long as a file can hold it.
-    QVERIFY(
-        WriteAlignmentFile(AlignmentDialogFixture::recorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")),
-                           SdrType::LimeUsb, {{QByteArray(128, 'W'), Day("2024-01-01")}}));
+    QVERIFY(WriteAlignmentFile(RecorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
+                               {{QByteArray(128, 'W'), Day("2024-01-01")}}));
     AlignmentDialogFixture shown;
     shown.button(QStringLiteral("Reset")).click();
     QVERIFY(shown.tree().minimumWidth() > shown.Dialog.minimumWidth());
