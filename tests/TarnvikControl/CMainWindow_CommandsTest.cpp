@@ -303,6 +303,9 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
         }
     });
     quitter.start(5);
+    QTimer tooLate; // the program did not end
+    connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
+    tooLate.start(20000);
     QTimer::singleShot(0, this, [this] { trigger(QStringLiteral("Show...")); });
     QCOMPARE(QApplication::exec(), ends ? 0 : 7);
     QCOMPARE(Answers->boxes().size(), 1);
