@@ -16,10 +16,12 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
@@ -86,6 +88,8 @@ private slots:
     void aMissingSettingsFolderIsReported();
     void hideHidesTheWindow();
     void theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards();
+    void theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data();
+    void theTraysQuitAsksWhileTheAlignmentDialogIsOpen();
     void saveAndRestoreWindow();
     void theAboutBoxReads();
     void theGuideIsSearchedInOrder_data();
@@ -275,6 +279,49 @@ void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDelete
     QCOMPARE(rows.first().filePath, ConfigurationFolder() + QStringLiteral("/TarnvikDriver_RtlSdr.ad"));
     QCOMPARE(rows.first().state, AlignmentRow::Present);
     QVERIFY(Answers->boxes().isEmpty()); // nothing is said about the damaged file
+}
+
+void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("ends");
+    QTest::newRow("yes ends the program") << int(QMessageBox::Yes) << true;
+    QTest::newRow("abort goes back to the dialog") << int(QMessageBox::Abort) << false;
+}
+
+void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
+{
+    // Where the icon's menu is the system's own, an open dialog does not keep the user from it.
+    QFETCH(int, answer);
+    QFETCH(bool, ends);
+    Answers->setAnswer(static_cast<QMessageBox::StandardButton>(answer));
+    Window->show();
+    QPointer<QDlgAlignmentCfg> dialog;
+    bool dialogStays = false;
+    QTimer quitter;
+    connect(&quitter, &QTimer::timeout, this, [&] {
+        dialog = qobject_cast<QDlgAlignmentCfg *>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        quitter.stop();
+        Window->findChild<QSystemTrayIcon *>()->contextMenu()->actions().last()->trigger();
+        dialogStays = dialog && dialog->isVisible();
+        if (!ends) {
+            dialog->reject();
+            QCoreApplication::exit(7); // the program would go on
+        }
+    });
+    quitter.start(5);
+    QTimer tooLate; // the program did not end
+    connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
+    tooLate.start(20000);
+    QTimer::singleShot(0, this, [this] { trigger(QStringLiteral("Show...")); });
+    QCOMPARE(QApplication::exec(), ends ? 0 : 7);
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("Close indication"));
+    QCOMPARE(dialogStays, !ends);
+    QVERIFY(!dialog);
+    QCOMPARE(Window->isVisible(), !ends);
 }
 
 void CMainWindow_CommandsTest::saveAndRestoreWindow()

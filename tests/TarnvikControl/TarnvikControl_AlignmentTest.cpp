@@ -35,6 +35,7 @@ namespace {
 const QString ImportTitle = QStringLiteral("Choose alignment file for importing");
 const QString ExportTitle = QStringLiteral("Choose alignment file for exporting");
 const QString DriverFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
+const QString OtherDriverFile = QStringLiteral("TarnvikDriver_Airspy.ad");
 
 QString RecorderFile(const QString &name)
 {
@@ -86,6 +87,18 @@ QString DialogWindow()
     return dialog != windows.end() ? *dialog : QString();
 }
 
+/// Keys for a window, which is awaited: one with this title, or the alignment dialog when it is empty.
+struct Step
+{
+    QString Window;
+    QStringList Keys;
+};
+
+QString WindowOf(const QString &title)
+{
+    return title.isEmpty() ? DialogWindow() : OnlyWindow(title);
+}
+
 QPoint TrayIcon()
 {
     return VirtualDesktop::geometry(OnlyWindow(QStringLiteral("panel"))).center();
@@ -108,6 +121,11 @@ private slots:
     void aRequestToEndIsObeyedWhileADialogIsOpen();
 
 private:
+    /// Writes a file for each of two drivers and remembers what is in them.
+    bool writeTwoDrivers();
+
+    QByteArray DriverBytes;
+    QByteArray OtherDriverBytes;
     std::unique_ptr<tests::RecorderReport> Report;
 };
 
@@ -122,6 +140,16 @@ void TarnvikControl_AlignmentTest::init()
 {
     Report = std::make_unique<tests::RecorderReport>();
     QSettings(QStringLiteral("Quillane"), Title).clear();
+}
+
+bool TarnvikControl_AlignmentTest::writeTwoDrivers()
+{
+    const QList<FileTable> tables = {{"0x1", Day("2024-01-01")}};
+    const bool written = tests::WriteAlignmentFile(RecorderFile(DriverFile), SdrType::RtlSdr, tables) &&
+                         tests::WriteAlignmentFile(RecorderFile(OtherDriverFile), SdrType::AirSpy, tables);
+    DriverBytes = tests::FileBytes(RecorderFile(DriverFile));
+    OtherDriverBytes = tests::FileBytes(RecorderFile(OtherDriverFile));
+    return written;
 }
 
 void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
@@ -214,35 +242,55 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
 
 void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen_data()
 {
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("the alignment dialog") << QStringList{QStringLiteral("ctrl+s")} << QString();
-    QTest::newRow("the dialog's file dialog")
-        << QStringList{QStringLiteral("ctrl+s"), QStringLiteral("Tab"), QStringLiteral("Tab"),
-                       QStringLiteral("Tab"), QStringLiteral("space")}
-        << ImportTitle;
-    QTest::newRow("the question about quitting") << QStringList{QStringLiteral("ctrl+q")} << QuitTitle;
+    QTest::addColumn<QList<Step>>("steps");
+    QTest::addColumn<QString>("title"); // of the window that is open then; empty: the alignment dialog
+    const Step show = {Title, {QStringLiteral("ctrl+s")}};
+    const Step pressSave = {{}, {QStringLiteral("Return")}};
+    const Step pressImport = {
+        {}, {QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("space")}};
+    const Step chooseDamagedFile = {ImportTitle,
+                                    {QStringLiteral("ctrl+a"), QStringLiteral("d"), QStringLiteral("period"),
+                                     QStringLiteral("a"), QStringLiteral("d"), QStringLiteral("Return")}};
+    const QString firstQuestion = QStringLiteral("Update AirSpy alignment.");
+    const QString secondQuestion = QStringLiteral("Update RTL-SDR alignment.");
+    QTest::newRow("the alignment dialog") << QList<Step>{show} << QString();
+    QTest::newRow("the dialog's file dialog") << QList<Step>{show, pressImport} << ImportTitle;
+    QTest::newRow("the warning about a damaged file")
+        << QList<Step>{show, pressImport, chooseDamagedFile} << QStringLiteral("Importing alignment data");
+    QTest::newRow("the question about saving without changes, for the first of two drivers")
+        << QList<Step>{show, pressSave} << firstQuestion;
+    QTest::newRow("the file dialog of saving, for the first of two drivers")
+        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+y")}}} << ExportTitle;
+    QTest::newRow("the question about the second driver")
+        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+n")}}} << secondQuestion;
+    QTest::newRow("the question about quitting")
+        << QList<Step>{{Title, {QStringLiteral("ctrl+q")}}} << QuitTitle;
 }
 
 void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
 {
-    QFETCH(QStringList, keys);
+    QFETCH(QList<Step>, steps);
     QFETCH(QString, title);
+    QVERIFY(writeTwoDrivers());
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QVERIFY(QDir().mkpath(desktop));
+    QVERIFY(tests::WriteFileBytes(desktop + QStringLiteral("/d.ad"), "rubbish"));
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
-    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {keys.takeFirst()}));
-    if (!keys.isEmpty()) {
-        QTRY_VERIFY(!DialogWindow().isEmpty());
-        QVERIFY(VirtualDesktop::press(DialogWindow(), keys));
+    for (const Step &step : std::as_const(steps)) {
+        QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
+        QVERIFY(VirtualDesktop::press(WindowOf(step.Window), step.Keys));
     }
-    QTRY_VERIFY(title.isEmpty() ? !DialogWindow().isEmpty() : !OnlyWindow(title).isEmpty());
+    QTRY_VERIFY(!WindowOf(title).isEmpty());
     QVERIFY(station.signal(SIGTERM));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
     QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
     QCOMPARE(station.errorOutput(), QString());
+    QCOMPARE(tests::FileBytes(RecorderFile(DriverFile)), DriverBytes);
+    QCOMPARE(tests::FileBytes(RecorderFile(OtherDriverFile)), OtherDriverBytes);
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_AlignmentTest)
