@@ -3,6 +3,7 @@
 #include "TarnvikControl/CMainWindow.h"
 
 #include "CommonQt/AppTranslation.h"
+#include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
@@ -121,6 +122,8 @@ void CMainWindow_MenusTest::initTestCase()
 void CMainWindow_MenusTest::init()
 {
     StoredSettings().clear();
+    QDir(QTarnvikBasic::GetRecorderFile(QString()))
+        .removeRecursively(); // on Windows other tests write there too
     GivenStyles = QStringList{QStringLiteral("Windows"), QStringLiteral("Fusion")};
     CMainWindow::StyleNames = [] { return GivenStyles; };
     QFile::remove(QDir::tempPath() + QStringLiteral("/TarnvikControl_de.qm"));

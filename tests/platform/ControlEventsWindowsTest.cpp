@@ -106,9 +106,13 @@ int InAConsoleOpenedLater()
     return OutliveTheEvent();
 }
 
-/// Starts a recorder, then gets a Ctrl-C.
+/// Starts a recorder, then gets a Ctrl-C in its debug console. A recorder started by a program that shows no
+/// console would have one of its own anyway.
 int WithARecorder()
 {
+    FreeConsole();
+    if (!platform::OpenConsole())
+        return BadSetUp;
     QProcess recorder;
     platform::DetachFromThisProgram(recorder);
     recorder.start(tests::StandInProgram(), QStringList(), QIODevice::ReadOnly);

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // A tiny program for tests of the runner. Each argument is a step, done in order:
 //   out:TEXT  err:TEXT   print TEXT in one write, with \r and \n written as two characters each
+//   many:N:TEXT          print TEXT N times in one write
 //   exit:N               end with code N
 //   crash                end by a crash
-//   wait                 wait until somebody ends the process
+//   wait                 wait until somebody asks the process to terminate, or ends it
 // At the end of the arguments it ends with code 0.
-#include <chrono>
+#include "tests/support/Termination.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <thread>
 
 namespace {
 
@@ -32,22 +33,36 @@ void Print(const std::string &text, std::FILE *stream)
     std::fflush(stream);
 }
 
+/// `countAndText` is "N:TEXT".
+void PrintMany(const std::string &countAndText)
+{
+    const std::size_t colon = countAndText.find(':');
+    const std::string text = countAndText.substr(colon + 1);
+    std::string all;
+    for (int i = std::atoi(countAndText.c_str()); i > 0; --i)
+        all += text;
+    Print(all, stdout);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    tests::ReceiveTermination();
     for (int i = 1; i < argc; ++i) {
         const std::string step = argv[i];
         if (step.rfind("out:", 0) == 0)
             Print(step.substr(4), stdout);
         else if (step.rfind("err:", 0) == 0)
             Print(step.substr(4), stderr);
+        else if (step.rfind("many:", 0) == 0)
+            PrintMany(step.substr(5));
         else if (step.rfind("exit:", 0) == 0)
             return std::atoi(step.c_str() + 5);
         else if (step == "crash")
             std::abort();
         else if (step == "wait")
-            std::this_thread::sleep_for(std::chrono::hours(24));
+            tests::WaitUntilTerminated();
         else
             return 99;
     }
