@@ -166,6 +166,7 @@ void CAppTranslation::FillLanguageMenu(QMenu *menu)
     });
     if (!hasEnglish) {
         const QString english = QStringLiteral("en");
+        //: The menu's entry for English.
         addEntry(tr("en"), english, Translators.empty() || Language == QLocale(english).language());
     }
     for (const QString &code : codes)

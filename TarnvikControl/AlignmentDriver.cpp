@@ -39,3 +39,8 @@ QString AlignmentDriverFileName(int sdrType)
     return IsListed(sdrType) ? QString::fromLatin1(AlignDriverFileNames.at(static_cast<std::size_t>(sdrType)))
                              : QString();
 }
+
+QString AlignmentDriverFiles()
+{
+    return QStringLiteral("TarnvikDriver_*.ad");
+}

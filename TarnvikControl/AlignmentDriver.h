@@ -12,3 +12,6 @@
 
 /// The name of the driver's alignment file; empty for a type that the program does not know.
 [[nodiscard]] QString AlignmentDriverFileName(int sdrType);
+
+/// The pattern of the drivers' alignment files in the recorder's folder.
+[[nodiscard]] QString AlignmentDriverFiles();

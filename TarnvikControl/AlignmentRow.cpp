@@ -58,6 +58,7 @@ AlignmentRowLook LookOf(const AlignmentRow &row)
     if (row.state == AlignmentRow::Present || update == row.alignedAt)
         return {Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1")).arg(date), {}, {}};
     if (update < row.alignedAt)
+        //: The second date is that of an imported, older version.
         return {Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1 (Old data from %2 present)"))
                     .arg(date, AlignmentDateText(update)),
                 Qt::Unchecked, Qt::darkYellow};

@@ -18,8 +18,8 @@ namespace {
 
 QString HardwareIdOf(const AlignTable &table)
 {
-    const std::size_t length = qstrnlen(table.HwId.data(), table.HwId.size());
-    return QString::fromLocal8Bit(table.HwId.data(), static_cast<qsizetype>(length));
+    const std::string_view hwId = AlignHwIdOf(table);
+    return QString::fromLocal8Bit(hwId.data(), static_cast<qsizetype>(hwId.size()));
 }
 
 } // namespace

@@ -5,10 +5,12 @@
 #include "TarnvikControl/AlignmentRowList.h"
 #include "alignment/AlignStore.h"
 
+#include <QByteArrayView>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <memory>
@@ -68,6 +70,16 @@ std::vector<AlignSelectionEntry> SelectionOf(const QList<AlignmentPick> &picks)
     return selection;
 }
 
+/// True when every picked table stands in the list from `node` on.
+bool HasAll(const AlignTableNode *node, const std::vector<AlignSelectionEntry> &selection)
+{
+    QSet<QByteArrayView> hwIds;
+    for (; node != nullptr; node = node->Next)
+        hwIds.insert(AlignHwIdOf(*node->Table));
+    return std::all_of(selection.begin(), selection.end(),
+                       [&](const AlignSelectionEntry &entry) { return hwIds.contains(entry.HwId); });
+}
+
 /// Replaces tables of the store by the picked ones of the source.
 AlignResult TakeOver(AlignStore &store, const SaveSource &source)
 {
@@ -77,8 +89,13 @@ AlignResult TakeOver(AlignStore &store, const SaveSource &source)
     const std::vector<AlignSelectionEntry> selection = SelectionOf(source.picks());
     for (const AlignSelectionEntry &entry : selection)
         AlignStore::ClearTableByHwId(&store.Tables, entry.HwId.c_str());
+    const AlignTableNode *const last = store.Tables.Tail;
     result = store.MergeTables(store.Tables, store.ImportTables, selection);
     AlignStore::ClearList(store.ImportTables);
+    // A merge ends without an error at a table that it cannot copy, and finds none whose id has other bytes
+    // in this system's encoding. The tables to be replaced are gone then: such a file must not be written.
+    if (result == AlignResult::Ok && !HasAll(last != nullptr ? last->Next : store.Tables.Head, selection))
+        return AlignResult::InternalError;
     return result;
 }
 

@@ -125,6 +125,7 @@ bool CMainWindow::AskStopRecord()
         StopQuestion->activateWindow();
         return false;
     }
+    //: Title of the question before the program ends.
     QMessageBox box(QMessageBox::Question, tr("Close indication"),
                     tr("Do you want also to stop the running record?"), QMessageBox::Yes | QMessageBox::Abort,
                     this, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);

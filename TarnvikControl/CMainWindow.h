@@ -37,6 +37,9 @@ class CMainWindow : public QMainWindow
 public:
     /// Names of the widget styles that there are. Tests put their own list here.
     static QStringList (*StyleNames)();
+    /// The styles that have menu entries of their own, as StyleNames lists them.
+    static inline const QString Fusion = QStringLiteral("Fusion");
+    static inline const QString Windows11 = QStringLiteral("windows11");
 
     /// Asks a recorder of an earlier run to quit, then starts its own. The window is not shown.
     explicit CMainWindow(QWidget *parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());

@@ -4,12 +4,14 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -22,9 +24,6 @@
 #include <new>
 
 namespace {
-
-const QString Fusion = QStringLiteral("Fusion");
-const QString Windows11 = QStringLiteral("windows11");
 
 /// Below this a version has the major number 0.
 constexpr std::uint64_t FirstReleasedVersion = 0x1000000;
@@ -62,13 +61,15 @@ void CMainWindow::CreateRecordFolderLink()
     const QString path = existingRecordPath();
     if (path.isEmpty())
         return;
+    // A relative path would be taken from the desktop; one that ends in a separator has no last component.
+    const QString target = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     const QString link = QStringLiteral("%1/%2.lnk")
                              .arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
-                                  QFileInfo(path).fileName());
+                                  QFileInfo(target).fileName());
     // Windows would write over a link that is there. A shell link counts as existing only while its target
     // does.
     const QFileInfo present(link);
-    if (present.exists() || present.isSymLink() || !QFile::link(path, link)) {
+    if (present.exists() || present.isSymLink() || !QFile::link(target, link)) {
         warn(tr("Failed to create link on desktop!\n%1").arg(link));
         return;
     }
@@ -104,7 +105,7 @@ void CMainWindow::Raw_Menu_Align_Show()
     const std::unique_ptr<QDlgAlignmentCfg> dialog(new (std::nothrow) QDlgAlignmentCfg);
     if (dialog == nullptr)
         return;
-    (void)dialog->LoadFolder(QString(), QStringLiteral("TarnvikDriver_*.ad")); // errors are not shown
+    (void)dialog->LoadFolder(QString(), AlignmentDriverFiles()); // errors are not shown
     dialog->exec();
 }
 
@@ -142,6 +143,7 @@ void CMainWindow::ShowAbout()
     const QString name = QGuiApplication::applicationDisplayName();
     QString text = tr("%1 V%2").arg(name, QCoreApplication::applicationVersion());
     if (PackedVersion < FirstReleasedVersion)
+        //: The date of the build and ")" follow.
         text += tr(" (technical preview ") + QStringLiteral(__DATE__) + QStringLiteral(")");
     text += QStringLiteral("\n");
     text += tr("<x64 version>\n");
@@ -157,12 +159,13 @@ void CMainWindow::Raw_Menu_View_AboutPrg()
 void CMainWindow::OpenUserGuide()
 {
     const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/");
+    //: The beginning of the user guide's file name.
     const QString product = tr("Tarnvik");
     const int current = AppTranslation.CurrentLanguage();
     QString language = QStringLiteral("EN_");
     if (current >= 0)
         language = QLocale(static_cast<QLocale::Language>(current)).name();
-    language = language.left(language.lastIndexOf(u'_')).toUpper();
+    language = language.section(u'_', 0, -2).toUpper(); // empty without "_"
     const QString shared = QStringLiteral("C:/Program Files/");
     const QStringList candidates = {
         QStringLiteral("%1%2_%3.pdf").arg(folder, product, language),

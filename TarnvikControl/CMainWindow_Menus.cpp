@@ -66,6 +66,7 @@ void CMainWindow::buildViewMenu()
     addEntry(tr("Restore Windows"), tr("Restore size and state of windows"),
              SLOT(Raw_Menu_View_RestoreWindow()));
     CurrentMenu->addSeparator();
+    //: Checked: the close button hides the window in the tray.
     addEntry(tr("Hide when close"), tr("Close button minimized into tray"), SLOT(Raw_Menu_View_Close2Hide()),
              QKeySequence(), HideWhenClose);
     addEntry(tr("Start with hidden GUI"), tr("Start minimized into tray"), SLOT(Raw_Menu_View_Start2Hide()),
@@ -91,8 +92,8 @@ void CMainWindow::buildViewMenu()
 void CMainWindow::buildStyleEntries()
 {
     const QStringList styles = StyleNames();
-    const bool fusion = styles.contains(QStringLiteral("Fusion"));
-    const bool windows11 = styles.contains(QStringLiteral("windows11"));
+    const bool fusion = styles.contains(Fusion);
+    const bool windows11 = styles.contains(Windows11);
     if (!fusion && !windows11)
         return;
     CurrentMenu->addSeparator();

@@ -68,8 +68,9 @@ void CMainWindow::BuildStatusView()
     BasePointSize = font.pointSizeF();
     view->setFont(font);
     view->setReadOnly(true);
-    view->setUndoRedoEnabled(false); // it is rewritten for months; nobody undoes it
-    setCentralWidget(view);          // deletes the one before
+    view->setAccessibleName(tr("Program information")); // for screen readers
+    view->setUndoRedoEnabled(false);                    // it is rewritten for months; nobody undoes it
+    setCentralWidget(view);                             // deletes the one before
     StatusView = view;
 }
 
@@ -94,18 +95,22 @@ void CMainWindow::RefreshStatusView()
         panel.normal(QStringLiteral("\n\n"));
         const QString mode = IsStartHidden ? tr("Hide GUI into tray") : tr("With open GUI");
         panel.label(tr("Start"));
+        //: The colon stands in column 21: as many blanks as the label "Start" leaves.
         panel.normal(tr("               : %1\n").arg(mode));
         panel.normal(QStringLiteral("\n"));
         panel.heading(tr("TarnvikRecord"));
         panel.normal(QStringLiteral("\n\n"));
         panel.label(tr("Program status"));
+        //: The colon stands in column 21: as many blanks as the label "Program status" leaves.
         panel.normal(tr("      : "));
         panel.bold(running ? tr("Running") : tr("Stopped"), running ? RunningColour : StoppedColour);
         panel.normal(tr("\n"));
         if (!LastMessage.isEmpty()) {
             QString message = LastMessage;
+            //: 22 blanks: every line of a message starts under its first letter.
             message.replace(QStringLiteral("\n"), tr("\n                      "));
             panel.label(tr("Last message"));
+            //: The colon stands in column 21: as many blanks as the label "Last message" leaves.
             panel.normal(tr("        : %1\n").arg(message));
         }
     }

@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QDebug>
+#include <QDialog>
 #include <QMessageBox>
 #include <QSettings>
 
@@ -69,6 +70,17 @@ void ShowOrHide(QWidget &window, int showCommand)
         window.hide();
     else
         ApplyShowCommand(window, showCommand);
+}
+
+/// Ends the event loop, and first the dialogs: the loop of one that the system shows is not Qt's.
+void EndEventLoop()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *const window : windows) {
+        if (auto *const dialog = qobject_cast<QDialog *>(window); dialog && dialog->isVisible())
+            dialog->reject();
+    }
+    QCoreApplication::exit(0);
 }
 
 /// What was there before the program installed its handlers.
@@ -167,8 +179,7 @@ bool CtrlCException(std::uint32_t controlType)
     if (!known || EndRequested.exchange(true))
         return false;
     if (QCoreApplication *const application = QCoreApplication::instance()) {
-        QMetaObject::invokeMethod(
-            application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(application, &EndEventLoop, Qt::QueuedConnection);
     }
     return true;
 }

@@ -19,6 +19,7 @@ constexpr std::array<const char *, 23> messages = {
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Frequency out of range"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Sample frequency out of range"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "No align table for device"),
+    //: A receive path of the device, not of a file.
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "No data-set for selected path"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Array size to small"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Dataset-Pointer is Null"),

@@ -18,11 +18,6 @@ std::string_view HwIdBytes(const char *hwId)
             end != nullptr ? static_cast<std::size_t>(static_cast<const char *>(end) - hwId) : AlignHwIdSize};
 }
 
-std::string_view HwIdBytes(const AlignTable &table)
-{
-    return HwIdBytes(table.HwId.data());
-}
-
 /// The ids of a selection, sorted for lookup: a merge may select tens of thousands of tables. (A standard set
 /// would throw where it gets no memory.)
 class SelectedIds
@@ -96,7 +91,7 @@ void AlignStore::ClearTableByHwId(AlignTableList *list, const char *hwId)
     for (AlignTableNode *node = list->Head; node != nullptr; previous = node, node = node->Next) {
         if (node->Table == nullptr)
             continue;
-        const std::string_view present = HwIdBytes(*node->Table);
+        const std::string_view present = AlignHwIdOf(*node->Table);
         const std::size_t shorter = std::min(wanted.size(), present.size());
         if (wanted.substr(0, shorter) != present.substr(0, shorter))
             continue;
@@ -114,7 +109,7 @@ AlignResult AlignStore::MergeTables(AlignTableList &target, const AlignTableList
     if (!selected.isValid())
         return AlignResult::InternalError;
     for (const AlignTableNode *from = source.Head; from != nullptr; from = from->Next) {
-        if (from->Table == nullptr || !selected.contains(HwIdBytes(*from->Table)))
+        if (from->Table == nullptr || !selected.contains(AlignHwIdOf(*from->Table)))
             continue;
         if (target.IsFull())
             return AlignResult::InternalError;

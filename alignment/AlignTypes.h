@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 /// The receiver types. A file may carry any byte here; a value above AirSpy is treated like None.
 enum class SdrType : std::uint8_t {
@@ -113,3 +114,10 @@ struct AlignTable
     std::uint8_t DataSetCount = 0;
     AlignDataSetBlock DataSets;
 };
+
+/// The bytes of the table's hardware id, without its NUL and what follows that.
+[[nodiscard]] inline std::string_view AlignHwIdOf(const AlignTable &table)
+{
+    const std::string_view field(table.HwId.data(), table.HwId.size());
+    return field.substr(0, field.find('\0'));
+}

@@ -9,6 +9,7 @@
 // what it held when that began.
 #include "alignment/AlignFileFormat.h"
 #include "alignment/AlignStore.h"
+#include "benchmarks/ProcessMemory.h"
 #include "tests/support/AlignmentGenerator.h"
 
 #include <QTemporaryDir>
@@ -21,8 +22,6 @@
 #include <fstream>
 #include <memory>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -41,25 +40,6 @@ constexpr std::int64_t wide = 2;  // full data sets: all frequency points
 double SecondsSince(Clock::time_point begin)
 {
     return std::chrono::duration<double>(Clock::now() - begin).count();
-}
-
-/// The number behind `key` in one of the kernel's status files, which is in KB, as MB; 0 where there is no
-/// such file.
-double StatusMegabytes(const char *file, std::string_view key)
-{
-    std::ifstream status(file);
-    for (std::string word; status >> word;) {
-        double kilobytes = 0;
-        if (word == key && status >> kilobytes)
-            return kilobytes / 1024;
-    }
-    return 0;
-}
-
-/// Lets the peak begin anew at what the process holds now.
-void ResetPeak()
-{
-    std::ofstream("/proc/self/clear_refs") << 5;
 }
 
 /// What the benchmarks measure: a store of tables and the file it is saved to.

@@ -4,6 +4,7 @@
 //
 // The times are the stand-in's own: its report holds the steady clock, which is the same for all processes of
 // the machine. How often this program looks at the report does not matter.
+#include "benchmarks/TimeTable.h"
 #include "tests/support/RecorderReport.h"
 #include "tests/support/TestIsolation.h"
 
@@ -15,9 +16,7 @@
 #include <QProcess>
 #include <QThread>
 
-#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <optional>
 #include <vector>
@@ -189,22 +188,6 @@ bool MeasureOnce(const QString &program, const tests::RecorderReport &report, Ti
     return false;
 }
 
-/// Quantile of sorted values, linear between the two nearest (Hyndman and Fan, type 7).
-double Quantile(const std::vector<double> &sorted, double fraction)
-{
-    const double position = fraction * static_cast<double>(sorted.size() - 1);
-    const auto lower = static_cast<std::size_t>(std::floor(position));
-    const std::size_t upper = std::min(lower + 1, sorted.size() - 1);
-    return sorted[lower] + (position - static_cast<double>(lower)) * (sorted[upper] - sorted[lower]);
-}
-
-void PrintRow(const char *name, std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    std::printf("%-46s %8.1f %8.1f %8.1f %8.1f\n", name, Quantile(times, 0.5), times.front(), times.back(),
-                Quantile(times, 0.75) - Quantile(times, 0.25));
-}
-
 /// Copies a program into the folder; its path there, empty when that fails.
 QString CopyProgram(const QString &program, const QString &folder)
 {
@@ -244,8 +227,8 @@ int main(int argc, char **argv)
             return 1;
     }
     std::printf("%d runs after a warm-up; milliseconds; spread is the interquartile range\n\n", Runs);
-    std::printf("%-46s %8s %8s %8s %8s\n", "", "median", "minimum", "maximum", "spread");
-    PrintRow("program's start to recorder's start", times.Start);
-    PrintRow("recorder's death to its successor's start", times.Restart);
+    PrintTimesHeader();
+    PrintTimes("program's start to recorder's start", times.Start);
+    PrintTimes("recorder's death to its successor's start", times.Restart);
     return 0;
 }

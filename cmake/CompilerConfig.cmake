@@ -20,6 +20,12 @@ elseif(MSVC)
     target_compile_options(tarnvik_options INTERFACE /W4 /permissive- /utf-8)
 endif()
 
+# What users run on Linux is hardened as Debian's packages are: checked buffer functions, no writable jump tables.
+if(NOT WIN32)
+    target_compile_definitions(tarnvik_options INTERFACE $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
+    target_link_options(tarnvik_options INTERFACE $<$<CONFIG:Release>:LINKER:-z,relro,-z,now>)
+endif()
+
 # Address and undefined-behaviour sanitizers (preset `asan`). The first report ends the program with an error,
 # so that a test cannot pass over it.
 option(TARNVIK_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)

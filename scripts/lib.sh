@@ -9,6 +9,8 @@ BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tool
     qt6-translations-l10n)
 DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
 CHECK_PACKAGES=(clang-format clang-tidy)
+GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-pypdf)
+PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
 say() { printf '== %s\n' "$*"; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }
@@ -42,4 +44,13 @@ build() {
     say "building ($preset)"
     cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}" "$@"
     cmake --build --preset "$preset" --parallel "$(nproc)"
+}
+
+# make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless they are
+# there. The folder's .config is the XDG_CONFIG_HOME for the program. Needs a build (release).
+make_demonstration() {
+    [ -e "$1/.complete" ] && return
+    say "making demonstration data in $1"
+    build/release/tests/bin/MakeDemonstration "$1/.config/Quillane GmbH/TarnvikRecord" "$1/Records" "$1/Import"
+    touch "$1/.complete"
 }

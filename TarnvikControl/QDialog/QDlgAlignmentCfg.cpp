@@ -2,6 +2,7 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/AlignmentSave.h"
 
 #include <QDropEvent>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -31,8 +33,6 @@ constexpr int DateColumn = 1;
 const QString LongestLine = QStringLiteral(
     "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____");
 constexpr int VisibleLines = 20;
-
-const QString DriverFiles = QStringLiteral("TarnvikDriver_*.ad");
 
 /// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
 QStringList AlignmentFilesIn(const QMimeData &data)
@@ -73,6 +73,22 @@ QTreeWidgetItem *NewRowItem(const AlignmentRow &row)
     return item;
 }
 
+/// Draws a coloured row's check box in the row's colour: its mark is white like the row's text, and could not
+/// be told from a white box.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->backgroundBrush.style() != Qt::NoBrush)
+            option->palette.setBrush(QPalette::Base, option->backgroundBrush);
+    }
+};
+
 } // namespace
 
 QDlgAlignmentCfg::QDlgAlignmentCfg()
@@ -86,6 +102,8 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
     setAcceptDrops(true);
     Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
     Tree->setHeaderLabels(HeaderLabels);
+    Tree->setAccessibleName(Title);
+    Tree->setItemDelegate(new RowDelegate(Tree.get()));
     Tree->setUniformRowHeights(true); // spares measuring every row
     Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
 }
@@ -131,7 +149,9 @@ void QDlgAlignmentCfg::BuildLayout()
 {
     Outer = new QVBoxLayout(this);
     QHBoxLayout *line = addLine();
-    line->addWidget(new QLabel(Title));
+    auto *const label = new QLabel(Title);
+    label->setBuddy(Tree.get()); // screen readers read it for the tree
+    line->addWidget(label);
     line->addSpacing(10);
 
     addLine()->addWidget(Tree.get());
@@ -140,6 +160,7 @@ void QDlgAlignmentCfg::BuildLayout()
     setMinimumWidth(longest.width() + 40);
 
     line = addLine();
+    //: Back to what the drivers' files hold.
     addButton(line, tr("Reset"), tr("Loads default"), &QDlgAlignmentCfg::Slot_Button_Reset);
     addButton(line, tr("Clear"), tr("Clear full list"), &QDlgAlignmentCfg::Slot_Button_Clear);
     addButton(line, tr("Import..."), tr("Imports data"), qOverload<>(&QDlgAlignmentCfg::Slot_Button_Import));
@@ -148,6 +169,7 @@ void QDlgAlignmentCfg::BuildLayout()
     // Without this the Enter key in the tree would press the first button and drop all imports.
     saveButton->setDefault(true);
     Outer->addSpacing(20);
+    //: Closes the dialog, not the program.
     addButton(addLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
 
     // The keyboard starts in the tree. The Tab key then follows the lines, as the widgets were added in that
@@ -160,6 +182,8 @@ void QDlgAlignmentCfg::FillTree()
     Tree->setSortingEnabled(false); // or every single item would be sorted in
     Tree->clear();
     Tree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    // A stretched last column has the tree's width, not that of its contents: the tree would grow each time.
+    Tree->header()->setStretchLastSection(false);
     limitTreeWidth();
 
     Rows.Sort();
@@ -181,6 +205,17 @@ void QDlgAlignmentCfg::FillTree()
     Tree->expandAll();
     for (int column = 0; column < Tree->columnCount(); ++column)
         Tree->resizeColumnToContents(column);
+    Tree->header()->setStretchLastSection(true);
+    showWholeTree();
+}
+
+void QDlgAlignmentCfg::showWholeTree()
+{
+    // The dialog's own minimum width stands before what its layout needs, which would cut off the tree.
+    if (Outer == nullptr)
+        return;
+    Outer->activate(); // or the lines would answer as before
+    resize(std::max(width(), Outer->totalMinimumSize().width()), height());
 }
 
 void QDlgAlignmentCfg::limitTreeWidth()
@@ -197,7 +232,7 @@ void QDlgAlignmentCfg::limitTreeWidth()
 void QDlgAlignmentCfg::Slot_Button_Reset()
 {
     Rows.Clear();
-    Rows.LoadFolder(QString(), DriverFiles);
+    LoadFolder(QString(), AlignmentDriverFiles());
     FillTree();
 }
 
@@ -283,5 +318,7 @@ void QDlgAlignmentCfg::dropEvent(QDropEvent *event)
     // Only read: a source that hears "moved" might delete its files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    Slot_Button_Import(files);
+    // The program that they come from waits for the end of the drop, not for our message box.
+    QMetaObject::invokeMethod(
+        this, [this, files] { Slot_Button_Import(files); }, Qt::QueuedConnection);
 }

@@ -61,6 +61,7 @@ private:
     QPushButton *addButton(QHBoxLayout *line, const QString &text, const QString &toolTip, Slot slot);
     void FillTree();
     void limitTreeWidth();
+    void showWholeTree();
     [[nodiscard]] QList<AlignmentChoice> choices() const;
     [[nodiscard]] QString save();
 

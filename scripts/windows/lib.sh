@@ -20,7 +20,7 @@ INSIDE=/tarnvik
 BASE_PACKAGES=ca-certificates,build-essential,cmake,ninja-build,python3,perl,git,xz-utils,dpkg-dev
 ROOT_PACKAGES=(g++-mingw-w64-x86-64-posix ccache
     qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n
-    wine wine64 nsis xvfb xauth openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core procps)
+    wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils imagemagick fonts-dejavu-core procps)
 
 # enter_own_mounts SCRIPT ARGUMENT...: goes on as root, in a mount namespace of its own. All mounts made from then on are
 # seen by nobody else and end with the script, however it ends; two checkouts can build at the same time.
@@ -48,9 +48,10 @@ set_up_root() {
         say "Debian 13 root in $WINDOWS_ROOT (some minutes, once; 3 GB)"
         local mirror=${TARNVIK_MIRROR:-$(awk '/^URIs/{print $2; exit}' /etc/apt/sources.list.d/debian.sources \
             2>/dev/null || true)}
+        [ -n "$mirror" ] || die "no Debian mirror in apt's sources; name one in TARNVIK_MIRROR"
         rm -rf --one-file-system "$WINDOWS_ROOT" "$WINDOWS_ROOT.new"
         debootstrap --variant=minbase --include=$BASE_PACKAGES trixie "$WINDOWS_ROOT.new" \
-            "${mirror:-http://deb.debian.org/debian}" >"$WINDOWS_ROOT.log" ||
+            "$mirror" >"$WINDOWS_ROOT.log" ||
             die "debootstrap failed; its log: $WINDOWS_ROOT.log"
         mkdir "$WINDOWS_ROOT.new/.tarnvik" "$WINDOWS_ROOT.new$INSIDE"
         touch "$WINDOWS_ROOT.new/.tarnvik/base"
@@ -118,4 +119,13 @@ in_root() {
     chroot "$WINDOWS_ROOT" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 ${CI:+CI="$CI"} \
         CCACHE_DIR=/root/.cache/ccache CCACHE_MAXSIZE="$cache_size" \
         sh -c 'cd "$0" && exec "$@"' "$INSIDE" "$@"
+}
+
+# on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
+on_desktop() {
+    [ -z "${WINEPREFIX:-}" ] || return 0
+    enter_own_mounts "$ROOT/$1" "${@:2}"
+    set_up_root
+    in_root scripts/windows/desktop "$@"
+    exit
 }

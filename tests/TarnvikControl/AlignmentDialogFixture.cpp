@@ -57,16 +57,6 @@ QString AlignmentDialogFixture::recorderFolder()
     return QTarnvikBasic::GetRecorderFile(QString());
 }
 
-QString AlignmentDialogFixture::recorderFile(const QString &name)
-{
-    return recorderFolder() + u'/' + name;
-}
-
-QString AlignmentDialogFixture::importFile(const QString &name)
-{
-    return QDir::tempPath() + QStringLiteral("/import/") + name;
-}
-
 bool AlignmentDialogFixture::prepareFolders()
 {
     QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
@@ -74,6 +64,28 @@ bool AlignmentDialogFixture::prepareFolders()
     const QString import = QDir::tempPath() + QStringLiteral("/import");
     return QDir(recorderFolder()).removeRecursively() && QDir().mkpath(recorderFolder()) &&
            QDir(import).removeRecursively() && QDir().mkpath(import);
+}
+
+QString RecorderFile(const QString &name)
+{
+    return AlignmentDialogFixture::recorderFolder() + u'/' + name;
+}
+
+QString ImportFile(const QString &name)
+{
+    return QDir::tempPath() + QStringLiteral("/import/") + name;
+}
+
+bool WriteStationWithImports()
+{
+    const QList<FileTable> rtl = {{"0x1", Day("2024-01-01")}, {"0x2", Day("2024-02-02")}};
+    const QList<FileTable> airspy = {{"0x1", Day("2023-01-01")}};
+    const QList<FileTable> rtlImport = {{"0x1", Day("2024-06-01")}, {"0x2", Day("2022-02-02")}};
+    const QList<FileTable> airspyImport = {{"0x9", 0}};
+    return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, rtl) &&
+           WriteAlignmentFile(RecorderFile(AirspyFile), SdrType::AirSpy, airspy) &&
+           WriteAlignmentFile(ImportFile(QStringLiteral("r.ad")), SdrType::RtlSdr, rtlImport) &&
+           WriteAlignmentFile(ImportFile(QStringLiteral("a.ad")), SdrType::AirSpy, airspyImport);
 }
 
 } // namespace tests

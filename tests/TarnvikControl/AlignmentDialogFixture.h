@@ -12,6 +12,15 @@
 
 namespace tests {
 
+/// The drivers of the stations in these tests: display names and names of their files.
+inline const QString AirSpy = QStringLiteral("AirSpy");
+inline const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
+inline const QString Rtl = QStringLiteral("RTL-SDR");
+inline const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
+
+/// What every file dialog of the alignment dialog filters by.
+inline const QStringList FileFilters = {QStringLiteral("AlignFile (*.ad)"), QStringLiteral("All (*.*)")};
+
 /// A shown dialog with the drivers' files loaded, as the main window opens it.
 class AlignmentDialogFixture
 {
@@ -31,11 +40,17 @@ public:
 
     /// The recorder's configuration folder.
     static QString recorderFolder();
-    /// A file in the recorder's folder, or in a folder of files to be imported.
-    static QString recorderFile(const QString &name);
-    static QString importFile(const QString &name);
     /// Gives the application its names and empties both folders.
     static bool prepareFolders();
 };
+
+/// A file in the recorder's folder.
+[[nodiscard]] QString RecorderFile(const QString &name);
+/// A file in the folder of files to be imported.
+[[nodiscard]] QString ImportFile(const QString &name);
+
+/// Writes a file for each of the two drivers and imports for them: r.ad holds a newer version of RTL-SDR's
+/// table 0x1 and an older one of its 0x2, a.ad a table 0x9 that AirSpy does not have.
+[[nodiscard]] bool WriteStationWithImports();
 
 } // namespace tests

@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QMetaEnum>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -42,6 +43,19 @@ QStringList InWords(const AlignmentRowList &list)
     QStringList words;
     for (const AlignmentRow &row : list.rows())
         words.append(InWords(row));
+    return words;
+}
+
+/// How the row is shown, in words: check box, text, colour.
+QString LookInWords(const AlignmentRow &row)
+{
+    const AlignmentRowLook look = LookOf(row);
+    QString words = look.Text;
+    if (look.CheckBox)
+        words.prepend(*look.CheckBox == Qt::Checked ? QStringLiteral("[x] ") : QStringLiteral("[ ] "));
+    if (look.Backdrop)
+        words += QStringLiteral(" on ") +
+                 QString::fromLatin1(QMetaEnum::fromType<Qt::GlobalColor>().valueToKey(*look.Backdrop));
     return words;
 }
 
@@ -258,31 +272,41 @@ void AlignmentRowListTest::twoFilesWithOneTableInBothOrders_data()
     QTest::addColumn<QString>("b");
     QTest::addColumn<QString>("afterAB");
     QTest::addColumn<QString>("afterBA");
+    QTest::addColumn<QString>("look"); // after both orders
     const char *const old = "2024-01-01";
     const char *const middle = "2024-02-01";
     const char *const recent = "2024-03-01";
     QTest::newRow("new table, two dates: the newer one and its file stay")
         << "" << old << middle << "1 2024-02-01 b.ad!"
-        << "1 2024-02-01 b.ad!";
-    QTest::newRow("new table, one date: the first file stays") << "" << old << old << "1 2024-01-01 a.ad!"
-                                                               << "1 2024-01-01 b.ad!";
+        << "1 2024-02-01 b.ad!"
+        << "[x] Aligned at: 2024-02-01 (New in data-base) on darkGreen";
+    QTest::newRow("new table, one date: the first file stays")
+        << "" << old << old << "1 2024-01-01 a.ad!"
+        << "1 2024-01-01 b.ad!"
+        << "[x] Aligned at: 2024-01-01 (New in data-base) on darkGreen";
     QTest::newRow("present, both the same date: nothing") << old << old << old << "0 2024-01-01 present.ad!"
-                                                          << "0 2024-01-01 present.ad!";
+                                                          << "0 2024-01-01 present.ad!"
+                                                          << "Aligned at: 2024-01-01";
     QTest::newRow("present, one older and one newer version: the newer one")
         << middle << old << recent << "2 2024-02-01 present.ad (2024-03-01 b.ad)!"
-        << "2 2024-02-01 present.ad (2024-03-01 b.ad)!";
+        << "2 2024-02-01 present.ad (2024-03-01 b.ad)!"
+        << "[x] Aligned at: 2024-02-01 (Update from 2024-03-01 present) on darkGreen";
     QTest::newRow("present, two older versions: the newer of them")
         << recent << old << middle << "2 2024-03-01 present.ad (2024-02-01 b.ad)!"
-        << "2 2024-03-01 present.ad (2024-02-01 b.ad)!";
+        << "2 2024-03-01 present.ad (2024-02-01 b.ad)!"
+        << "[ ] Aligned at: 2024-03-01 (Old data from 2024-02-01 present) on darkYellow";
     QTest::newRow("present, two newer versions: the newer of them")
         << old << middle << recent << "2 2024-01-01 present.ad (2024-03-01 b.ad)!"
-        << "2 2024-01-01 present.ad (2024-03-01 b.ad)!";
+        << "2 2024-01-01 present.ad (2024-03-01 b.ad)!"
+        << "[x] Aligned at: 2024-01-01 (Update from 2024-03-01 present) on darkGreen";
     QTest::newRow("present, the same older version twice: the first file")
         << recent << old << old << "2 2024-03-01 present.ad (2024-01-01 a.ad)!"
-        << "2 2024-03-01 present.ad (2024-01-01 b.ad)!";
+        << "2 2024-03-01 present.ad (2024-01-01 b.ad)!"
+        << "[ ] Aligned at: 2024-03-01 (Old data from 2024-01-01 present) on darkYellow";
     QTest::newRow("present, an older version and the present one: the older stays beside it")
         << middle << old << middle << "2 2024-02-01 present.ad (2024-01-01 a.ad)!"
-        << "2 2024-02-01 present.ad (2024-01-01 a.ad)!";
+        << "2 2024-02-01 present.ad (2024-01-01 a.ad)!"
+        << "[ ] Aligned at: 2024-02-01 (Old data from 2024-01-01 present) on darkYellow";
 }
 
 void AlignmentRowListTest::twoFilesWithOneTableInBothOrders()
@@ -292,6 +316,7 @@ void AlignmentRowListTest::twoFilesWithOneTableInBothOrders()
     QFETCH(QString, b);
     QFETCH(QString, afterAB);
     QFETCH(QString, afterBA);
+    QFETCH(QString, look);
     const auto write = [this](const char *name, const QString &date) {
         return WriteAlignmentFile(path(QString::fromLatin1(name)), SdrType::RtlSdr,
                                   {{"0x1", Day(date.toLatin1().constData())}});
@@ -308,6 +333,7 @@ void AlignmentRowListTest::twoFilesWithOneTableInBothOrders()
             std::reverse(files.begin(), files.end());
         QCOMPARE(list.ReadFiles(files), QString());
         QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
+        QCOMPARE(LookInWords(list.rows().first()), look);
         QCOMPARE(list.ReadFiles(files), QString()); // once more changes nothing
         QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
     }

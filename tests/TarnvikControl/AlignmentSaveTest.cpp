@@ -3,6 +3,7 @@
 #include "TarnvikControl/AlignmentSave.h"
 
 #include "TarnvikControl/AlignmentRowList.h"
+#include "alignment/AlignStore.h"
 #include "tests/TarnvikControl/AlignmentFiles.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment/FailingAllocations.h"
@@ -57,11 +58,14 @@ private slots:
     void aSecondSaveMakesTheSameChoices();
     void aDriverThatTheUserLeavesOutDoesNotStopTheRun();
     void anErrorInTheSecondDriverLeavesTheFirstFileWritten();
+    void tablesImportedIntoAnEmptiedListAreNotTakenOver();
     void aDriverWithoutAFileIsMadeFromTheImportedOne();
     void aDriverWithoutAFileTakesCheckedTablesOfSeveralImports();
     void aDriverOfAnUnknownTypeKeepsItsFileName();
     void anErrorIsReported_data();
     void anErrorIsReported();
+    void aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data();
+    void aTableThatCannotBeTakenOverLeavesTheFileAsItIs();
     void withoutMemoryTheSaveEnds_data();
     void withoutMemoryTheSaveEnds();
     void aGroupWithoutTargetIsSkipped();
@@ -359,14 +363,20 @@ void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
     load({QStringLiteral("i.ad")});
-    const QList<AlignmentChoice> chosen = choices();
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    const QList<AlignmentChoice> chosen = choices({QStringLiteral("RTL-SDR/B")}); // against the default
     QCOMPARE(save(chosen), QString());
     const QList<AlignmentRow> rows = Rows.rows();
     const QByteArray once = tests::FileBytes(path(RtlFile));
+    QVERIFY(once != before);
+    // Back to the beginning, or a second save that does nothing would look the same.
+    QVERIFY(tests::WriteFileBytes(path(RtlFile), before));
     QCOMPARE(save(chosen), QString());
     QVERIFY(Rows.rows() == rows);
-    QCOMPARE(TableBytes(path(RtlFile)).size(), 2);
+    QVERIFY(Asked.isEmpty());
+    QCOMPARE(Proposed, (QStringList{path(RtlFile), path(RtlFile)}));
     QCOMPARE(tests::FileBytes(path(RtlFile)), once);
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(QStringLiteral("i.ad"))));
 }
 
 void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()
@@ -398,6 +408,21 @@ void AlignmentSaveTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten()
     QCOMPARE(Proposed, QStringList(path(AirspyFile)));
     QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(QStringLiteral("a.ad"))));
     QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
+}
+
+void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
+{
+    // They count as the driver's own; the user guide warns of it.
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
+    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    load();
+    Rows.Clear();
+    QCOMPARE(Rows.ReadFile(imported(QStringLiteral("i.ad"))), QString());
+    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Asked, QStringList(Rtl));
+    QCOMPARE(Proposed, QStringList(path(RtlFile)));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
 void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
@@ -487,6 +512,40 @@ void AlignmentSaveTest::anErrorIsReported()
     const QByteArray before = tests::FileBytes(path(RtlFile));
     QCOMPARE(save(chosen), message);
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+}
+
+void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data()
+{
+    QTest::addColumn<int>("sdrType");
+    QTest::addColumn<QByteArray>("hwId");
+    QTest::addColumn<int>("capacity"); // stated by the imported table
+    QTest::newRow("its receiver type is unknown") << 7 << QByteArray("A") << 0;
+    QTest::newRow("it states another number of data sets than its type has")
+        << int(SdrType::RtlSdr) << QByteArray("A") << 3;
+    // No local encoding is left as it is by the way to the dialog's texts and back.
+    QTest::newRow("its hardware id is no text in the local encoding")
+        << int(SdrType::RtlSdr) << QByteArray("A\x81\xFE\x81") << 1;
+}
+
+void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
+{
+    QFETCH(int, sdrType);
+    QFETCH(QByteArray, hwId);
+    QFETCH(int, capacity);
+    const auto type = static_cast<SdrType>(sdrType);
+    const QString file = path(QStringLiteral("TarnvikDriver_RtlSdr.ad"));
+    const QString import = imported(QStringLiteral("i.ad"));
+    QVERIFY(WriteAlignmentFile(file, type, {{hwId, 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(import, type, {{hwId, 9}}));
+    AlignStore store;
+    QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
+    store.Tables.Head->Table->DataSetCapacity = static_cast<std::uint8_t>(capacity);
+    QCOMPARE(store.SaveFile(import), AlignResult::Ok);
+    load({QStringLiteral("i.ad")});
+    const QByteArray before = tests::FileBytes(file);
+    QCOMPARE(save(choices()), QStringLiteral("Internal Error"));
+    QVERIFY(Proposed.isEmpty());
+    QCOMPARE(tests::FileBytes(file), before);
 }
 
 void AlignmentSaveTest::withoutMemoryTheSaveEnds_data()

@@ -4,10 +4,12 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/RecorderNames.h"
+#include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
@@ -19,6 +21,8 @@
 #include <QTranslator>
 
 #include <memory>
+
+using tests::StoredSettings;
 
 namespace {
 
@@ -80,11 +84,6 @@ void ShowMessage(CMainWindow &window, const QString &message)
                               Q_ARG(StructOstrelRecordStatus, status));
 }
 
-QSettings Stored()
-{
-    return QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl"));
-}
-
 /// Translates every text into itself between two stars, so that a rebuilt part shows that it was rebuilt.
 class StarTranslator : public QTranslator
 {
@@ -118,6 +117,7 @@ private slots:
     void thePanelIsColouredAndWeighted_data();
     void thePanelIsColouredAndWeighted();
     void thePanelUsesAFixedPitchFontAndIsReadOnly();
+    void screenReadersFindThePanel();
     void theRunningRecorderAndItsMessageAreShown();
     void aKilledRecorderIsShownAsStoppedAndRunningAgain();
     void theStatusFileIsEmptyAfterTheStartWhateverItHeldBefore_data();
@@ -152,7 +152,7 @@ void CMainWindowTest::initTestCase()
 
 void CMainWindowTest::init()
 {
-    Stored().clear();
+    StoredSettings().clear();
     Report = std::make_unique<tests::RecorderReport>();
     Report->setOption("INTERVAL_MS", "0");
 }
@@ -215,7 +215,7 @@ void CMainWindowTest::thePanelReads()
     QFETCH(bool, startHidden);
     QFETCH(QString, message);
     QFETCH(QString, expected);
-    Stored().setValue(QStringLiteral("StartHidden"), startHidden);
+    StoredSettings().setValue(QStringLiteral("StartHidden"), startHidden);
     CMainWindow window; // the recorder's start waits for the event loop
     ShowMessage(window, message);
     QCOMPARE(Panel(window).toPlainText(), expected);
@@ -237,7 +237,7 @@ void CMainWindowTest::thePanelIsColouredAndWeighted()
     QFETCH(int, guiStyle);
     QFETCH(bool, running);
     QFETCH(QColor, stateColour);
-    Stored().setValue(QStringLiteral("GuiStyle"), guiStyle);
+    StoredSettings().setValue(QStringLiteral("GuiStyle"), guiStyle);
     CMainWindow window;
     if (running)
         QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
@@ -279,6 +279,18 @@ void CMainWindowTest::thePanelUsesAFixedPitchFontAndIsReadOnly()
     QCOMPARE(panel.font().styleHint(), QFont::Monospace);
     const bool hasConsolas = QFontInfo(QFont(QStringLiteral("Consolas"))).exactMatch();
     QCOMPARE(panel.font().family(), hasConsolas ? QStringLiteral("Consolas") : QStringLiteral("monospace"));
+}
+
+void CMainWindowTest::screenReadersFindThePanel()
+{
+    CMainWindow window;
+    ShowMessage(window, QStringLiteral("ready"));
+    QAccessibleInterface *const panel = QAccessible::queryAccessibleInterface(window.centralWidget());
+    QCOMPARE(panel->text(QAccessible::Name), QStringLiteral("Program information"));
+    QVERIFY(panel->state().readOnly);
+    QAccessibleTextInterface *const text = panel->textInterface();
+    QVERIFY(text);
+    QVERIFY(text->text(0, text->characterCount()).contains(QStringLiteral("ready")));
 }
 
 void CMainWindowTest::theRunningRecorderAndItsMessageAreShown()
@@ -394,13 +406,13 @@ void CMainWindowTest::theCloseButtonAsksByDefaultAndYesStopsTheRecorderAndEndsTh
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("ends")), 1);
     QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QVERIFY(Stored().contains(QStringLiteral("geometry")));
-    QVERIFY(Stored().contains(QStringLiteral("windowState")));
+    QVERIFY(StoredSettings().contains(QStringLiteral("geometry")));
+    QVERIFY(StoredSettings().contains(QStringLiteral("windowState")));
 }
 
 void CMainWindowTest::withCloseIsMinimizeFalseTheCloseButtonHidesAndADoubleClickOnTheTrayShows()
 {
-    Stored().setValue(QStringLiteral("CloseIsMinimize"), false);
+    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), false);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.show();
@@ -427,7 +439,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
 {
     QFETCH(bool, closeReallyCloses);
     QFETCH(bool, visible);
-    Stored().setValue(QStringLiteral("CloseIsMinimize"), closeReallyCloses);
+    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), closeReallyCloses);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.setVisible(visible);
@@ -439,7 +451,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
     QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
     QCOMPARE(Report->count(QStringLiteral("ends")), 1);
     // That the program has to end is not what the user has set.
-    QCOMPARE(Stored().value(QStringLiteral("CloseIsMinimize")).toBool(), closeReallyCloses);
+    QCOMPARE(StoredSettings().value(QStringLiteral("CloseIsMinimize")).toBool(), closeReallyCloses);
 }
 
 void CMainWindowTest::theQuitCommandAnsweredWithAbortChangesNothing()

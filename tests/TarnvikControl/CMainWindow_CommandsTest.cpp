@@ -16,10 +16,12 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
@@ -72,18 +74,22 @@ public slots:
 
 private slots:
     void initTestCase();
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
     void init();
     void cleanup();
 
     void theRecordFolderCommandsNeedARecordPath_data();
     void theRecordFolderCommandsNeedARecordPath();
     void theRecordFolderIsOpened();
+    void theLinkIsMadeAndTheFolderOpened_data();
     void theLinkIsMadeAndTheFolderOpened();
     void theLinkFailsWhenOneOfThatNameExists();
     void theSettingsFolderIsOpened();
     void aMissingSettingsFolderIsReported();
     void hideHidesTheWindow();
     void theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards();
+    void theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data();
+    void theTraysQuitAsksWhileTheAlignmentDialogIsOpen();
     void saveAndRestoreWindow();
     void theAboutBoxReads();
     void theGuideIsSearchedInOrder_data();
@@ -179,15 +185,23 @@ void CMainWindow_CommandsTest::theRecordFolderIsOpened()
     QVERIFY(Answers->boxes().isEmpty());
 }
 
+void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::newRow("a path as usual") << "";
+    QTest::newRow("a path that ends in a separator") << "/";
+}
+
 void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened()
 {
+    QFETCH(QString, ending);
     const QTemporaryDir folder;
-    WriteRecordPath(folder.path());
+    WriteRecordPath(folder.path() + ending);
     trigger(QStringLiteral("Create record file folder link on Desktop"));
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
                          QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
     QCOMPARE(QFile::symLinkTarget(link), folder.path());
-    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path() + ending)});
     QVERIFY(Answers->boxes().isEmpty());
 }
 
@@ -267,6 +281,49 @@ void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDelete
     QVERIFY(Answers->boxes().isEmpty()); // nothing is said about the damaged file
 }
 
+void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("ends");
+    QTest::newRow("yes ends the program") << int(QMessageBox::Yes) << true;
+    QTest::newRow("abort goes back to the dialog") << int(QMessageBox::Abort) << false;
+}
+
+void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
+{
+    // Where the icon's menu is the system's own, an open dialog does not keep the user from it.
+    QFETCH(int, answer);
+    QFETCH(bool, ends);
+    Answers->setAnswer(static_cast<QMessageBox::StandardButton>(answer));
+    Window->show();
+    QPointer<QDlgAlignmentCfg> dialog;
+    bool dialogStays = false;
+    QTimer quitter;
+    connect(&quitter, &QTimer::timeout, this, [&] {
+        dialog = qobject_cast<QDlgAlignmentCfg *>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        quitter.stop();
+        Window->findChild<QSystemTrayIcon *>()->contextMenu()->actions().last()->trigger();
+        dialogStays = dialog && dialog->isVisible();
+        if (!ends) {
+            dialog->reject();
+            QCoreApplication::exit(7); // the program would go on
+        }
+    });
+    quitter.start(5);
+    QTimer tooLate; // the program did not end
+    connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
+    tooLate.start(20000);
+    QTimer::singleShot(0, this, [this] { trigger(QStringLiteral("Show...")); });
+    QCOMPARE(QApplication::exec(), ends ? 0 : 7);
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, QStringLiteral("Close indication"));
+    QCOMPARE(dialogStays, !ends);
+    QVERIFY(!dialog);
+    QCOMPARE(Window->isVisible(), !ends);
+}
+
 void CMainWindow_CommandsTest::saveAndRestoreWindow()
 {
     Window->show();
@@ -291,44 +348,62 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder_data()
 {
     QTest::addColumn<QString>("language"); // empty: no translation
     QTest::addColumn<bool>("translatedProduct");
-    QTest::addColumn<QStringList>("files"); // in the program's folder
-    QTest::addColumn<QString>("opened");
-    QTest::newRow("with no translation Tarnvik_EN.pdf comes first")
-        << "" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Tarnvik_EN.pdf";
-    QTest::newRow("with German Tarnvik_DE.pdf comes first")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Tarnvik_DE.pdf";
-    QTest::newRow("then the guide without a language")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf Tarnvik.pdf").split(u' ') << "Tarnvik.pdf";
-    QTest::newRow("then the English one")
-        << "de" << false << QStringLiteral("Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
-    QTest::newRow("a translated product name comes first")
-        << "de" << true << QStringLiteral("Anleitung_DE.pdf Tarnvik_DE.pdf").split(u' ')
-        << "Anleitung_DE.pdf";
-    QTest::newRow("then the English guide of the translated product")
-        << "de" << true << QStringLiteral("Anleitung_EN.pdf AnleitungTarnvik_EN.pdf").split(u' ')
-        << "Anleitung_EN.pdf";
-    QTest::newRow("at last the name that holds the product twice")
-        << "de" << true << QStringLiteral("AnleitungTarnvik_EN.pdf Tarnvik_EN.pdf").split(u' ')
-        << "AnleitungTarnvik_EN.pdf";
-    QTest::newRow("a guide in an unrelated language is not taken")
-        << "fr" << false << QStringLiteral("Tarnvik_DE.pdf Tarnvik_EN.pdf").split(u' ') << "Tarnvik_EN.pdf";
+    QTest::addColumn<QStringList>("candidates"); // without a folder: the program's
+    QTest::newRow("with no translation English comes first")
+        << "" << false
+        << QStringList{QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("Tarnvik.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
+                       QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+    QTest::newRow("with German the German one comes first, then the English one")
+        << "de" << false
+        << QStringList{QStringLiteral("Tarnvik_DE.pdf"),
+                       QStringLiteral("Tarnvik.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
+                       QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+    QTest::newRow("with French and a translated product")
+        << "fr" << true
+        << QStringList{QStringLiteral("Anleitung_FR.pdf"),
+                       QStringLiteral("Anleitung.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_FR.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung.pdf"),
+                       QStringLiteral("Anleitung_EN.pdf"),
+                       QStringLiteral("AnleitungTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_DE.pdf")};
+    QTest::newRow("with the language C, whose name has no country, none is named")
+        << "C" << false
+        << QStringList{QStringLiteral("Tarnvik_.pdf"),
+                       QStringLiteral("Tarnvik.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
+                       QStringLiteral("Tarnvik_EN.pdf"),
+                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
+                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
 }
 
 void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
 {
     QFETCH(QString, language);
     QFETCH(bool, translatedProduct);
-    QFETCH(QStringList, files);
-    QFETCH(QString, opened);
-    const QString folder = QCoreApplication::applicationDirPath() + u'/';
-    const auto removeGuides = qScopeGuard([&] {
-        for (const QString &file : std::as_const(files))
-            QFile::remove(folder + file);
-    });
-    for (const QString &file : std::as_const(files))
-        QVERIFY(MakeFile(folder + file));
+    QFETCH(QStringList, candidates);
+    // Where there are no drives, C: is a folder in the current one. Where there are, it is the machine's own
+    // program folder, which a test must not touch: these candidates are left out.
+    candidates.removeIf([](const QString &candidate) { return QDir::isAbsolutePath(candidate); });
+    const QTemporaryDir current;
+    QVERIFY(QDir::setCurrent(current.path()));
+    const auto goBack = qScopeGuard([] { QDir::setCurrent(QCoreApplication::applicationDirPath()); });
+    for (QString &candidate : candidates) {
+        if (candidate.startsWith(QStringLiteral("C:")))
+            QVERIFY(QDir().mkpath(QFileInfo(candidate).path()));
+        else
+            candidate.prepend(QCoreApplication::applicationDirPath() + u'/');
+    }
     AppTranslation.Init(qApp);
     if (language.isEmpty())
         AppTranslation.UnloadTranslators();
@@ -337,13 +412,27 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
     ProductTranslator translator;
     if (translatedProduct)
         QCoreApplication::installTranslator(&translator);
-    // The guide's path is opened as it stands: no scheme on Linux, on Windows the drive's letter is taken for
-    // one.
-    const QString scheme = QUrl(folder, QUrl::TolerantMode).scheme();
-    QDesktopServices::setUrlHandler(scheme, this, "open");
-    trigger(QStringLiteral("Open User Guide"));
-    QDesktopServices::unsetUrlHandler(scheme);
-    QCOMPARE(Opened, QList<QUrl>{QUrl(folder + opened, QUrl::TolerantMode)});
+    const auto removeGuides = qScopeGuard([&] {
+        for (const QString &candidate : std::as_const(candidates))
+            QFile::remove(candidate);
+    });
+    for (qsizetype first = 0; first < candidates.size(); ++first) {
+        // This one and all behind it exist; a name that stands twice counts where it stands first.
+        if (candidates.indexOf(candidates[first]) < first)
+            continue;
+        for (qsizetype i = first; i < candidates.size(); ++i) {
+            if (candidates.indexOf(candidates[i]) >= first)
+                QVERIFY2(MakeFile(candidates[i]), qPrintable(candidates[i]));
+        }
+        Opened.clear();
+        // The path is opened as it stands; what is before its first colon, if anything, counts as scheme.
+        const QUrl url(candidates[first], QUrl::TolerantMode);
+        QDesktopServices::setUrlHandler(url.scheme(), this, "open");
+        trigger(QStringLiteral("Open User Guide"));
+        QDesktopServices::unsetUrlHandler(url.scheme());
+        QCOMPARE(Opened, QList<QUrl>{url});
+        QVERIFY(QFile::remove(candidates[first]));
+    }
     QVERIFY(Answers->boxes().isEmpty());
 }
 

@@ -5,6 +5,7 @@
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
+#include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 
@@ -14,19 +15,15 @@
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSettings>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QTextEdit>
 #include <QTimer>
+
+using tests::MenuEntry;
+using tests::StoredSettings;
 
 namespace {
 
 QStringList GivenStyles;
-
-QSettings Stored()
-{
-    return QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl"));
-}
 
 /// One line per entry: "menu|text|tip|shortcut|checkable", separators as "menu|-", submenus as "menu|text >".
 QStringList MenuTable(const CMainWindow &window)
@@ -49,36 +46,6 @@ QStringList MenuTable(const CMainWindow &window)
         }
     }
     return table;
-}
-
-QAction *Entry(const CMainWindow &window, const QString &text)
-{
-    const QList<QAction *> titles = window.menuBar()->actions();
-    for (const QAction *title : titles) {
-        const QList<QAction *> entries = title->menu()->actions();
-        for (QAction *entry : entries) {
-            if (entry->text() == text)
-                return entry;
-        }
-    }
-    return nullptr;
-}
-
-/// The style entries that are checked, as the numbers of "GuiStyle".
-QString CheckedStyles(const CMainWindow &window)
-{
-    const QString texts[] = {
-        QStringLiteral("View in default style"),         QStringLiteral("View in light Fusion style"),
-        QStringLiteral("View in dark Fusion style"),     QStringLiteral("View in light Windows 11 style"),
-        QStringLiteral("View in dark Windows 11 style"),
-    };
-    QString checked;
-    for (int style = 0; style < 5; ++style) {
-        const QAction *const entry = Entry(window, texts[style]);
-        if (entry && entry->isChecked())
-            checked += QString::number(style);
-    }
-    return checked;
 }
 
 const QStringList FileMenu = {
@@ -139,12 +106,7 @@ private slots:
     void theTwoTogglesShowWhatIsStored_data();
     void theTwoTogglesShowWhatIsStored();
     void theTogglesInvertStoreAndMark();
-    void theStoredStyleIsAppliedAtTheStart_data();
-    void theStoredStyleIsAppliedAtTheStart();
-    void withoutAnyKnownStyleTheFirstFileEntryIsTriggeredAtTheStart_data();
-    void withoutAnyKnownStyleTheFirstFileEntryIsTriggeredAtTheStart();
-    void aStyleEntrySetsStoresAndMarks_data();
-    void aStyleEntrySetsStoresAndMarks();
+    void thePanelsStartLineFollowsItsToggleAtOnce();
     void theAmbiguousCtrlHTriggersNeitherEntry();
     void theOtherShortcutsTriggerTheirEntries();
 };
@@ -159,9 +121,9 @@ void CMainWindow_MenusTest::initTestCase()
 
 void CMainWindow_MenusTest::init()
 {
-    Stored().clear();
-    QDir(QTarnvikBasic::GetRecorderFile(QString()))
-        .removeRecursively(); // on Windows other tests write there too
+    StoredSettings().clear();
+    // On Windows other tests write there too.
+    QDir(QTarnvikBasic::GetRecorderFile(QString())).removeRecursively();
     GivenStyles = QStringList{QStringLiteral("Windows"), QStringLiteral("Fusion")};
     CMainWindow::StyleNames = [] { return GivenStyles; };
     QFile::remove(QDir::tempPath() + QStringLiteral("/TarnvikControl_de.qm"));
@@ -212,7 +174,7 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries()
     QCOMPARE(MenuTable(window), expected);
     if (language) {
         QStringList codes;
-        const QList<QAction *> entries = Entry(window, QStringLiteral("Language"))->menu()->actions();
+        const QList<QAction *> entries = MenuEntry(window, QStringLiteral("Language"))->menu()->actions();
         for (const QAction *entry : entries)
             codes.append(entry->text());
         QCOMPARE(codes, (QStringList{QStringLiteral("en"), QStringLiteral("de")}));
@@ -222,7 +184,7 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries()
 void CMainWindow_MenusTest::aMissingTranslationFileLeavesOutTheLanguageMenu()
 {
     const CMainWindow window;
-    QVERIFY(!Entry(window, QStringLiteral("Language")));
+    QVERIFY(!MenuEntry(window, QStringLiteral("Language")));
 }
 
 void CMainWindow_MenusTest::theMenuIsBuiltAnewWithoutLeftovers()
@@ -259,28 +221,28 @@ void CMainWindow_MenusTest::theTwoTogglesShowWhatIsStored()
     QFETCH(bool, hideWhenCloseChecked);
     QFETCH(bool, startHiddenChecked);
     if (closeIsMinimize.isValid())
-        Stored().setValue(QStringLiteral("CloseIsMinimize"), closeIsMinimize);
+        StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), closeIsMinimize);
     if (startHidden.isValid())
-        Stored().setValue(QStringLiteral("StartHidden"), startHidden);
+        StoredSettings().setValue(QStringLiteral("StartHidden"), startHidden);
     const CMainWindow window;
-    QCOMPARE(Entry(window, QStringLiteral("Hide when close"))->isChecked(), hideWhenCloseChecked);
-    QCOMPARE(Entry(window, QStringLiteral("Start with hidden GUI"))->isChecked(), startHiddenChecked);
+    QCOMPARE(MenuEntry(window, QStringLiteral("Hide when close"))->isChecked(), hideWhenCloseChecked);
+    QCOMPARE(MenuEntry(window, QStringLiteral("Start with hidden GUI"))->isChecked(), startHiddenChecked);
 }
 
 void CMainWindow_MenusTest::theTogglesInvertStoreAndMark()
 {
     CMainWindow window;
-    QAction *const hideWhenClose = Entry(window, QStringLiteral("Hide when close"));
-    QAction *const startHidden = Entry(window, QStringLiteral("Start with hidden GUI"));
+    QAction *const hideWhenClose = MenuEntry(window, QStringLiteral("Hide when close"));
+    QAction *const startHidden = MenuEntry(window, QStringLiteral("Start with hidden GUI"));
     for (const bool hide : {true, false}) {
         hideWhenClose->trigger();
         QCOMPARE(hideWhenClose->isChecked(), hide);
-        QCOMPARE(Stored().value(QStringLiteral("CloseIsMinimize")).toBool(), !hide);
+        QCOMPARE(StoredSettings().value(QStringLiteral("CloseIsMinimize")).toBool(), !hide);
     }
     for (const bool hidden : {true, false}) {
         startHidden->trigger();
         QCOMPARE(startHidden->isChecked(), hidden);
-        QCOMPARE(Stored().value(QStringLiteral("StartHidden")).toBool(), hidden);
+        QCOMPARE(StoredSettings().value(QStringLiteral("StartHidden")).toBool(), hidden);
     }
     hideWhenClose->trigger();
     window.show();
@@ -288,90 +250,20 @@ void CMainWindow_MenusTest::theTogglesInvertStoreAndMark()
     QVERIFY(!window.isVisible());
 }
 
-void CMainWindow_MenusTest::theStoredStyleIsAppliedAtTheStart_data()
+void CMainWindow_MenusTest::thePanelsStartLineFollowsItsToggleAtOnce()
 {
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<QStringList>("styles");
-    QTest::addColumn<int>("storedAfter");
-    QTest::addColumn<QString>("checked");
-    const QStringList fusion = {QStringLiteral("Windows"), QStringLiteral("Fusion")};
-    QTest::newRow("nothing stored is the default style") << QVariant() << fusion << 0 << "0";
-    QTest::newRow("a text is the default style") << QVariant("dark") << fusion << 0 << "0";
-    QTest::newRow("0 is the default style") << QVariant(0) << fusion << 0 << "0";
-    QTest::newRow("1 is light Fusion") << QVariant(1) << fusion << 1 << "1";
-    QTest::newRow("2 is dark Fusion") << QVariant(2) << fusion << 2 << "2";
-    QTest::newRow("a negative number is the default style") << QVariant(-1) << fusion << 0 << "0";
-}
-
-void CMainWindow_MenusTest::theStoredStyleIsAppliedAtTheStart()
-{
-    QFETCH(QVariant, stored);
-    QFETCH(QStringList, styles);
-    QFETCH(int, storedAfter);
-    QFETCH(QString, checked);
-    GivenStyles = styles;
-    if (stored.isValid())
-        Stored().setValue(QStringLiteral("GuiStyle"), stored);
     const CMainWindow window;
-    QCOMPARE(Stored().value(QStringLiteral("GuiStyle")).toInt(), storedAfter);
-    QCOMPARE(CheckedStyles(window), checked);
-    QCOMPARE(QApplication::style()->name(), QStringLiteral("fusion"));
-}
-
-void CMainWindow_MenusTest::withoutAnyKnownStyleTheFirstFileEntryIsTriggeredAtTheStart_data()
-{
-    QTest::addColumn<QStringList>("styles");
-    QTest::addColumn<QVariant>("stored");
-    QTest::newRow("no known style, nothing stored") << QStringList{QStringLiteral("Windows")} << QVariant();
-    QTest::newRow("no known style, a Fusion style stored")
-        << QStringList{QStringLiteral("Windows")} << QVariant(1);
-    QTest::newRow("no style at all") << QStringList{} << QVariant(4);
-    QTest::newRow("a Windows 11 style stored where only Fusion is there")
-        << QStringList{QStringLiteral("Fusion")} << QVariant(3);
-    QTest::newRow("a value above 4 counts as 4") << QStringList{QStringLiteral("Fusion")} << QVariant(99);
-}
-
-void CMainWindow_MenusTest::withoutAnyKnownStyleTheFirstFileEntryIsTriggeredAtTheStart()
-{
-    QFETCH(QStringList, styles);
-    QFETCH(QVariant, stored);
-    GivenStyles = styles;
-    if (stored.isValid())
-        Stored().setValue(QStringLiteral("GuiStyle"), stored);
-    const tests::DialogAnswers answers(QMessageBox::Ok);
-    const CMainWindow window;
-    QCOMPARE(answers.boxes().size(), 1);
-    QCOMPARE(answers.boxes().first().Text, QStringLiteral("No 'record path' in configuration file found!"));
-    QCOMPARE(Stored().value(QStringLiteral("GuiStyle")),
-             stored.isValid() ? QVariant(stored.toString()) : QVariant());
-    QCOMPARE(CheckedStyles(window), QString());
-}
-
-void CMainWindow_MenusTest::aStyleEntrySetsStoresAndMarks_data()
-{
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<int>("guiStyle");
-    QTest::newRow("default") << "View in default style" << 0;
-    QTest::newRow("light Fusion") << "View in light Fusion style" << 1;
-    QTest::newRow("dark Fusion") << "View in dark Fusion style" << 2;
-}
-
-void CMainWindow_MenusTest::aStyleEntrySetsStoresAndMarks()
-{
-    QFETCH(QString, entry);
-    QFETCH(int, guiStyle);
-    CMainWindow window;
-    Entry(window, guiStyle == 2 ? QStringLiteral("View in light Fusion style")
-                                : QStringLiteral("View in dark Fusion style"))
-        ->trigger();
-    Entry(window, entry)->trigger();
-    QCOMPARE(Stored().value(QStringLiteral("GuiStyle")).toInt(), guiStyle);
-    QCOMPARE(CheckedStyles(window), QString::number(guiStyle));
-    QCOMPARE(QApplication::style()->name(), QStringLiteral("fusion"));
-    const bool dark = QApplication::palette().color(QPalette::Base).lightness() < 128;
-    QCOMPARE(dark, guiStyle == 2);
-    Entry(window, entry)->trigger(); // chosen again it stays checked
-    QCOMPARE(CheckedStyles(window), QString::number(guiStyle));
+    const auto startLine = [&window] {
+        return window.findChild<QTextEdit *>()->toPlainText().section(u'\n', 2, 2);
+    };
+    const QString open = QStringLiteral("Start               : With open GUI");
+    const QString hidden = QStringLiteral("Start               : Hide GUI into tray");
+    QCOMPARE(startLine(), open);
+    QAction *const toggle = MenuEntry(window, QStringLiteral("Start with hidden GUI"));
+    toggle->trigger();
+    QCOMPARE(startLine(), hidden);
+    toggle->trigger();
+    QCOMPARE(startLine(), open);
 }
 
 void CMainWindow_MenusTest::theAmbiguousCtrlHTriggersNeitherEntry()

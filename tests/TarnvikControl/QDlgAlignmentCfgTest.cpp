@@ -7,6 +7,7 @@
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -17,28 +18,21 @@
 #include <QScreen>
 #include <QSignalSpy>
 
+#include <algorithm>
+#include <cstdlib>
 #include <limits>
 
+using tests::AirspyFile;
 using tests::AlignmentDialogFixture;
 using tests::Day;
 using tests::FileTable;
+using tests::ImportFile;
+using tests::RecorderFile;
+using tests::Rtl;
+using tests::RtlFile;
 using tests::WriteAlignmentFile;
 
 namespace {
-
-const QString Rtl = QStringLiteral("RTL-SDR");
-const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
-
-QString RecorderFile(const QString &name)
-{
-    return AlignmentDialogFixture::recorderFile(name);
-}
-
-QString ImportFile(const QString &name)
-{
-    return AlignmentDialogFixture::importFile(name);
-}
 
 /// Two drivers with three tables, and a file with all kinds of versions of them.
 bool WriteStation()
@@ -93,6 +87,8 @@ private slots:
     void theLayoutHasItsLines();
     void theTreeShowsDriversAndTables();
     void anImportColoursTheRowsAndSaysTheSameInWords();
+    void aCheckMarkIsSeenOnEveryColour_data();
+    void aCheckMarkIsSeenOnEveryColour();
     void importingTheFileLoadedAtResetChangesNothing();
     void anEmptyOrMissingDataFolderGivesAnEmptyTreeAndNoMessage_data();
     void anEmptyOrMissingDataFolderGivesAnEmptyTreeAndNoMessage();
@@ -105,8 +101,10 @@ private slots:
     void theTreeStartsAscendingAndARefillKeepsTheUsersOrder();
     void theDialogIsUsableWithTheKeyboardAlone();
     void enterNeverDropsTheImports();
+    void screenReadersFindNamesAndDescriptions();
     void aLargerFontGivesAWiderDialog();
     void theTreeNeverAsksForMoreThanTheScreen();
+    void theDialogGrowsWithTheTreeSoThatItIsNotCutOff();
     void sixtyFiveThousandRowsAreShownQuickly();
     void closingItNeverEndsTheProgram();
 };
@@ -202,6 +200,36 @@ void QDlgAlignmentCfgTest::anImportColoursTheRowsAndSaysTheSameInWords()
     const QTreeWidgetItem &same = *shown.item(Rtl, QStringLiteral("0x3"));
     QCOMPARE(same.flags(), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
     QCOMPARE(same.background(0).style(), Qt::NoBrush);
+}
+
+void QDlgAlignmentCfgTest::aCheckMarkIsSeenOnEveryColour_data()
+{
+    QTest::addColumn<QString>("hardwareId");
+    QTest::newRow("on the green of an update") << "0x1";
+    QTest::newRow("on the yellow of old data") << "0x2";
+    QTest::newRow("on the green of a new table") << "0x4";
+}
+
+void QDlgAlignmentCfgTest::aCheckMarkIsSeenOnEveryColour()
+{
+    QFETCH(QString, hardwareId);
+    QVERIFY(WriteStation());
+    AlignmentDialogFixture shown;
+    shown.Dialog.Slot_Button_Import(Import());
+    QTreeWidgetItem *const item = shown.item(Rtl, hardwareId);
+    const auto picture = [&](Qt::CheckState state) {
+        item->setCheckState(0, state);
+        return shown.tree().viewport()->grab(shown.tree().visualItemRect(item)).toImage();
+    };
+    const QImage checked = picture(Qt::Checked);
+    const QImage unchecked = picture(Qt::Unchecked);
+    int greatest = 0; // what differs between the two is the mark
+    for (int y = 0; y < checked.height(); ++y) {
+        for (int x = 0; x < checked.width(); ++x)
+            greatest =
+                std::max(greatest, std::abs(qGray(checked.pixel(x, y)) - qGray(unchecked.pixel(x, y))));
+    }
+    QVERIFY2(greatest >= 90, qPrintable(QString::number(greatest)));
 }
 
 void QDlgAlignmentCfgTest::importingTheFileLoadedAtResetChangesNothing()
@@ -373,6 +401,35 @@ void QDlgAlignmentCfgTest::enterNeverDropsTheImports()
     QCOMPARE(shown.lines(), StationLines);
 }
 
+void QDlgAlignmentCfgTest::screenReadersFindNamesAndDescriptions()
+{
+    QVERIFY(WriteStation());
+    AlignmentDialogFixture shown;
+    shown.Dialog.Slot_Button_Import(Import());
+    const auto text = [](QWidget &widget, QAccessible::Text kind) {
+        return QAccessible::queryAccessibleInterface(&widget)->text(kind);
+    };
+    QCOMPARE(text(shown.tree(), QAccessible::Name), QStringLiteral("Alignment data for SDR:"));
+    QCOMPARE(shown.Dialog.findChild<QLabel *>()->buddy(), &shown.tree());
+    const QList<QPushButton *> buttons = shown.Dialog.findChildren<QPushButton *>();
+    QCOMPARE(buttons.size(), 5);
+    for (QPushButton *const button : buttons) {
+        QCOMPARE(text(*button, QAccessible::Name), button->text());
+        QCOMPARE(text(*button, QAccessible::Description), button->toolTip());
+        QVERIFY(!button->toolTip().isEmpty());
+    }
+    // The rows are read as they are shown, with the state of their check boxes.
+    const QAccessibleTableInterface *const table =
+        QAccessible::queryAccessibleInterface(&shown.tree())->tableInterface();
+    QVERIFY(table);
+    QAccessibleInterface *const update = table->cellAt(3, 0);
+    QCOMPARE(update->text(QAccessible::Name), QStringLiteral("0x1"));
+    QVERIFY(update->state().checkable);
+    QVERIFY(update->state().checked);
+    QCOMPARE(table->cellAt(3, 1)->text(QAccessible::Name),
+             QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-06-01 present)"));
+}
+
 void QDlgAlignmentCfgTest::aLargerFontGivesAWiderDialog()
 {
     const int usual = AlignmentDialogFixture().Dialog.minimumWidth();
@@ -390,9 +447,14 @@ void QDlgAlignmentCfgTest::theTreeNeverAsksForMoreThanTheScreen()
     QVERIFY(WriteStation());
     AlignmentDialogFixture shown;
     shown.button(QStringLiteral("Reset")).click();
-    const int columns = shown.tree().columnWidth(0) + shown.tree().columnWidth(1);
-    shown.button(QStringLiteral("Reset")).click();
-    QCOMPARE(shown.tree().minimumWidth(), columns + 10); // the widths that the fill before left
+    const QAbstractItemView &view = shown.tree();
+    int contents = 0; // what the fill before gave the columns; the last one is stretched beyond it
+    for (const int column : {0, 1})
+        contents += std::max(view.sizeHintForColumn(column), shown.tree().header()->sectionSizeHint(column));
+    for (int fill = 0; fill < 3; ++fill) {
+        shown.button(QStringLiteral("Reset")).click();
+        QCOMPARE(shown.tree().minimumWidth(), contents + 10); // does not grow
+    }
     shown.tree().setColumnWidth(0, 10'000);
     shown.button(QStringLiteral("Reset")).click();
     QCOMPARE(shown.tree().minimumWidth(), QGuiApplication::primaryScreen()->availableGeometry().width() - 9);
@@ -402,6 +464,18 @@ void QDlgAlignmentCfgTest::theTreeNeverAsksForMoreThanTheScreen()
     shown.tree().setColumnWidth(1, 20);
     shown.button(QStringLiteral("Reset")).click();
     QCOMPARE(shown.tree().minimumWidth(), before); // 100 or less is not applied
+}
+
+void QDlgAlignmentCfgTest::theDialogGrowsWithTheTreeSoThatItIsNotCutOff()
+{
+    // The id is as long as a file can hold it.
+    QVERIFY(WriteAlignmentFile(RecorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
+                               {{QByteArray(128, 'W'), Day("2024-01-01")}}));
+    AlignmentDialogFixture shown;
+    shown.button(QStringLiteral("Reset")).click();
+    QVERIFY(shown.tree().minimumWidth() > shown.Dialog.minimumWidth());
+    QTRY_VERIFY(shown.tree().geometry().right() < shown.Dialog.width());
+    QVERIFY(shown.tree().width() >= shown.tree().minimumWidth());
 }
 
 void QDlgAlignmentCfgTest::sixtyFiveThousandRowsAreShownQuickly()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Import and save of the alignment dialog: by button, by drop, with the file dialogs and message boxes.
+// Import into the alignment dialog: by button, by drop, with the file dialogs and message boxes.
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
 #include "tests/TarnvikControl/AlignmentDialogFixture.h"
@@ -21,42 +21,8 @@
 #include <memory>
 
 using tests::AlignmentDialogFixture;
-using tests::Day;
-using tests::FileTable;
-using tests::TableBytes;
-using tests::WriteAlignmentFile;
-
-namespace {
-
-const QString Rtl = QStringLiteral("RTL-SDR");
-const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
-
-QString RecorderFile(const QString &name)
-{
-    return AlignmentDialogFixture::recorderFile(name);
-}
-
-QString ImportFile(const QString &name)
-{
-    return AlignmentDialogFixture::importFile(name);
-}
-
-bool WriteStation()
-{
-    const QList<FileTable> rtl = {{"0x1", Day("2024-01-01")}, {"0x2", Day("2024-02-02")}};
-    const QList<FileTable> airspy = {{"0x1", Day("2023-01-01")}};
-    const QList<FileTable> rtlImport = {{"0x1", Day("2024-06-01")}, {"0x2", Day("2022-02-02")}};
-    const QList<FileTable> airspyImport = {{"0x9", 0}};
-    return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, rtl) &&
-           WriteAlignmentFile(RecorderFile(AirspyFile), SdrType::AirSpy, airspy) &&
-           WriteAlignmentFile(ImportFile(QStringLiteral("r.ad")), SdrType::RtlSdr, rtlImport) &&
-           WriteAlignmentFile(ImportFile(QStringLiteral("a.ad")), SdrType::AirSpy, airspyImport);
-}
-
-const QStringList Filters = {QStringLiteral("AlignFile (*.ad)"), QStringLiteral("All (*.*)")};
-
-} // namespace
+using tests::ImportFile;
+using tests::Rtl;
 
 class QDlgAlignmentCfg_FilesTest : public QObject
 {
@@ -76,14 +42,6 @@ private slots:
     void dataWithoutUrlsIsIgnored();
     void ofSeveralDroppedFilesTheAlignmentFilesAreImported();
 
-    void theSaveDialogOffersTheDriversFile();
-    void anOlderVersionCheckedByTheUserReplacesTheNewer();
-    void withNothingCheckedTheUserIsAsked_data();
-    void withNothingCheckedTheUserIsAsked();
-    void aCancelledSaveDialogSkipsTheDriver();
-    void aSecondSaveWorksFromTheSameCheckMarks();
-    void theErrorOfASaveIsAWarning();
-
 private:
     /// Gives the dialog an event as it is: the application would deliver a drop only after a drag that was
     /// accepted.
@@ -99,7 +57,7 @@ void QDlgAlignmentCfg_FilesTest::init()
 {
     QVERIFY(AlignmentDialogFixture::prepareFolders());
     QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)));
-    QVERIFY(WriteStation());
+    QVERIFY(tests::WriteStationWithImports());
     Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Yes);
     Files = std::make_unique<tests::FileDialogAnswers>();
     Shown = std::make_unique<AlignmentDialogFixture>();
@@ -122,7 +80,11 @@ Qt::DropAction QDlgAlignmentCfg_FilesTest::drop(QMimeData &data)
 {
     QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     event.setDropAction(Qt::MoveAction);
+    const qsizetype boxes = Answers->boxes().size();
     send(event);
+    if (Answers->boxes().size() != boxes)
+        QTest::qFail("whoever drags waits for a message box", __FILE__, __LINE__);
+    QCoreApplication::sendPostedEvents(&Shown->Dialog); // the import follows the drop
     return event.dropAction();
 }
 
@@ -135,7 +97,7 @@ void QDlgAlignmentCfg_FilesTest::theImportDialogStartsOnTheDesktopThenWhereTheLa
     QCOMPARE(Files->offers().size(), 2);
     for (const tests::OfferedFiles &offer : Files->offers()) {
         QCOMPARE(offer.Title, QStringLiteral("Choose alignment file for importing"));
-        QCOMPARE(offer.Filters, Filters);
+        QCOMPARE(offer.Filters, tests::FileFilters);
         QCOMPARE(offer.AcceptMode, QFileDialog::AcceptOpen);
         QCOMPARE(offer.FileMode, QFileDialog::ExistingFiles);
         QCOMPARE(offer.Parent, &Shown->Dialog);
@@ -234,111 +196,6 @@ void QDlgAlignmentCfg_FilesTest::ofSeveralDroppedFilesTheAlignmentFilesAreImport
     QVERIFY(Answers->boxes().isEmpty());
     QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1"))->checkState(0), Qt::Checked);
     QVERIFY(Shown->item(QStringLiteral("AirSpy"), QStringLiteral("0x9")));
-}
-
-void QDlgAlignmentCfg_FilesTest::theSaveDialogOffersTheDriversFile()
-{
-    const auto before = TableBytes(RecorderFile(RtlFile));
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("r.ad"))});
-    Answers->setAnswer(QMessageBox::No); // for the driver without changes
-    const QString copy = ImportFile(QStringLiteral("copy.ad"));
-    Files->setFiles({copy});
-    Shown->button(QStringLiteral("Save...")).click();
-    QCOMPARE(Files->offers().size(), 1);
-    const tests::OfferedFiles &offer = Files->offers().first();
-    QCOMPARE(offer.Title, QStringLiteral("Choose alignment file for exporting"));
-    QCOMPARE(QFileInfo(offer.Folder), QFileInfo(AlignmentDialogFixture::recorderFolder()));
-    QCOMPARE(offer.File, RtlFile);
-    QCOMPARE(offer.Filters, Filters);
-    QCOMPARE(offer.AcceptMode, QFileDialog::AcceptSave);
-    QCOMPARE(offer.Parent, &Shown->Dialog);
-    const auto after = TableBytes(copy);
-    QCOMPARE(after["0x1"], TableBytes(ImportFile(QStringLiteral("r.ad")))["0x1"]);
-    QCOMPARE(after["0x2"], before["0x2"]);
-    QCOMPARE(TableBytes(RecorderFile(RtlFile)), before);
-}
-
-void QDlgAlignmentCfg_FilesTest::anOlderVersionCheckedByTheUserReplacesTheNewer()
-{
-    const auto before = TableBytes(RecorderFile(RtlFile));
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("r.ad"))});
-    Shown->item(Rtl, QStringLiteral("0x1"))->setCheckState(0, Qt::Unchecked);
-    Shown->item(Rtl, QStringLiteral("0x2"))->setCheckState(0, Qt::Checked);
-    Files->setTakeOffer();
-    Shown->button(QStringLiteral("Save...")).click();
-    const auto after = TableBytes(RecorderFile(RtlFile));
-    QCOMPARE(after["0x1"], before["0x1"]);
-    QCOMPARE(after["0x2"], TableBytes(ImportFile(QStringLiteral("r.ad")))["0x2"]);
-}
-
-void QDlgAlignmentCfg_FilesTest::withNothingCheckedTheUserIsAsked_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::newRow("yes leads to the file dialog") << int(QMessageBox::Yes);
-    QTest::newRow("no skips the driver") << int(QMessageBox::No);
-    QTest::newRow("Escape is a no") << int(QMessageBox::NoButton);
-}
-
-void QDlgAlignmentCfg_FilesTest::withNothingCheckedTheUserIsAsked()
-{
-    QFETCH(int, answer);
-    Answers->setAnswer(static_cast<QMessageBox::StandardButton>(answer));
-    Shown->button(QStringLiteral("Save...")).click(); // the file dialogs are cancelled
-    QCOMPARE(Answers->boxes().size(), 2);
-    QStringList drivers = {QStringLiteral("AirSpy"), Rtl};
-    for (const tests::ShownBox &box : Answers->boxes()) {
-        const QString driver = drivers.takeFirst();
-        QCOMPARE(box.Title, QStringLiteral("Update %1 alignment.").arg(driver));
-        QCOMPARE(box.Text,
-                 QStringLiteral("No changes for the %1 driver.\nDo you still want to save?").arg(driver));
-        QCOMPARE(box.Icon, QMessageBox::Information);
-        QCOMPARE(box.Buttons, QMessageBox::Yes | QMessageBox::No);
-        QCOMPARE(box.Parent, nullptr);
-    }
-    QCOMPARE(Files->offers().size(), answer == QMessageBox::Yes ? 2 : 0);
-}
-
-void QDlgAlignmentCfg_FilesTest::aCancelledSaveDialogSkipsTheDriver()
-{
-    const QByteArray before = tests::FileBytes(RecorderFile(RtlFile));
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("r.ad"))});
-    Answers->setAnswer(QMessageBox::No);
-    Shown->button(QStringLiteral("Save...")).click();
-    QCOMPARE(Files->offers().size(), 1);
-    QCOMPARE(tests::FileBytes(RecorderFile(RtlFile)), before);
-    QCOMPARE(Answers->boxes().size(), 1); // the question about the other driver, no warning
-}
-
-void QDlgAlignmentCfg_FilesTest::aSecondSaveWorksFromTheSameCheckMarks()
-{
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("r.ad"))});
-    const QStringList lines = Shown->lines();
-    Files->setTakeOffer();
-    Shown->button(QStringLiteral("Save...")).click();
-    QCOMPARE(Shown->lines(), lines); // not filled anew
-    const QByteArray once = tests::FileBytes(RecorderFile(RtlFile));
-    const QList<AlignmentRow> rows = Shown->Dialog.rows();
-    Shown->button(QStringLiteral("Save...")).click();
-    QCOMPARE(tests::FileBytes(RecorderFile(RtlFile)), once);
-    QVERIFY(Shown->Dialog.rows() == rows);
-    QCOMPARE(Shown->lines(), lines);
-}
-
-void QDlgAlignmentCfg_FilesTest::theErrorOfASaveIsAWarning()
-{
-    Shown->Dialog.Slot_Button_Import(
-        {ImportFile(QStringLiteral("r.ad")), ImportFile(QStringLiteral("a.ad"))});
-    QVERIFY(QFile::remove(ImportFile(QStringLiteral("r.ad"))));
-    Files->setFiles({ImportFile(QStringLiteral("written.ad"))});
-    Shown->button(QStringLiteral("Save...")).click();
-    QCOMPARE(Answers->boxes().size(), 1);
-    const tests::ShownBox &box = Answers->boxes().first();
-    QCOMPARE(box.Title, QStringLiteral("Export alignment data"));
-    QCOMPARE(box.Text, QStringLiteral("Error while exporting:\nFile Error"));
-    QCOMPARE(box.Icon, QMessageBox::Warning);
-    QCOMPARE(box.Buttons, QMessageBox::Ok);
-    QCOMPARE(box.Parent, nullptr);
-    QCOMPARE(TableBytes(ImportFile(QStringLiteral("written.ad"))).size(), 2); // the first driver's
 }
 
 TARNVIK_TEST_MAIN(QDlgAlignmentCfg_FilesTest, QApplication)

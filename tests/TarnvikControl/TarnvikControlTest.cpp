@@ -2,103 +2,23 @@
 // The whole program as a process, on a desktop of its own, with the stand-in recorder beside it.
 #include "Common_Files/OstrelRecordStatus.h"
 #include "Common_Files/RecorderNames.h"
-#include "platform/QuitSignal.h"
+#include "tests/TarnvikControl/Station.h"
 #include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
-#include "tests/support/VirtualDesktop.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <memory>
 
-namespace {
-
-const QString Title = QStringLiteral("TarnvikControl");
-const QString QuitTitle = QStringLiteral("Close indication");
-
-/// A folder with the program and a recorder, and the process of the program.
-class Station
-{
-public:
-    explicit Station(const QString &recorderName = QStringLiteral("TarnvikRecord"))
-    {
-        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
-        if (!recorderName.isEmpty())
-            QFile::copy(tests::StandInProgram(), path(recorderName));
-    }
-    ~Station()
-    {
-        if (Process.state() != QProcess::NotRunning) {
-            signal(SIGINT);
-            if (!Process.waitForFinished(10000))
-                Process.kill();
-            Process.waitForFinished();
-        }
-    }
-    Q_DISABLE_COPY_MOVE(Station)
-
-    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
-    void start(const QStringList &arguments = QStringList()) { Process.start(path(Title), arguments); }
-    bool signal(int number) { return kill(static_cast<pid_t>(Process.processId()), number) == 0; }
-    /// What the program printed so far.
-    QString output()
-    {
-        Output += Process.readAllStandardOutput();
-        return QString::fromUtf8(Output);
-    }
-    QString errorOutput()
-    {
-        ErrorOutput += Process.readAllStandardError();
-        return QString::fromUtf8(ErrorOutput);
-    }
-    bool endedWith(int exitCode)
-    {
-        return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
-               Process.exitCode() == exitCode;
-    }
-
-    QProcess Process;
-
-private:
-    QTemporaryDir Folder;
-    QByteArray Output;
-    QByteArray ErrorOutput;
-};
-
-bool RecorderListens()
-{
-    return platform::QuitSignalHasListener(RecorderQuitKey);
-}
-
-QString OnlyWindow(const QString &title)
-{
-    const QStringList windows = tests::VirtualDesktop::windows(title);
-    return windows.size() == 1 ? windows.first() : QString();
-}
-
-/// The panel's text, taken as a user takes it: select all and copy.
-QString PanelText()
-{
-    const QString window = OnlyWindow(Title);
-    if (window.isEmpty())
-        return QString();
-    QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-    if (!tests::VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}) ||
-        (changed.isEmpty() && !changed.wait(2000)))
-        return QString();
-    return QGuiApplication::clipboard()->text();
-}
-
-} // namespace
+using tests::OnlyWindow;
+using tests::PanelText;
+using tests::QuitTitle;
+using tests::RecorderListens;
+using tests::Station;
+using tests::Title;
 
 class TarnvikControlTest : public QObject
 {
@@ -448,15 +368,5 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
 }
 
-int main(int argc, char **argv)
-{
-    const tests::TestIsolation isolation;
-    const tests::VirtualDesktop desktop;
-    if (!desktop.error().isEmpty())
-        qFatal("no desktop to test on: %s", qUtf8Printable(desktop.error()));
-    QApplication application(argc, argv);
-    TarnvikControlTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControlTest)
 #include "TarnvikControlTest.moc"

@@ -71,8 +71,8 @@ std::string AlignmentGenerator::AnyHwId()
 
 std::string AlignmentGenerator::ReadableHwId()
 {
-    // An odd factor maps the running number to another one for each value.
-    const std::uint64_t number = ++ReadableIds * 0x9E3779B97F4A7C15U;
+    // An odd factor maps the running number to another one for each value; so does what the seed changes.
+    const std::uint64_t number = (++ReadableIds * 0x9E3779B97F4A7C15U) ^ ReadableIdMask;
     std::array<char, 19> text = {};
     (void)std::snprintf(text.data(), text.size(), "0x%016llX", static_cast<unsigned long long>(number));
     return text.data();

@@ -15,7 +15,8 @@ namespace tests {
 class AlignmentGenerator
 {
 public:
-    explicit AlignmentGenerator(std::uint64_t seed) : Engine(seed) {}
+    explicit AlignmentGenerator(std::uint64_t seed) : Engine(seed), ReadableIdMask(std::mt19937_64(~seed)())
+    {}
 
     /// How the frequency points of a full data set are laid out. Either way the payload has the greatest
     /// length below the limit of a chunk that the layout allows.
@@ -66,6 +67,7 @@ private:
 
     std::mt19937_64 Engine;
     std::uint64_t ReadableIds = 0;
+    std::uint64_t ReadableIdMask;
 };
 
 } // namespace tests

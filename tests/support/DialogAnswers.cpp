@@ -20,7 +20,7 @@ void DialogAnswers::look()
         return;
     Boxes.append({box->windowTitle(), box->text(), box->icon(), box->standardButtons(), box->parentWidget(),
                   box->isModal()});
-    if (QAbstractButton *const button = box->button(Answer))
+    if (QAbstractButton *const button = box->button(AnswersByTitle.value(box->windowTitle(), Answer)))
         button->click();
     else
         QTest::keyClick(box, Qt::Key_Escape);

@@ -2,6 +2,7 @@
 // Answers message boxes as a user would, and remembers what they said.
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QMessageBox>
 #include <QObject>
@@ -21,8 +22,8 @@ struct ShownBox
     bool Modal = false;
 };
 
-/// While it exists every message box is answered with the button set last; NoButton stands for the Escape
-/// key.
+/// While it exists every message box is answered: with the button set for its title if there is one, else
+/// with the button set last. NoButton stands for the Escape key.
 class DialogAnswers : public QObject
 {
     Q_OBJECT
@@ -31,12 +32,17 @@ public:
     explicit DialogAnswers(QMessageBox::StandardButton answer);
 
     void setAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
+    void setAnswerTo(const QString &title, QMessageBox::StandardButton answer)
+    {
+        AnswersByTitle.insert(title, answer);
+    }
     [[nodiscard]] const QList<ShownBox> &boxes() const { return Boxes; }
 
 private:
     void look();
 
     QMessageBox::StandardButton Answer;
+    QHash<QString, QMessageBox::StandardButton> AnswersByTitle;
     QList<ShownBox> Boxes;
     QTimer Timer;
 };

@@ -5,6 +5,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <utility>
+
 namespace tests {
 
 FileDialogAnswers::FileDialogAnswers()
@@ -21,18 +23,18 @@ FileDialogAnswers::~FileDialogAnswers()
 
 void FileDialogAnswers::setFiles(const QStringList &files)
 {
-    Cancel = false;
+    Answer = Kind::Files;
     Files = files;
 }
 
 void FileDialogAnswers::setTakeOffer()
 {
-    setFiles({});
+    Answer = Kind::TakeOffer;
 }
 
 void FileDialogAnswers::setCancel()
 {
-    Cancel = true;
+    Answer = Kind::Cancel;
 }
 
 void FileDialogAnswers::look()
@@ -43,14 +45,13 @@ void FileDialogAnswers::look()
     auto *const name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     Offers.append({dialog->windowTitle(), dialog->directory().absolutePath(), name->text(),
                    dialog->nameFilters(), dialog->acceptMode(), dialog->fileMode(), dialog->parentWidget()});
-    if (Cancel) {
+    const Kind answer = std::exchange(Next, std::nullopt).value_or(Answer);
+    if (answer == Kind::Cancel) {
         QTest::keyClick(dialog, Qt::Key_Escape);
         return;
     }
-    if (Files.size() == 1)
-        name->setText(Files.first());
-    else if (!Files.isEmpty())
-        name->setText(u'"' + Files.join(QStringLiteral("\" \"")) + u'"');
+    if (answer == Kind::Files)
+        name->setText(Files.size() == 1 ? Files.first() : u'"' + Files.join(QStringLiteral("\" \"")) + u'"');
     QTest::keyClick(name, Qt::Key_Return);
 }
 

@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <optional>
+
 namespace tests {
 
 /// What a file dialog offered.
@@ -23,8 +25,8 @@ struct OfferedFiles
     QWidget *Parent = nullptr;
 };
 
-/// While it exists every file dialog is answered: with the files set last, with what it offers itself when
-/// there are none, or with the Escape key. File dialogs are Qt's own as long as it lives.
+/// While it exists every file dialog is answered: with the files set last, with what it offers itself, or, as
+/// long as nothing is set, with the Escape key. File dialogs are Qt's own as long as it lives.
 class FileDialogAnswers : public QObject
 {
     Q_OBJECT
@@ -37,12 +39,18 @@ public:
     void setFiles(const QStringList &files);
     void setTakeOffer();
     void setCancel();
+    /// Only the next dialog gets the Escape key or takes its offer, those after it get what is set.
+    void setCancelNext() { Next = Kind::Cancel; }
+    void setTakeOfferNext() { Next = Kind::TakeOffer; }
     [[nodiscard]] const QList<OfferedFiles> &offers() const { return Offers; }
 
 private:
+    enum class Kind { Cancel, TakeOffer, Files };
+
     void look();
 
-    bool Cancel = true;
+    Kind Answer = Kind::Cancel;
+    std::optional<Kind> Next; // instead of Answer
     QStringList Files;
     QList<OfferedFiles> Offers;
     QTimer Timer;

@@ -2,7 +2,9 @@
 // A desktop of its own for tests of the whole program: display, window manager and tray, and a user's hands.
 #pragma once
 
+#include <QPoint>
 #include <QProcess>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -29,8 +31,20 @@ public:
     [[nodiscard]] static QString property(const QString &window, const QString &name);
     /// Gives a window the keyboard and presses keys, named as in "ctrl+q"; false when that fails.
     static bool press(const QString &window, const QStringList &keys);
-    /// Clicks with the left button, from the window's upper left corner.
-    static bool click(const QString &window, int x, int y);
+    /// Presses keys where the keyboard is: in an open menu, which is no window of the window manager's.
+    static bool press(const QStringList &keys);
+    /// Types a text where the keyboard is.
+    static bool type(const QString &text);
+    /// A window's place on the desktop, without its frame; empty when there is no such window.
+    [[nodiscard]] static QRect geometry(const QString &window);
+    /// The place of an open pop-up menu; empty when there is none. Menus are no windows of the window
+    /// manager's.
+    [[nodiscard]] static QRect openMenu();
+    /// Clicks at a place of the desktop; 1 is the left button, 3 the right one.
+    static bool click(const QPoint &place, int button = 1);
+    /// Begins to drag with the left button from one place of the desktop to another and drops there. Returns
+    /// at once; the program that is dragged from may be this one.
+    static bool startDragAndDrop(const QPoint &from, const QPoint &to);
     /// Saves a picture of the whole desktop.
     static bool savePicture(const QString &file);
 

@@ -3,6 +3,8 @@
 #include "tests/support/VirtualDesktop.h"
 
 #include <QDeadlineTimer>
+#include <QList>
+#include <QRegularExpression>
 
 namespace tests {
 
@@ -23,9 +25,29 @@ bool Run(const QString &program, const QStringList &arguments, QByteArray *outpu
     return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
-bool XDoTool(const QStringList &arguments, QByteArray *output = nullptr)
+QByteArray Output(const QString &program, const QStringList &arguments)
 {
-    return Run(QStringLiteral("xdotool"), arguments, output);
+    QByteArray output;
+    Run(program, arguments, &output);
+    return output;
+}
+
+/// The windows that the window manager knows, hidden ones left out; others have titles, too, as the icon in
+/// the tray.
+QList<qulonglong> ManagedWindows()
+{
+    const QByteArray list =
+        Output(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")});
+    QList<qulonglong> windows;
+    for (const QByteArray &window : list.mid(list.indexOf('#') + 1).split(','))
+        windows.append(window.trimmed().toULongLong(nullptr, 0));
+    windows.removeAll(0);
+    return windows;
+}
+
+bool XDoTool(const QStringList &arguments)
+{
+    return Run(QStringLiteral("xdotool"), arguments);
 }
 
 } // namespace
@@ -39,22 +61,25 @@ VirtualDesktop::VirtualDesktop()
     qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the tray of this desktop is the X11 one
     if (!startProgram(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")}))
         return;
+    // The tray needs the window manager, and a program that starts before both are there would find a
+    // different desktop.
+    const auto managerAnswers = [] {
+        return Output(QStringLiteral("xprop"),
+                      {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
+            .contains("window id");
+    };
     const QString trayer =
         QStringLiteral("trayer --edge bottom --align right --widthtype request --height 26");
     QStringList trayerArguments = trayer.split(u' ');
-    startProgram(trayerArguments.takeFirst(), trayerArguments);
-    // The programs are ready when the window manager and the tray say so on the root window and the
-    // selection.
+    const QString trayerProgram = trayerArguments.takeFirst();
     const QDeadlineTimer deadline(StartTimeoutMs);
-    QByteArray answer;
-    while (!answer.contains("window id")) {
+    while (!managerAnswers()) {
         if (deadline.hasExpired()) {
             Error = QStringLiteral("the window manager does not answer");
             return;
         }
-        Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")},
-            &answer);
     }
+    startProgram(trayerProgram, trayerArguments);
 }
 
 VirtualDesktop::~VirtualDesktop()
@@ -69,10 +94,12 @@ VirtualDesktop::~VirtualDesktop()
 
 bool VirtualDesktop::startDisplay()
 {
+    // -noreset: otherwise the end of a tool that is the only client for a moment resets the display, and
+    // throws out whoever connects at that moment.
     auto display = std::make_unique<QProcess>();
     display->start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1000x700x24")});
+                    QStringLiteral("0"), QStringLiteral("1000x700x24"), QStringLiteral("-noreset")});
     if (!display->waitForReadyRead(StartTimeoutMs)) {
         Error = QStringLiteral("Xvfb: ") + display->errorString();
         return false;
@@ -98,25 +125,20 @@ bool VirtualDesktop::startProgram(const QString &program, const QStringList &arg
 
 QStringList VirtualDesktop::windows(const QString &title)
 {
-    // Asked of the window manager: the icon in the tray is a window with the program's title too.
-    QByteArray list;
-    if (!Run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")}, &list))
-        return {};
-    QStringList windows = QString::fromLatin1(list).section(u'#', 1).split(u',', Qt::SkipEmptyParts);
-    for (QString &window : windows)
-        window = window.trimmed();
-    windows.removeIf([&title](const QString &window) {
-        return property(window, QStringLiteral("_NET_WM_NAME")).section(u'"', 1, -2) != title;
-    });
+    QStringList windows;
+    for (const qulonglong id : ManagedWindows()) {
+        const QString window = QString::number(id);
+        if (property(window, QStringLiteral("_NET_WM_NAME")).section(u'"', 1, -2) == title)
+            windows.append(window);
+    }
     return windows;
 }
 
 QString VirtualDesktop::property(const QString &window, const QString &name)
 {
-    QByteArray output;
-    Run(QStringLiteral("xprop"),
-        {QStringLiteral("-len"), QStringLiteral("4000000"), QStringLiteral("-id"), window, name}, &output);
-    return QString::fromUtf8(output);
+    return QString::fromUtf8(
+        Output(QStringLiteral("xprop"),
+               {QStringLiteral("-len"), QStringLiteral("4000000"), QStringLiteral("-id"), window, name}));
 }
 
 bool VirtualDesktop::press(const QString &window, const QStringList &keys)
@@ -125,10 +147,68 @@ bool VirtualDesktop::press(const QString &window, const QStringList &keys)
            XDoTool(QStringList{QStringLiteral("key"), QStringLiteral("--clearmodifiers")} + keys);
 }
 
-bool VirtualDesktop::click(const QString &window, int x, int y)
+bool VirtualDesktop::press(const QStringList &keys)
 {
-    return XDoTool({QStringLiteral("mousemove"), QStringLiteral("--sync"), QStringLiteral("--window"), window,
-                    QString::number(x), QString::number(y), QStringLiteral("click"), QStringLiteral("1")});
+    return XDoTool(QStringList{QStringLiteral("key"), QStringLiteral("--clearmodifiers")} + keys);
+}
+
+bool VirtualDesktop::type(const QString &text)
+{
+    return XDoTool({QStringLiteral("type"), QStringLiteral("--clearmodifiers"), QStringLiteral("--delay"),
+                    QStringLiteral("2"), text});
+}
+
+QRect VirtualDesktop::geometry(const QString &window)
+{
+    const QByteArray output = // lines as "X=10"
+        Output(QStringLiteral("xdotool"),
+               {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window});
+    const auto number = [lines = QString::fromLatin1(output).split(u'\n')](const QString &name) {
+        return lines.filter(QRegularExpression(u'^' + name + u'=')).value(0).section(u'=', 1).toInt();
+    };
+    return {number(QStringLiteral("X")), number(QStringLiteral("Y")), number(QStringLiteral("WIDTH")),
+            number(QStringLiteral("HEIGHT"))};
+}
+
+QRect VirtualDesktop::openMenu()
+{
+    // It has a type as all top-level windows, but the window manager does not know it. So is the icon in the
+    // tray, whose type tells about that.
+    const QByteArray output =
+        Output(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                           QStringLiteral("--name"), QString()});
+    const QList<qulonglong> managed = ManagedWindows();
+    const QStringList visible = QString::fromLatin1(output).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &window : visible) {
+        const QString type = property(window, QStringLiteral("_NET_WM_WINDOW_TYPE"));
+        if (!managed.contains(window.toULongLong()) &&
+            type.contains(QStringLiteral("_NET_WM_WINDOW_TYPE_NORMAL")) &&
+            !type.contains(QStringLiteral("OVERRIDE")))
+            return geometry(window);
+    }
+    return {};
+}
+
+bool VirtualDesktop::click(const QPoint &place, int button)
+{
+    return XDoTool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                    QStringLiteral("click"), QString::number(button)});
+}
+
+bool VirtualDesktop::startDragAndDrop(const QPoint &from, const QPoint &to)
+{
+    // A drag begins after some pixels, and the target answers while the mouse moves over it.
+    QStringList arguments = {QStringLiteral("mousemove"), QString::number(from.x()),
+                             QString::number(from.y()), QStringLiteral("mousedown"), QStringLiteral("1")};
+    constexpr int steps = 20;
+    for (int step = 1; step <= steps; ++step) {
+        const QPoint place = from + (to - from) * step / steps;
+        arguments += {QStringLiteral("sleep"), QStringLiteral("0.03"), QStringLiteral("mousemove"),
+                      QString::number(place.x()), QString::number(place.y())};
+    }
+    arguments +=
+        {QStringLiteral("sleep"), QStringLiteral("0.3"), QStringLiteral("mouseup"), QStringLiteral("1")};
+    return QProcess::startDetached(QStringLiteral("xdotool"), arguments);
 }
 
 bool VirtualDesktop::savePicture(const QString &file)

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "tests/TarnvikControl/MenuEntries.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+namespace tests {
+
+QAction *MenuEntry(const QMainWindow &window, const QString &text)
+{
+    const QList<QAction *> titles = window.menuBar()->actions();
+    for (const QAction *title : titles) {
+        const QList<QAction *> entries = title->menu()->actions();
+        for (QAction *entry : entries) {
+            if (entry->text() == text)
+                return entry;
+        }
+    }
+    return nullptr;
+}
+
+QString CheckedStyles(const QMainWindow &window)
+{
+    const QString texts[] = {
+        QStringLiteral("View in default style"),         QStringLiteral("View in light Fusion style"),
+        QStringLiteral("View in dark Fusion style"),     QStringLiteral("View in light Windows 11 style"),
+        QStringLiteral("View in dark Windows 11 style"),
+    };
+    QString checked;
+    for (int style = 0; style < 5; ++style) {
+        const QAction *const entry = MenuEntry(window, texts[style]);
+        if (entry && entry->isChecked())
+            checked += QString::number(style);
+    }
+    return checked;
+}
+
+QSettings StoredSettings()
+{
+    return QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl"));
+}
+
+} // namespace tests

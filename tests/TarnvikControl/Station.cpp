@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "tests/TarnvikControl/Station.h"
+
+#include "Common_Files/RecorderNames.h"
+#include "platform/QuitSignal.h"
+#include "tests/support/RecorderReport.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+
+#include <csignal>
+
+namespace tests {
+
+Station::Station(const QString &recorderName)
+{
+    QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
+    if (!recorderName.isEmpty())
+        QFile::copy(StandInProgram(), path(recorderName));
+}
+
+Station::~Station()
+{
+    if (Process.state() != QProcess::NotRunning) {
+        signal(SIGINT);
+        if (!Process.waitForFinished(10000))
+            Process.kill();
+        Process.waitForFinished();
+    }
+}
+
+bool Station::signal(int number)
+{
+    return kill(static_cast<pid_t>(Process.processId()), number) == 0;
+}
+
+QString Station::output()
+{
+    Output += Process.readAllStandardOutput();
+    return QString::fromUtf8(Output);
+}
+
+QString Station::errorOutput()
+{
+    ErrorOutput += Process.readAllStandardError();
+    return QString::fromUtf8(ErrorOutput);
+}
+
+bool Station::endedWith(int exitCode)
+{
+    return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
+           Process.exitCode() == exitCode;
+}
+
+bool PutTranslationsBeside(const Station &station)
+{
+    const QDir built(QStringLiteral(BUILT_LANGUAGES));
+    const QStringList files = built.entryList(QDir::Files);
+    bool copied = !files.isEmpty() && QDir().mkpath(station.path(QStringLiteral("languages")));
+    for (const QString &file : files)
+        copied =
+            QFile::copy(built.filePath(file), station.path(QStringLiteral("languages/") + file)) && copied;
+    return copied;
+}
+
+QProcessEnvironment SystemIn(const QString &locale, const QString &languages)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("LC_ALL"));
+    environment.insert(QStringLiteral("LANG"), locale);
+    environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
+    environment.insert(QStringLiteral("LANGUAGE"), languages);
+    return environment;
+}
+
+bool RecorderListens()
+{
+    return platform::QuitSignalHasListener(RecorderQuitKey);
+}
+
+QString OnlyWindow(const QString &title)
+{
+    const QStringList windows = VirtualDesktop::windows(title);
+    return windows.size() == 1 ? windows.first() : QString();
+}
+
+QString PanelText()
+{
+    const QString window = OnlyWindow(Title);
+    if (window.isEmpty())
+        return QString();
+    // A message that comes between the two keys takes the selection away, and nothing is copied.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+        if (!VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}))
+            return QString();
+        if (!changed.isEmpty() || changed.wait(1000))
+            return QGuiApplication::clipboard()->text();
+    }
+    return QString();
+}
+
+} // namespace tests

@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+// The whole program's alignment dialog with keyboard and mouse, from the menu to the written file; the tray;
+// and requests to end while a dialog is open.
+#include "Common_Files/TarnvikBasic.h"
+#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/TarnvikControl/Station.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/support/RecorderReport.h"
+
+#include <QDir>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QUrl>
+#include <QWidget>
+
+#include <algorithm>
+#include <csignal>
+#include <memory>
+
+using tests::Day;
+using tests::FileTable;
+using tests::OnlyWindow;
+using tests::QuitTitle;
+using tests::RecorderListens;
+using tests::Station;
+using tests::Title;
+using tests::VirtualDesktop;
+
+namespace {
+
+const QString ImportTitle = QStringLiteral("Choose alignment file for importing");
+const QString ExportTitle = QStringLiteral("Choose alignment file for exporting");
+const QString DriverFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
+const QString OtherDriverFile = QStringLiteral("TarnvikDriver_Airspy.ad");
+
+QString RecorderFile(const QString &name)
+{
+    return QTarnvikBasic::GetRecorderFile(name);
+}
+
+/// A file manager's window: what is dragged from it are files.
+class FileWindow : public QWidget
+{
+public:
+    explicit FileWindow(const QString &file) : File(file)
+    {
+        setWindowTitle(QStringLiteral("Files"));
+        setGeometry(20, 500, 120, 100);
+    }
+    /// True when the target has taken the files. Only an event loop lets it read their names.
+    [[nodiscard]] bool dropped() const { return Dropped && Drag.isNull(); }
+
+protected:
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        if (event->buttons() != Qt::LeftButton || Begun)
+            return;
+        Begun = true;
+        auto *const mimeData = new QMimeData; // the drag owns it
+        mimeData->setUrls({QUrl::fromLocalFile(File)});
+        Drag = new QDrag(this); // deletes itself when the target has finished
+        Drag->setMimeData(mimeData);
+        Dropped = Drag->exec(Qt::CopyAction) == Qt::CopyAction;
+    }
+
+private:
+    QString File;
+    QPointer<QDrag> Drag;
+    bool Begun = false;
+    bool Dropped = false;
+};
+
+/// The alignment dialog, which has the program's name as its title like the main window; empty when it is not
+/// open.
+QString DialogWindow()
+{
+    const QStringList windows = VirtualDesktop::windows(Title);
+    const auto isDialog = [](const QString &window) {
+        return VirtualDesktop::property(window, QStringLiteral("_NET_WM_WINDOW_TYPE"))
+            .contains(QStringLiteral("_DIALOG"));
+    };
+    const auto dialog = std::find_if(windows.begin(), windows.end(), isDialog);
+    return dialog != windows.end() ? *dialog : QString();
+}
+
+/// Keys for a window, which is awaited: one with this title, or the alignment dialog when it is empty.
+struct Step
+{
+    QString Window;
+    QStringList Keys;
+};
+
+QString WindowOf(const QString &title)
+{
+    return title.isEmpty() ? DialogWindow() : OnlyWindow(title);
+}
+
+QPoint TrayIcon()
+{
+    return VirtualDesktop::geometry(OnlyWindow(QStringLiteral("panel"))).center();
+}
+
+} // namespace
+
+class TarnvikControl_AlignmentTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup() { Report.reset(); }
+
+    void fromTheMenuToTheWrittenFile();
+    void theTrayHidesShowsAndQuits();
+    void aRequestToEndIsObeyedWhileADialogIsOpen_data();
+    void aRequestToEndIsObeyedWhileADialogIsOpen();
+
+private:
+    /// Writes a file for each of two drivers and remembers what is in them.
+    bool writeTwoDrivers();
+
+    QByteArray DriverBytes;
+    QByteArray OtherDriverBytes;
+    std::unique_ptr<tests::RecorderReport> Report;
+};
+
+void TarnvikControl_AlignmentTest::initTestCase()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
+    QCoreApplication::setApplicationName(Title);
+    QVERIFY(QDir().mkpath(RecorderFile(QString())));
+}
+
+void TarnvikControl_AlignmentTest::init()
+{
+    Report = std::make_unique<tests::RecorderReport>();
+    QSettings(QStringLiteral("Quillane"), Title).clear();
+}
+
+bool TarnvikControl_AlignmentTest::writeTwoDrivers()
+{
+    const QList<FileTable> tables = {{"0x1", Day("2024-01-01")}};
+    const bool written = tests::WriteAlignmentFile(RecorderFile(DriverFile), SdrType::RtlSdr, tables) &&
+                         tests::WriteAlignmentFile(RecorderFile(OtherDriverFile), SdrType::AirSpy, tables);
+    DriverBytes = tests::FileBytes(RecorderFile(DriverFile));
+    OtherDriverBytes = tests::FileBytes(RecorderFile(OtherDriverFile));
+    return written;
+}
+
+void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
+{
+    const QString target = RecorderFile(DriverFile);
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QVERIFY(QDir().mkpath(desktop)); // where the file dialog for importing starts
+    const QString first = desktop + QStringLiteral("/first.ad");
+    const QString second = desktop + QStringLiteral("/second.ad");
+    const QList<FileTable> present = {
+        {"0x1", Day("2024-01-01")}, {"0x2", Day("2024-01-02")}, {"0x3", Day("2024-01-03")}};
+    QVERIFY(tests::WriteAlignmentFile(target, SdrType::RtlSdr, present));
+    QVERIFY(tests::WriteAlignmentFile(first, SdrType::RtlSdr,
+                                      {{"0x1", Day("2024-06-01")}, {"0x4", Day("2024-06-04")}}));
+    QVERIFY(tests::WriteAlignmentFile(second, SdrType::RtlSdr, {{"0x2", Day("2024-06-02")}}));
+    const QMap<QByteArray, QByteArray> before = tests::TableBytes(target);
+    // 0x4 gets unchecked below. What was taken over stands at the end, in the order of the sources.
+    const QByteArray expected = tests::HeaderChunk(SdrType::RtlSdr, 3) + before["0x3"] +
+                                tests::TableBytes(first)["0x1"] + tests::TableBytes(second)["0x2"];
+
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    // The menu "Alignment", entry "Show...".
+    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("Alt_L"), QStringLiteral("Right"),
+                                                      QStringLiteral("Down"), QStringLiteral("Return")}));
+    QTRY_VERIFY(!DialogWindow().isEmpty());
+
+    // Tree, Reset, Clear, Import...
+    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("Tab"), QStringLiteral("Tab"),
+                                                   QStringLiteral("Tab"), QStringLiteral("space")}));
+    QTRY_VERIFY(!OnlyWindow(ImportTitle).isEmpty());
+    QVERIFY(VirtualDesktop::press(OnlyWindow(ImportTitle), {QStringLiteral("ctrl+a")}));
+    QVERIFY(VirtualDesktop::type(QStringLiteral("first.ad")));
+    QVERIFY(VirtualDesktop::press({QStringLiteral("Return")}));
+    QTRY_VERIFY(VirtualDesktop::windows(ImportTitle).isEmpty());
+
+    FileWindow files(second);
+    files.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&files));
+    QVERIFY(VirtualDesktop::startDragAndDrop(files.mapToGlobal(files.rect().center()),
+                                             VirtualDesktop::geometry(DialogWindow()).center()));
+    QTRY_VERIFY(files.dropped());
+    files.hide();
+
+    // Back to the tree: the driver's line comes first, 0x4 last. Enter presses "Save...".
+    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("shift+Tab"), QStringLiteral("shift+Tab"),
+                                                   QStringLiteral("shift+Tab"), QStringLiteral("End"),
+                                                   QStringLiteral("space"), QStringLiteral("Return")}));
+    QTRY_VERIFY(!OnlyWindow(ExportTitle).isEmpty());
+    QVERIFY(VirtualDesktop::press(OnlyWindow(ExportTitle), {QStringLiteral("Return")}));
+    QTRY_COMPARE(VirtualDesktop::windows(ExportTitle).size(), 2); // it asks whether to replace the file
+    QVERIFY(VirtualDesktop::press(VirtualDesktop::windows(ExportTitle).last(), {QStringLiteral("alt+y")}));
+    QTRY_VERIFY(VirtualDesktop::windows(ExportTitle).isEmpty());
+    QTRY_COMPARE(tests::FileBytes(target), expected);
+
+    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("Escape")}));
+    QTRY_VERIFY(DialogWindow().isEmpty());
+    QVERIFY(RecorderListens());
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
+{
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(QStringLiteral("panel"))).width() > 10); // with the icon
+    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
+    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QTRY_VERIFY(!OnlyWindow(Title).isEmpty());
+    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
+    QVERIFY(RecorderListens());
+
+    // "Quit" is the last entry of the icon's menu. The window is hidden.
+    QVERIFY(VirtualDesktop::click(TrayIcon(), 3));
+    QTRY_VERIFY(!VirtualDesktop::openMenu().isEmpty());
+    const QRect menu = VirtualDesktop::openMenu();
+    QVERIFY(VirtualDesktop::click({menu.center().x(), menu.bottom() - 10}));
+    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
+    QVERIFY(VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("alt+y")}));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen_data()
+{
+    QTest::addColumn<QList<Step>>("steps");
+    QTest::addColumn<QString>("title"); // of the window that is open then; empty: the alignment dialog
+    const Step show = {Title, {QStringLiteral("ctrl+s")}};
+    const Step pressSave = {{}, {QStringLiteral("Return")}};
+    const Step pressImport = {
+        {}, {QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("space")}};
+    const Step chooseDamagedFile = {ImportTitle,
+                                    {QStringLiteral("ctrl+a"), QStringLiteral("d"), QStringLiteral("period"),
+                                     QStringLiteral("a"), QStringLiteral("d"), QStringLiteral("Return")}};
+    const QString firstQuestion = QStringLiteral("Update AirSpy alignment.");
+    const QString secondQuestion = QStringLiteral("Update RTL-SDR alignment.");
+    QTest::newRow("the alignment dialog") << QList<Step>{show} << QString();
+    QTest::newRow("the dialog's file dialog") << QList<Step>{show, pressImport} << ImportTitle;
+    QTest::newRow("the warning about a damaged file")
+        << QList<Step>{show, pressImport, chooseDamagedFile} << QStringLiteral("Importing alignment data");
+    QTest::newRow("the question about saving without changes, for the first of two drivers")
+        << QList<Step>{show, pressSave} << firstQuestion;
+    QTest::newRow("the file dialog of saving, for the first of two drivers")
+        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+y")}}} << ExportTitle;
+    QTest::newRow("the question about the second driver")
+        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+n")}}} << secondQuestion;
+    QTest::newRow("the question about quitting")
+        << QList<Step>{{Title, {QStringLiteral("ctrl+q")}}} << QuitTitle;
+}
+
+void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
+{
+    QFETCH(QList<Step>, steps);
+    QFETCH(QString, title);
+    QVERIFY(writeTwoDrivers());
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QVERIFY(QDir().mkpath(desktop));
+    QVERIFY(tests::WriteFileBytes(desktop + QStringLiteral("/d.ad"), "rubbish"));
+    Station station;
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    for (const Step &step : std::as_const(steps)) {
+        QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
+        QVERIFY(VirtualDesktop::press(WindowOf(step.Window), step.Keys));
+    }
+    QTRY_VERIFY(!WindowOf(title).isEmpty());
+    QVERIFY(station.signal(SIGTERM));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+    QCOMPARE(station.errorOutput(), QString());
+    QCOMPARE(tests::FileBytes(RecorderFile(DriverFile)), DriverBytes);
+    QCOMPARE(tests::FileBytes(RecorderFile(OtherDriverFile)), OtherDriverBytes);
+}
+
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_AlignmentTest)
+#include "TarnvikControl_AlignmentTest.moc"

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// The whole program opens its user guide from the menu, in the language that it speaks.
+#include "tests/TarnvikControl/Station.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QUrl>
+
+using tests::OnlyWindow;
+using tests::Station;
+using tests::Title;
+using tests::VirtualDesktop;
+
+namespace {
+
+const QString GermanGuide = QStringLiteral("Tarnvik_DE.pdf");
+const QString EnglishGuide = QStringLiteral("Tarnvik_EN.pdf");
+
+bool WriteFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// Takes the place of the system's opener: the programs that find it in their PATH have what they open
+/// written down.
+class RecordingOpener
+{
+public:
+    [[nodiscard]] bool install(QProcessEnvironment &environment) const
+    {
+        const QString opener = Folder.filePath(QStringLiteral("xdg-open"));
+        // Complete at once, so that nobody reads half a list.
+        const QByteArray script = "#!/bin/sh\nprintf '%s\\n' \"$@\" >'" + QFile::encodeName(record()) +
+                                  ".new' && mv '" + QFile::encodeName(record()) + ".new' '" +
+                                  QFile::encodeName(record()) + "'\n";
+        environment.insert(QStringLiteral("PATH"),
+                           Folder.path() + u':' + environment.value(QStringLiteral("PATH")));
+        return WriteFile(opener, script) &&
+               QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    /// The arguments of the last call, one a line; empty before it.
+    [[nodiscard]] QString opened() const
+    {
+        QFile file(record());
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+private:
+    [[nodiscard]] QString record() const { return Folder.filePath(QStringLiteral("opened")); }
+
+    QTemporaryDir Folder{QStringLiteral("/tmp/tarnvik-opener-XXXXXX")};
+};
+
+} // namespace
+
+class TarnvikControl_GuideTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theMenuOpensTheGuideInTheProgramsLanguage_data();
+    void theMenuOpensTheGuideInTheProgramsLanguage();
+};
+
+void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QStringList>("guides"); // that lie beside the program
+    QTest::addColumn<QString>("expected");
+    const QStringList both = {GermanGuide, EnglishGuide};
+    QTest::newRow("the German program opens the German guide") << "de_DE.UTF-8" << both << GermanGuide;
+    QTest::newRow("the English program opens the English guide") << "en_GB.UTF-8" << both << EnglishGuide;
+    QTest::newRow("a program without a language opens the English guide") << "C" << both << EnglishGuide;
+    QTest::newRow("without a German guide the German program opens the English one")
+        << "de_DE.UTF-8" << QStringList{EnglishGuide} << EnglishGuide;
+}
+
+void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QStringList, guides);
+    QFETCH(QString, expected);
+    Station station;
+    QVERIFY(tests::PutTranslationsBeside(station));
+    for (const QString &guide : std::as_const(guides))
+        QVERIFY(WriteFile(station.path(guide), "%PDF-1.4\n%%EOF\n"));
+    const RecordingOpener opener;
+    QProcessEnvironment environment = tests::SystemIn(locale);
+    QVERIFY(opener.install(environment));
+    station.Process.setProcessEnvironment(environment);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+
+    // The sixth entry of the third menu: windows, close and start, languages, guide.
+    QStringList keys = {QStringLiteral("Alt_L"), QStringLiteral("Right"), QStringLiteral("Right")};
+    keys += QStringList(6, QStringLiteral("Down"));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{QStringLiteral("Return")}));
+    // The path is handed over as a URL without scheme.
+    const QUrl url(station.path(expected));
+    QTRY_COMPARE(opener.opened(), QString::fromLatin1(url.toEncoded()) + u'\n');
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_GuideTest)
+#include "TarnvikControl_GuideTest.moc"

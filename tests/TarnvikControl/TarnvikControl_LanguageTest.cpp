@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// The whole program with the built translations beside it, on systems in several languages.
+#include "tests/TarnvikControl/Station.h"
+#include "tests/support/RecorderReport.h"
+
+using tests::OnlyWindow;
+using tests::PanelText;
+using tests::PutTranslationsBeside;
+using tests::Station;
+using tests::SystemIn;
+using tests::VirtualDesktop;
+
+namespace {
+
+const QString GermanPanel = QStringLiteral(
+    "Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\nTarnvikRecord\n\n"
+    "Programmstatus      : Läuft\nLetzte Meldung      : ready\n");
+const QString EnglishPanel =
+    QStringLiteral("Program information\n\nStart               : With open GUI\n\nTarnvikRecord\n\n"
+                   "Program status      : Running\nLast message        : ready\n");
+
+} // namespace
+
+class TarnvikControl_LanguageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theProgramSpeaksTheSystemsLanguage_data();
+    void theProgramSpeaksTheSystemsLanguage();
+    void aSecondInstanceIsRefusedInTheSystemsLanguage();
+};
+
+void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("languages");
+    QTest::addColumn<QString>("panel");
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QString>("yes");
+    const QString german = QStringLiteral("Programm beenden");
+    const QString english = QStringLiteral("Close indication");
+    QTest::newRow("Germany") << "de_DE.UTF-8"
+                             << "" << GermanPanel << german << "alt+j";
+    QTest::newRow("Austria") << "de_AT.UTF-8"
+                             << "" << GermanPanel << german << "alt+j";
+    QTest::newRow("a language without a translation, German second")
+        << "fr_FR.UTF-8"
+        << "fr:de" << GermanPanel << german << "alt+j";
+    QTest::newRow("English first, German second") << "en_GB.UTF-8"
+                                                  << "en_GB:en:de" << EnglishPanel << english << "alt+y";
+    QTest::newRow("a language without a translation") << "fr_FR.UTF-8"
+                                                      << "" << EnglishPanel << english << "alt+y";
+    QTest::newRow("no language") << "C"
+                                 << "de" << EnglishPanel << english << "alt+y";
+}
+
+void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, languages);
+    QFETCH(QString, panel);
+    QFETCH(QString, question);
+    QFETCH(QString, yes);
+    tests::RecorderReport report;
+    report.setOption("MESSAGE", "ready");
+    Station station;
+    QVERIFY(PutTranslationsBeside(station));
+    station.Process.setProcessEnvironment(SystemIn(locale, languages));
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(PanelText(), panel, 15000);
+    QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {QStringLiteral("ctrl+q")}));
+    QTRY_VERIFY(!OnlyWindow(question).isEmpty());
+    QVERIFY(VirtualDesktop::press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
+{
+    const tests::RecorderReport report;
+    const QString refusal = QStringLiteral("Fehler...");
+    Station first;
+    first.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(tests::Title).isEmpty(), 15000);
+    Station second;
+    QVERIFY(PutTranslationsBeside(second));
+    second.Process.setProcessEnvironment(SystemIn(QStringLiteral("de_DE.UTF-8")));
+    second.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
+    QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {QStringLiteral("Return")}));
+    QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
+    QCOMPARE(second.output().section(u'\n', 1),
+             QStringLiteral("TarnvikControl: Fehler: Das Programm läuft bereits...\n"));
+    QVERIFY(second.errorOutput().endsWith(QStringLiteral(": TarnvikControl: Fehler -1!\n")));
+}
+
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_LanguageTest)
+
+#include "TarnvikControl_LanguageTest.moc"

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// A Qt program with an empty window: what the start-up of TarnvikControl is compared with.
+#include <QApplication>
+#include <QMainWindow>
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    QMainWindow window;
+    window.setWindowTitle(QStringLiteral("EmptyWindow"));
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,545 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>CAppTranslation</name>
+    <message>
+        <source>en</source>
+        <extracomment>The menu&apos;s entry for English.</extracomment>
+        <translation>English</translation>
+    </message>
+</context>
+<context>
+    <name>CMainWindow</name>
+    <message>
+        <source>Close indication</source>
+        <extracomment>Title of the question before the program ends.</extracomment>
+        <translation>Programm beenden</translation>
+    </message>
+    <message>
+        <source>Do you want also to stop the running record?</source>
+        <translation>Soll auch die laufende Aufzeichnung beendet werden?</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>No &apos;record path&apos; in configuration file found!</source>
+        <translation>Kein Aufzeichnungspfad in der Konfigurationsdatei gefunden!</translation>
+    </message>
+    <message>
+        <source>&apos;record path&apos; does not exists
+&lt;%1&gt;</source>
+        <translation>Der Aufzeichnungspfad existiert nicht
+&lt;%1&gt;</translation>
+    </message>
+    <message>
+        <source>Failed to create link on desktop!
+%1</source>
+        <translation>Die Verknüpfung auf dem Desktop konnte nicht erstellt werden!
+%1</translation>
+    </message>
+    <message>
+        <source>Drawer does not exists!
+%1</source>
+        <translation>Der Ordner existiert nicht!
+%1</translation>
+    </message>
+    <message>
+        <source>%1 V%2</source>
+        <translation>%1 V%2</translation>
+    </message>
+    <message>
+        <source> (technical preview </source>
+        <extracomment>The date of the build and &quot;)&quot; follow.</extracomment>
+        <translation> (technische Vorschau </translation>
+    </message>
+    <message>
+        <source>&lt;x64 version&gt;
+</source>
+        <translation>&lt;x64-Version&gt;
+</translation>
+    </message>
+    <message>
+        <source>
+(C) %1</source>
+        <translation>
+(C) %1</translation>
+    </message>
+    <message>
+        <source>Tarnvik</source>
+        <extracomment>The beginning of the user guide&apos;s file name.</extracomment>
+        <translation>Tarnvik</translation>
+    </message>
+    <message>
+        <source>File Error</source>
+        <translation>Dateifehler</translation>
+    </message>
+    <message>
+        <source>Can not open user guide!</source>
+        <translation>Das Benutzerhandbuch kann nicht geöffnet werden!</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Open record file folder</source>
+        <translation>Aufzeichnungsordner öffnen</translation>
+    </message>
+    <message>
+        <source>Open drawer with record files</source>
+        <translation>Ordner mit den Aufzeichnungsdateien öffnen</translation>
+    </message>
+    <message>
+        <source>Create record file folder link on Desktop</source>
+        <translation>Desktop-Verknüpfung zum Aufzeichnungsordner erstellen</translation>
+    </message>
+    <message>
+        <source>Create symblic link on desktop to record files drawer</source>
+        <translation>Auf dem Desktop eine Verknüpfung zum Ordner mit den Aufzeichnungsdateien erstellen</translation>
+    </message>
+    <message>
+        <source>Open settings folder...</source>
+        <translation>Einstellungsordner öffnen...</translation>
+    </message>
+    <message>
+        <source>Open drawer with settings</source>
+        <translation>Ordner mit den Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Alignment</source>
+        <translation>Abgleich</translation>
+    </message>
+    <message>
+        <source>Show...</source>
+        <translation>Anzeigen...</translation>
+    </message>
+    <message>
+        <source>Show alignement table for SDRs</source>
+        <translation>Abgleichtabellen der SDR-Empfänger anzeigen</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Save Windows</source>
+        <translation>Fensteranordnung speichern</translation>
+    </message>
+    <message>
+        <source>Save size and state of windows</source>
+        <translation>Größe und Zustand der Fenster speichern</translation>
+    </message>
+    <message>
+        <source>Restore Windows</source>
+        <translation>Fensteranordnung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Restore size and state of windows</source>
+        <translation>Größe und Zustand der Fenster wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Hide when close</source>
+        <extracomment>Checked: the close button hides the window in the tray.</extracomment>
+        <translation>Beim Schließen ausblenden</translation>
+    </message>
+    <message>
+        <source>Close button minimized into tray</source>
+        <translation>Die Schaltfläche zum Schließen minimiert in den Infobereich</translation>
+    </message>
+    <message>
+        <source>Start with hidden GUI</source>
+        <translation>Ausgeblendet starten</translation>
+    </message>
+    <message>
+        <source>Start minimized into tray</source>
+        <translation>Minimiert im Infobereich starten</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Open User Guide</source>
+        <translation>Benutzerhandbuch öffnen</translation>
+    </message>
+    <message>
+        <source>About Qt...</source>
+        <translation>Über Qt...</translation>
+    </message>
+    <message>
+        <source>About %1...</source>
+        <translation>Über %1...</translation>
+    </message>
+    <message>
+        <source>About...</source>
+        <translation>Über...</translation>
+    </message>
+    <message>
+        <source>View in default style</source>
+        <translation>Ansicht im Standardstil</translation>
+    </message>
+    <message>
+        <source>Default windows style for GUI</source>
+        <translation>Standardstil des Systems für die Oberfläche</translation>
+    </message>
+    <message>
+        <source>View in light Fusion style</source>
+        <translation>Ansicht im hellen Fusion-Stil</translation>
+    </message>
+    <message>
+        <source>Light Fusion style for GUI</source>
+        <translation>Heller Fusion-Stil für die Oberfläche</translation>
+    </message>
+    <message>
+        <source>View in dark Fusion style</source>
+        <translation>Ansicht im dunklen Fusion-Stil</translation>
+    </message>
+    <message>
+        <source>Dark Fusion style for GUI</source>
+        <translation>Dunkler Fusion-Stil für die Oberfläche</translation>
+    </message>
+    <message>
+        <source>View in light Windows 11 style</source>
+        <translation>Ansicht im hellen Windows-11-Stil</translation>
+    </message>
+    <message>
+        <source>Light Windows 11 style for GUI</source>
+        <translation>Heller Windows-11-Stil für die Oberfläche</translation>
+    </message>
+    <message>
+        <source>View in dark Windows 11 style</source>
+        <translation>Ansicht im dunklen Windows-11-Stil</translation>
+    </message>
+    <message>
+        <source>Dark Windows 11 style for GUI</source>
+        <translation>Dunkler Windows-11-Stil für die Oberfläche</translation>
+    </message>
+    <message>
+        <source>Program information</source>
+        <translation>Programminformationen</translation>
+    </message>
+    <message>
+        <source>Hide GUI into tray</source>
+        <translation>Ausgeblendet im Infobereich</translation>
+    </message>
+    <message>
+        <source>With open GUI</source>
+        <translation>Mit geöffnetem Fenster</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>               : %1
+</source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Start&quot; leaves.</extracomment>
+        <translation>               : %1
+</translation>
+    </message>
+    <message>
+        <source>TarnvikRecord</source>
+        <translation>TarnvikRecord</translation>
+    </message>
+    <message>
+        <source>Program status</source>
+        <translation>Programmstatus</translation>
+    </message>
+    <message>
+        <source>      : </source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Program status&quot; leaves.</extracomment>
+        <translation>      : </translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>Läuft</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>Gestoppt</translation>
+    </message>
+    <message>
+        <source>
+</source>
+        <translation>
+</translation>
+    </message>
+    <message>
+        <source>
+                      </source>
+        <extracomment>22 blanks: every line of a message starts under its first letter.</extracomment>
+        <translation>
+                      </translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Letzte Meldung</translation>
+    </message>
+    <message>
+        <source>        : %1
+</source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Last message&quot; leaves.</extracomment>
+        <translation>      : %1
+</translation>
+    </message>
+    <message>
+        <source>Mi&amp;nimize</source>
+        <translation>Mi&amp;nimieren</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximize</source>
+        <translation>Ma&amp;ximieren</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>QDlgAlignmentCfg</name>
+    <message>
+        <source>Ok</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Gain out of range</source>
+        <translation>Verstärkung außerhalb des gültigen Bereichs</translation>
+    </message>
+    <message>
+        <source>Frequency out of range</source>
+        <translation>Frequenz außerhalb des gültigen Bereichs</translation>
+    </message>
+    <message>
+        <source>Sample frequency out of range</source>
+        <translation>Abtastfrequenz außerhalb des gültigen Bereichs</translation>
+    </message>
+    <message>
+        <source>No align table for device</source>
+        <translation>Keine Abgleichtabelle für das Gerät</translation>
+    </message>
+    <message>
+        <source>No data-set for selected path</source>
+        <extracomment>A receive path of the device, not of a file.</extracomment>
+        <translation>Kein Datensatz für den gewählten Empfangspfad</translation>
+    </message>
+    <message>
+        <source>Array size to small</source>
+        <translation>Feldgröße zu klein</translation>
+    </message>
+    <message>
+        <source>Dataset-Pointer is Null</source>
+        <translation>Zeiger auf den Datensatz ist null</translation>
+    </message>
+    <message>
+        <source>DataEntry-Pointer is Null</source>
+        <translation>Zeiger auf den Dateneintrag ist null</translation>
+    </message>
+    <message>
+        <source>File Error</source>
+        <translation>Dateifehler</translation>
+    </message>
+    <message>
+        <source>Parametername Mismatch</source>
+        <translation>Parametername stimmt nicht überein</translation>
+    </message>
+    <message>
+        <source>Internal Error</source>
+        <translation>Interner Fehler</translation>
+    </message>
+    <message>
+        <source>Sdrtype Missmatched</source>
+        <translation>SDR-Typ stimmt nicht überein</translation>
+    </message>
+    <message>
+        <source>Version Missmatched</source>
+        <translation>Version stimmt nicht überein</translation>
+    </message>
+    <message>
+        <source>File CRC check failed</source>
+        <translation>CRC-Prüfung der Datei fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Dataset has no Power-Levels</source>
+        <translation>Datensatz enthält keine Leistungspegel</translation>
+    </message>
+    <message>
+        <source>Dataset has no Noise-Levels</source>
+        <translation>Datensatz enthält keine Rauschpegel</translation>
+    </message>
+    <message>
+        <source>AlignTable has the wrong DataType</source>
+        <translation>Abgleichtabelle hat den falschen Datentyp</translation>
+    </message>
+    <message>
+        <source>AlignTable has the wrong SdrType</source>
+        <translation>Abgleichtabelle hat den falschen SDR-Typ</translation>
+    </message>
+    <message>
+        <source>Dataset has the wrong DataType</source>
+        <translation>Datensatz hat den falschen Datentyp</translation>
+    </message>
+    <message>
+        <source>Dataset has the wrong SdrType</source>
+        <translation>Datensatz hat den falschen SDR-Typ</translation>
+    </message>
+    <message>
+        <source>Cant load CSV-File completly, the CSV-File is to big</source>
+        <translation>CSV-Datei kann nicht vollständig geladen werden, sie ist zu groß</translation>
+    </message>
+    <message>
+        <source>Aligntable-List is emptpy, nothing to save</source>
+        <translation>Liste der Abgleichtabellen ist leer, es gibt nichts zu speichern</translation>
+    </message>
+    <message>
+        <source>Error &lt;%1&gt;</source>
+        <translation>Fehler &lt;%1&gt;</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (New in data-base)</source>
+        <translation>Abgeglichen am: %1 (neu in der Datenbank)</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1</source>
+        <translation>Abgeglichen am: %1</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (Old data from %2 present)</source>
+        <extracomment>The second date is that of an imported, older version.</extracomment>
+        <translation>Abgeglichen am: %1 (ältere Daten vom %2 vorhanden)</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (Update from %2 present)</source>
+        <translation>Abgeglichen am: %1 (Aktualisierung vom %2 vorhanden)</translation>
+    </message>
+    <message>
+        <source>Out of memory</source>
+        <translation>Nicht genügend Arbeitsspeicher</translation>
+    </message>
+    <message>
+        <source>Alignment data for SDR:</source>
+        <translation>Abgleichdaten der SDR-Empfänger:</translation>
+    </message>
+    <message>
+        <source>SDR</source>
+        <translation>SDR</translation>
+    </message>
+    <message>
+        <source>Date of alignment</source>
+        <translation>Abgleichdatum</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <extracomment>Back to what the drivers&apos; files hold.</extracomment>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Loads default</source>
+        <translation>Lädt den Ausgangszustand</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Clear full list</source>
+        <translation>Leert die gesamte Liste</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>Importieren...</translation>
+    </message>
+    <message>
+        <source>Imports data</source>
+        <translation>Importiert Daten</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Speichern...</translation>
+    </message>
+    <message>
+        <source>Saves data</source>
+        <translation>Speichert Daten</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <extracomment>Closes the dialog, not the program.</extracomment>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Closes the dialog box</source>
+        <translation>Schließt das Dialogfenster</translation>
+    </message>
+    <message>
+        <source>Choose alignment file for importing</source>
+        <translation>Abgleichdatei importieren</translation>
+    </message>
+    <message>
+        <source>AlignFile (*.ad);;All (*.*)</source>
+        <translation>Abgleichdateien (*.ad);;Alle (*.*)</translation>
+    </message>
+    <message>
+        <source>Importing alignment data</source>
+        <translation>Abgleichdaten importieren</translation>
+    </message>
+    <message>
+        <source>Error while loding:
+%1</source>
+        <translation>Fehler beim Laden:
+%1</translation>
+    </message>
+    <message>
+        <source>Export alignment data</source>
+        <translation>Abgleichdaten exportieren</translation>
+    </message>
+    <message>
+        <source>Error while exporting:
+%1</source>
+        <translation>Fehler beim Exportieren:
+%1</translation>
+    </message>
+    <message>
+        <source>Update %1 alignment.</source>
+        <translation>%1-Abgleich aktualisieren.</translation>
+    </message>
+    <message>
+        <source>No changes for the %1 driver.
+Do you still want to save?</source>
+        <translation>Keine Änderungen für den Treiber %1.
+Trotzdem speichern?</translation>
+    </message>
+    <message>
+        <source>Choose alignment file for exporting</source>
+        <translation>Abgleichdatei exportieren</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Error an instance is already running...</source>
+        <translation>Fehler: Das Programm läuft bereits...</translation>
+    </message>
+    <message>
+        <source>Error...</source>
+        <translation>Fehler...</translation>
+    </message>
+    <message>
+        <source>Error %1</source>
+        <translation>Fehler %1</translation>
+    </message>
+</context>
+</TS>

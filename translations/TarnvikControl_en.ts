@@ -1,0 +1,545 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>CAppTranslation</name>
+    <message>
+        <source>en</source>
+        <extracomment>The menu&apos;s entry for English.</extracomment>
+        <translation>en</translation>
+    </message>
+</context>
+<context>
+    <name>CMainWindow</name>
+    <message>
+        <source>Close indication</source>
+        <extracomment>Title of the question before the program ends.</extracomment>
+        <translation>Close indication</translation>
+    </message>
+    <message>
+        <source>Do you want also to stop the running record?</source>
+        <translation>Do you want also to stop the running record?</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>No &apos;record path&apos; in configuration file found!</source>
+        <translation>No &apos;record path&apos; in configuration file found!</translation>
+    </message>
+    <message>
+        <source>&apos;record path&apos; does not exists
+&lt;%1&gt;</source>
+        <translation>&apos;record path&apos; does not exists
+&lt;%1&gt;</translation>
+    </message>
+    <message>
+        <source>Failed to create link on desktop!
+%1</source>
+        <translation>Failed to create link on desktop!
+%1</translation>
+    </message>
+    <message>
+        <source>Drawer does not exists!
+%1</source>
+        <translation>Drawer does not exists!
+%1</translation>
+    </message>
+    <message>
+        <source>%1 V%2</source>
+        <translation>%1 V%2</translation>
+    </message>
+    <message>
+        <source> (technical preview </source>
+        <extracomment>The date of the build and &quot;)&quot; follow.</extracomment>
+        <translation> (technical preview </translation>
+    </message>
+    <message>
+        <source>&lt;x64 version&gt;
+</source>
+        <translation>&lt;x64 version&gt;
+</translation>
+    </message>
+    <message>
+        <source>
+(C) %1</source>
+        <translation>
+(C) %1</translation>
+    </message>
+    <message>
+        <source>Tarnvik</source>
+        <extracomment>The beginning of the user guide&apos;s file name.</extracomment>
+        <translation>Tarnvik</translation>
+    </message>
+    <message>
+        <source>File Error</source>
+        <translation>File Error</translation>
+    </message>
+    <message>
+        <source>Can not open user guide!</source>
+        <translation>Can not open user guide!</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Open record file folder</source>
+        <translation>Open record file folder</translation>
+    </message>
+    <message>
+        <source>Open drawer with record files</source>
+        <translation>Open drawer with record files</translation>
+    </message>
+    <message>
+        <source>Create record file folder link on Desktop</source>
+        <translation>Create record file folder link on Desktop</translation>
+    </message>
+    <message>
+        <source>Create symblic link on desktop to record files drawer</source>
+        <translation>Create symblic link on desktop to record files drawer</translation>
+    </message>
+    <message>
+        <source>Open settings folder...</source>
+        <translation>Open settings folder...</translation>
+    </message>
+    <message>
+        <source>Open drawer with settings</source>
+        <translation>Open drawer with settings</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Hide</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>Alignment</source>
+        <translation>Alignment</translation>
+    </message>
+    <message>
+        <source>Show...</source>
+        <translation>Show...</translation>
+    </message>
+    <message>
+        <source>Show alignement table for SDRs</source>
+        <translation>Show alignement table for SDRs</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>View</translation>
+    </message>
+    <message>
+        <source>Save Windows</source>
+        <translation>Save Windows</translation>
+    </message>
+    <message>
+        <source>Save size and state of windows</source>
+        <translation>Save size and state of windows</translation>
+    </message>
+    <message>
+        <source>Restore Windows</source>
+        <translation>Restore Windows</translation>
+    </message>
+    <message>
+        <source>Restore size and state of windows</source>
+        <translation>Restore size and state of windows</translation>
+    </message>
+    <message>
+        <source>Hide when close</source>
+        <extracomment>Checked: the close button hides the window in the tray.</extracomment>
+        <translation>Hide when close</translation>
+    </message>
+    <message>
+        <source>Close button minimized into tray</source>
+        <translation>Close button minimized into tray</translation>
+    </message>
+    <message>
+        <source>Start with hidden GUI</source>
+        <translation>Start with hidden GUI</translation>
+    </message>
+    <message>
+        <source>Start minimized into tray</source>
+        <translation>Start minimized into tray</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Open User Guide</source>
+        <translation>Open User Guide</translation>
+    </message>
+    <message>
+        <source>About Qt...</source>
+        <translation>About Qt...</translation>
+    </message>
+    <message>
+        <source>About %1...</source>
+        <translation>About %1...</translation>
+    </message>
+    <message>
+        <source>About...</source>
+        <translation>About...</translation>
+    </message>
+    <message>
+        <source>View in default style</source>
+        <translation>View in default style</translation>
+    </message>
+    <message>
+        <source>Default windows style for GUI</source>
+        <translation>Default windows style for GUI</translation>
+    </message>
+    <message>
+        <source>View in light Fusion style</source>
+        <translation>View in light Fusion style</translation>
+    </message>
+    <message>
+        <source>Light Fusion style for GUI</source>
+        <translation>Light Fusion style for GUI</translation>
+    </message>
+    <message>
+        <source>View in dark Fusion style</source>
+        <translation>View in dark Fusion style</translation>
+    </message>
+    <message>
+        <source>Dark Fusion style for GUI</source>
+        <translation>Dark Fusion style for GUI</translation>
+    </message>
+    <message>
+        <source>View in light Windows 11 style</source>
+        <translation>View in light Windows 11 style</translation>
+    </message>
+    <message>
+        <source>Light Windows 11 style for GUI</source>
+        <translation>Light Windows 11 style for GUI</translation>
+    </message>
+    <message>
+        <source>View in dark Windows 11 style</source>
+        <translation>View in dark Windows 11 style</translation>
+    </message>
+    <message>
+        <source>Dark Windows 11 style for GUI</source>
+        <translation>Dark Windows 11 style for GUI</translation>
+    </message>
+    <message>
+        <source>Program information</source>
+        <translation>Program information</translation>
+    </message>
+    <message>
+        <source>Hide GUI into tray</source>
+        <translation>Hide GUI into tray</translation>
+    </message>
+    <message>
+        <source>With open GUI</source>
+        <translation>With open GUI</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>               : %1
+</source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Start&quot; leaves.</extracomment>
+        <translation>               : %1
+</translation>
+    </message>
+    <message>
+        <source>TarnvikRecord</source>
+        <translation>TarnvikRecord</translation>
+    </message>
+    <message>
+        <source>Program status</source>
+        <translation>Program status</translation>
+    </message>
+    <message>
+        <source>      : </source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Program status&quot; leaves.</extracomment>
+        <translation>      : </translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>Running</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>Stopped</translation>
+    </message>
+    <message>
+        <source>
+</source>
+        <translation>
+</translation>
+    </message>
+    <message>
+        <source>
+                      </source>
+        <extracomment>22 blanks: every line of a message starts under its first letter.</extracomment>
+        <translation>
+                      </translation>
+    </message>
+    <message>
+        <source>Last message</source>
+        <translation>Last message</translation>
+    </message>
+    <message>
+        <source>        : %1
+</source>
+        <extracomment>The colon stands in column 21: as many blanks as the label &quot;Last message&quot; leaves.</extracomment>
+        <translation>        : %1
+</translation>
+    </message>
+    <message>
+        <source>Mi&amp;nimize</source>
+        <translation>Mi&amp;nimize</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximize</source>
+        <translation>Ma&amp;ximize</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Restore</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quit</translation>
+    </message>
+</context>
+<context>
+    <name>QDlgAlignmentCfg</name>
+    <message>
+        <source>Ok</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>Gain out of range</source>
+        <translation>Gain out of range</translation>
+    </message>
+    <message>
+        <source>Frequency out of range</source>
+        <translation>Frequency out of range</translation>
+    </message>
+    <message>
+        <source>Sample frequency out of range</source>
+        <translation>Sample frequency out of range</translation>
+    </message>
+    <message>
+        <source>No align table for device</source>
+        <translation>No align table for device</translation>
+    </message>
+    <message>
+        <source>No data-set for selected path</source>
+        <extracomment>A receive path of the device, not of a file.</extracomment>
+        <translation>No data-set for selected path</translation>
+    </message>
+    <message>
+        <source>Array size to small</source>
+        <translation>Array size to small</translation>
+    </message>
+    <message>
+        <source>Dataset-Pointer is Null</source>
+        <translation>Dataset-Pointer is Null</translation>
+    </message>
+    <message>
+        <source>DataEntry-Pointer is Null</source>
+        <translation>DataEntry-Pointer is Null</translation>
+    </message>
+    <message>
+        <source>File Error</source>
+        <translation>File Error</translation>
+    </message>
+    <message>
+        <source>Parametername Mismatch</source>
+        <translation>Parametername Mismatch</translation>
+    </message>
+    <message>
+        <source>Internal Error</source>
+        <translation>Internal Error</translation>
+    </message>
+    <message>
+        <source>Sdrtype Missmatched</source>
+        <translation>Sdrtype Missmatched</translation>
+    </message>
+    <message>
+        <source>Version Missmatched</source>
+        <translation>Version Missmatched</translation>
+    </message>
+    <message>
+        <source>File CRC check failed</source>
+        <translation>File CRC check failed</translation>
+    </message>
+    <message>
+        <source>Dataset has no Power-Levels</source>
+        <translation>Dataset has no Power-Levels</translation>
+    </message>
+    <message>
+        <source>Dataset has no Noise-Levels</source>
+        <translation>Dataset has no Noise-Levels</translation>
+    </message>
+    <message>
+        <source>AlignTable has the wrong DataType</source>
+        <translation>AlignTable has the wrong DataType</translation>
+    </message>
+    <message>
+        <source>AlignTable has the wrong SdrType</source>
+        <translation>AlignTable has the wrong SdrType</translation>
+    </message>
+    <message>
+        <source>Dataset has the wrong DataType</source>
+        <translation>Dataset has the wrong DataType</translation>
+    </message>
+    <message>
+        <source>Dataset has the wrong SdrType</source>
+        <translation>Dataset has the wrong SdrType</translation>
+    </message>
+    <message>
+        <source>Cant load CSV-File completly, the CSV-File is to big</source>
+        <translation>Cant load CSV-File completly, the CSV-File is to big</translation>
+    </message>
+    <message>
+        <source>Aligntable-List is emptpy, nothing to save</source>
+        <translation>Aligntable-List is emptpy, nothing to save</translation>
+    </message>
+    <message>
+        <source>Error &lt;%1&gt;</source>
+        <translation>Error &lt;%1&gt;</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (New in data-base)</source>
+        <translation>Aligned at: %1 (New in data-base)</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1</source>
+        <translation>Aligned at: %1</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (Old data from %2 present)</source>
+        <extracomment>The second date is that of an imported, older version.</extracomment>
+        <translation>Aligned at: %1 (Old data from %2 present)</translation>
+    </message>
+    <message>
+        <source>Aligned at: %1 (Update from %2 present)</source>
+        <translation>Aligned at: %1 (Update from %2 present)</translation>
+    </message>
+    <message>
+        <source>Out of memory</source>
+        <translation>Out of memory</translation>
+    </message>
+    <message>
+        <source>Alignment data for SDR:</source>
+        <translation>Alignment data for SDR:</translation>
+    </message>
+    <message>
+        <source>SDR</source>
+        <translation>SDR</translation>
+    </message>
+    <message>
+        <source>Date of alignment</source>
+        <translation>Date of alignment</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <extracomment>Back to what the drivers&apos; files hold.</extracomment>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>Loads default</source>
+        <translation>Loads default</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Clear full list</source>
+        <translation>Clear full list</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>Import...</translation>
+    </message>
+    <message>
+        <source>Imports data</source>
+        <translation>Imports data</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Save...</translation>
+    </message>
+    <message>
+        <source>Saves data</source>
+        <translation>Saves data</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <extracomment>Closes the dialog, not the program.</extracomment>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>Closes the dialog box</source>
+        <translation>Closes the dialog box</translation>
+    </message>
+    <message>
+        <source>Choose alignment file for importing</source>
+        <translation>Choose alignment file for importing</translation>
+    </message>
+    <message>
+        <source>AlignFile (*.ad);;All (*.*)</source>
+        <translation>AlignFile (*.ad);;All (*.*)</translation>
+    </message>
+    <message>
+        <source>Importing alignment data</source>
+        <translation>Importing alignment data</translation>
+    </message>
+    <message>
+        <source>Error while loding:
+%1</source>
+        <translation>Error while loding:
+%1</translation>
+    </message>
+    <message>
+        <source>Export alignment data</source>
+        <translation>Export alignment data</translation>
+    </message>
+    <message>
+        <source>Error while exporting:
+%1</source>
+        <translation>Error while exporting:
+%1</translation>
+    </message>
+    <message>
+        <source>Update %1 alignment.</source>
+        <translation>Update %1 alignment.</translation>
+    </message>
+    <message>
+        <source>No changes for the %1 driver.
+Do you still want to save?</source>
+        <translation>No changes for the %1 driver.
+Do you still want to save?</translation>
+    </message>
+    <message>
+        <source>Choose alignment file for exporting</source>
+        <translation>Choose alignment file for exporting</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Error an instance is already running...</source>
+        <translation>Error an instance is already running...</translation>
+    </message>
+    <message>
+        <source>Error...</source>
+        <translation>Error...</translation>
+    </message>
+    <message>
+        <source>Error %1</source>
+        <translation>Error %1</translation>
+    </message>
+</context>
+</TS>
