@@ -122,8 +122,8 @@ void CMainWindow_MenusTest::initTestCase()
 void CMainWindow_MenusTest::init()
 {
     StoredSettings().clear();
-    QDir(QTarnvikBasic::GetRecorderFile(QString()))
-        .removeRecursively(); // on Windows other tests write there too
+    // On Windows other tests write there too.
+    QDir(QTarnvikBasic::GetRecorderFile(QString())).removeRecursively();
     GivenStyles = QStringList{QStringLiteral("Windows"), QStringLiteral("Fusion")};
     CMainWindow::StyleNames = [] { return GivenStyles; };
     QFile::remove(QDir::tempPath() + QStringLiteral("/TarnvikControl_de.qm"));
