@@ -15,6 +15,13 @@ struct ProcessResources
     /// Counts now.
     static ProcessResources Count();
 
+    /// True when there is more of anything than in `other`. Less is no leak: the system's own thread pools
+    /// shrink.
+    [[nodiscard]] bool exceeds(const ProcessResources &other) const
+    {
+        return Threads > other.Threads || Descriptors > other.Descriptors || Children > other.Children;
+    }
+
     bool operator==(const ProcessResources &) const = default;
 };
 
