@@ -66,7 +66,7 @@ void AddData(KnownTexts &texts)
              "0x[0-9A-F]+",                // hardware ids
              "\\d{4}-\\d\\d-\\d\\d",       // dates
              "[A-Za-z_]+\\.ad: .*",        // a file's name, then a message that is read by itself
-             "/.*|[A-Z]:/.*",              // paths
+             "/.*|[A-Z]:[/\\\\].*",        // paths
              "tarnvik tëst .*|Desktop|TarnvikRecord|tmp", // folders
              "TarnvikDriver_[A-Za-z]+\\.ad",              // files
              "\\d+\\.\\d+(\\.\\d+)?",                     // Qt's version
