@@ -6,9 +6,10 @@
 #   report     file in which the stand-in recorder reports (TARNVIK_STANDIN_REPORT)
 #   DISPLAY    a display with a window manager
 
-# wait_for SECONDS WHAT COMMAND...: until the command succeeds.
+# wait_for SECONDS WHAT COMMAND...: until the command succeeds. The seconds are those of a quiet machine; a loaded one
+# gets three times as long.
 wait_for() {
-    local end=$((SECONDS + $1)) what=$2
+    local end=$((SECONDS + 3 * $1)) what=$2
     shift 2
     until "$@" >/dev/null 2>&1; do
         if ((SECONDS >= end)); then
