@@ -3,19 +3,7 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
 #include <QStyleHints>
-
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-
-void SetColourScheme(ColourScheme scheme)
-{
-    const Qt::ColorScheme schemes[] = {Qt::ColorScheme::Unknown, Qt::ColorScheme::Light,
-                                       Qt::ColorScheme::Dark};
-    QGuiApplication::styleHints()->setColorScheme(schemes[static_cast<int>(scheme)]);
-}
-
-#else
 
 namespace {
 
@@ -62,21 +50,27 @@ QPalette MakePalette(const Colours &colours)
     return palette;
 }
 
+/// Asks the platform for the colour scheme; true when it has it then. Qt knows how from 6.8 on, and of the
+/// Linux desktops not all can.
+bool PlatformTakes(ColourScheme scheme)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    const Qt::ColorScheme schemes[] = {Qt::ColorScheme::Unknown, Qt::ColorScheme::Light,
+                                       Qt::ColorScheme::Dark};
+    const Qt::ColorScheme wanted = schemes[static_cast<int>(scheme)];
+    QGuiApplication::styleHints()->setColorScheme(wanted);
+    return scheme == ColourScheme::FollowSystem || QGuiApplication::styleHints()->colorScheme() == wanted;
+#else
+    return scheme == ColourScheme::FollowSystem;
+#endif
+}
+
 } // namespace
 
 void SetColourScheme(ColourScheme scheme)
 {
-    switch (scheme) {
-    case ColourScheme::FollowSystem:
-        QApplication::setPalette(QApplication::style()->standardPalette());
-        break;
-    case ColourScheme::Light:
-        QApplication::setPalette(MakePalette(LightColours));
-        break;
-    case ColourScheme::Dark:
-        QApplication::setPalette(MakePalette(DarkColours));
-        break;
-    }
+    if (PlatformTakes(scheme))
+        QApplication::setPalette(QPalette()); // with no colour of its own: the desktop's, else the style's
+    else
+        QApplication::setPalette(MakePalette(scheme == ColourScheme::Dark ? DarkColours : LightColours));
 }
-
-#endif

@@ -19,6 +19,10 @@ QString RecorderProgram(const QString &folder)
 
 void DetachFromThisProgram(QProcess &process)
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+    // From then on Qt sets this signal itself, after the modifier.
+    process.setUnixProcessParameters(QProcess::UnixProcessFlag::IgnoreSigPipe);
+#endif
     // Runs between fork and exec: only calls that are safe there.
     process.setChildProcessModifier([] {
         // A process group of its own: the terminal sends Ctrl-C to the whole group of this program.

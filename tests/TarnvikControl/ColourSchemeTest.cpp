@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QPalette>
 #include <QStyle>
+#include <QStyleHints>
 #include <QTest>
 #include <QTextEdit>
 
@@ -82,8 +83,10 @@ private slots:
     void textIsReadable();
     void theStyleStaysFusion_data();
     void theStyleStaysFusion();
-#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
-    // From Qt 6.8 on the colours are the platform's and the style's own.
+#ifdef Q_OS_WIN // there the colours are the platform's and the style's own
+    void thePlatformTakesTheScheme_data();
+    void thePlatformTakesTheScheme();
+#else
     void lightAndDarkHaveTheirColours_data();
     void lightAndDarkHaveTheirColours();
     void selectedTextLinksAndTooltipsAreReadable_data();
@@ -137,7 +140,26 @@ void ColourSchemeTest::theStyleStaysFusion()
     QCOMPARE(QApplication::style()->name().toLower(), QStringLiteral("fusion"));
 }
 
-#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+#ifdef Q_OS_WIN
+
+void ColourSchemeTest::thePlatformTakesTheScheme_data()
+{
+    QTest::addColumn<ColourScheme>("scheme");
+    QTest::addColumn<Qt::ColorScheme>("taken");
+    QTest::newRow("light") << ColourScheme::Light << Qt::ColorScheme::Light;
+    QTest::newRow("dark") << ColourScheme::Dark << Qt::ColorScheme::Dark;
+}
+
+void ColourSchemeTest::thePlatformTakesTheScheme()
+{
+    QFETCH(ColourScheme, scheme);
+    QFETCH(Qt::ColorScheme, taken);
+    SetColourScheme(scheme);
+    QCOMPARE(QGuiApplication::styleHints()->colorScheme(), taken);
+    QCOMPARE(QApplication::palette().resolveMask(), QPalette::ResolveMask(0)); // it needs no palette of ours
+}
+
+#else
 
 void ColourSchemeTest::lightAndDarkHaveTheirColours_data()
 {

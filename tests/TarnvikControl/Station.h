@@ -35,6 +35,7 @@ public:
     bool signal(int number);
     /// What the program printed so far.
     QString output();
+    /// Without Qt's remark on a locale that is not installed.
     QString errorOutput();
     /// Waits for the program's end; false when it crashes, takes too long or ends with another code.
     bool endedWith(int exitCode);

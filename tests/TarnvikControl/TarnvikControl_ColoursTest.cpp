@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// The whole program on desktops that have chosen their colours, high-contrast ones among them.
+#include "tests/TarnvikControl/Station.h"
+#include "tests/support/RecorderReport.h"
+
+#include <QColor>
+#include <QImage>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+using tests::OnlyWindow;
+using tests::Station;
+using tests::VirtualDesktop;
+
+namespace {
+
+/// The program's window as the desktop shows it; empty when there is none.
+QImage WindowPicture()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("desktop.png"));
+    const QRect window = VirtualDesktop::geometry(OnlyWindow(tests::Title));
+    return !window.isEmpty() && VirtualDesktop::savePicture(file) ? QImage(file).copy(window) : QImage();
+}
+
+/// True when one of the picture's points has exactly this colour.
+bool Contains(const QImage &picture, const QColor &colour)
+{
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == colour)
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class TarnvikControl_ColoursTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theDefaultStyleTakesTheDesktopsColours_data();
+    void theDefaultStyleTakesTheDesktopsColours();
+};
+
+void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours_data()
+{
+    QTest::addColumn<int>("style");          // the stored one
+    QTest::addColumn<QString>("background"); // the desktop's
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QColor>("shown");
+    QTest::addColumn<QColor>("running");
+    const QColor darkGreen(Qt::darkGreen);
+    const QColor green(Qt::green);
+    QTest::newRow("white on black") << 0 << "0,0,0"
+                                    << "255,255,255" << QColor(Qt::black) << green;
+    QTest::newRow("yellow on black") << 0 << "0,0,0"
+                                     << "255,255,0" << QColor(Qt::black) << green;
+    QTest::newRow("black on pale yellow") << 0 << "255,255,225"
+                                          << "0,0,0" << QColor(255, 255, 225) << darkGreen;
+    QTest::newRow("light Fusion on a black desktop") << 1 << "0,0,0"
+                                                     << "255,255,255" << QColor(Qt::white) << darkGreen;
+}
+
+void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
+{
+    QFETCH(int, style);
+    QFETCH(QString, background);
+    QFETCH(QString, text);
+    QFETCH(QColor, shown);
+    QFETCH(QColor, running);
+    const tests::RecorderReport report;
+    const QTemporaryDir desktop;
+    QSettings colours(desktop.filePath(QStringLiteral("kdeglobals")), QSettings::IniFormat);
+    for (const char *area : {"Window", "View", "Button"}) {
+        colours.setValue(QStringLiteral("Colors:%1/BackgroundNormal").arg(QLatin1String(area)),
+                         background.split(u','));
+        colours.setValue(QStringLiteral("Colors:%1/ForegroundNormal").arg(QLatin1String(area)),
+                         text.split(u','));
+    }
+    colours.sync();
+    QSettings(QStringLiteral("Quillane"), tests::Title).setValue(QStringLiteral("GuiStyle"), style);
+
+    Station station;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("KDE"));
+    environment.insert(QStringLiteral("KDE_SESSION_VERSION"), QStringLiteral("5"));
+    environment.insert(QStringLiteral("XDG_CONFIG_DIRS"), desktop.path());
+    station.Process.setProcessEnvironment(environment);
+    station.start();
+    QImage picture;
+    const auto runningShown = [&] {
+        picture = WindowPicture();
+        return Contains(picture, running);
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(runningShown(), 15000);
+    // Right of the text and below it the panel is empty.
+    QCOMPARE(picture.pixelColor(picture.width() - 30, picture.height() - 30), shown);
+    QVERIFY(station.signal(SIGTERM));
+    QVERIFY(station.endedWith(0));
+}
+
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_ColoursTest)
+
+#include "TarnvikControl_ColoursTest.moc"
