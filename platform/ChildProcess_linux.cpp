@@ -19,16 +19,16 @@ QString RecorderProgram(const QString &folder)
 
 void DetachFromThisProgram(QProcess &process)
 {
-#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
-    // From then on Qt sets this signal itself, after the modifier.
-    process.setUnixProcessParameters(QProcess::UnixProcessFlag::IgnoreSigPipe);
-#endif
     // Runs between fork and exec: only calls that are safe there.
     process.setChildProcessModifier([] {
         // A process group of its own: the terminal sends Ctrl-C to the whole group of this program.
         setpgid(0, 0);
-        // An ignored signal stays ignored in the new program.
-        std::signal(SIGPIPE, SIG_IGN);
+        // A blocked signal stays blocked in the new program. Ignoring it does not last: from Qt 6.6 on the
+        // handler is set back behind this function.
+        sigset_t brokenPipe;
+        sigemptyset(&brokenPipe);
+        sigaddset(&brokenPipe, SIGPIPE);
+        sigprocmask(SIG_BLOCK, &brokenPipe, nullptr);
     });
 }
 
