@@ -2,6 +2,7 @@
 #include "TarnvikControl/StartUp.h"
 
 #include "CommonQt/AppTranslation.h"
+#include "CommonQt/PathUrlOpener.h"
 #include "TarnvikControl/ArgumentStore.h"
 #include "TarnvikControl/CMainWindow.h"
 #include "TarnvikControl/LogHandler.h"
@@ -100,6 +101,7 @@ struct Handlers
 int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExists, const Handlers &handlers)
 {
     QApplication application(arguments.argc(), arguments.argv());
+    const PathUrlOpener pathUrlOpener; // the user guide is opened by its path
     SetIdentity();
     AppTranslation.Init(&application);
     qInfo().noquote() << QStringLiteral("%1 %2").arg(QCoreApplication::applicationName(),

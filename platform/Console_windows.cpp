@@ -9,6 +9,24 @@
 
 namespace platform {
 
+namespace {
+
+/// A click into a console begins a selection, and as long as there is one all who write to it wait: the
+/// window would stand still, and the recorder not be started again.
+void LeaveTheMouseAlone()
+{
+    const HANDLE input = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (input == INVALID_HANDLE_VALUE)
+        return;
+    DWORD mode = 0;
+    if (GetConsoleMode(input, &mode) != FALSE)
+        SetConsoleMode(input, (mode & ~static_cast<DWORD>(ENABLE_QUICK_EDIT_MODE)) | ENABLE_EXTENDED_FLAGS);
+    CloseHandle(input);
+}
+
+} // namespace
+
 bool OpenConsole()
 {
     if (AllocConsole() == FALSE)
@@ -18,6 +36,7 @@ bool OpenConsole()
     std::FILE *stream = nullptr;
     (void)freopen_s(&stream, "CONOUT$", "w", stdout);
     (void)freopen_s(&stream, "CONOUT$", "w", stderr);
+    LeaveTheMouseAlone();
     RestoreControlHandler();
     return true;
 }

@@ -15,8 +15,12 @@
 
 namespace tests {
 
-Station::Station(const QString &recorderName)
+Station::Station(const QString &recorderName, const QString &folderName) : Place(Folder.path())
 {
+    if (!folderName.isEmpty()) {
+        Place.mkdir(folderName);
+        Place.cd(folderName);
+    }
     QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
     if (!recorderName.isEmpty())
         QFile::copy(StandInProgram(), path(recorderName));

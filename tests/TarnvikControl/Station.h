@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QDir>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -24,12 +25,14 @@ inline const QString QuitTitle = QStringLiteral("Close indication");
 class Station
 {
 public:
-    /// The stand-in takes the recorder's name; with an empty one there is none.
-    explicit Station(const QString &recorderName = QStringLiteral("TarnvikRecord"));
+    /// The stand-in takes the recorder's name; with an empty one there is none. With a folder's name the
+    /// program and all that is beside it lie in a folder of that name.
+    explicit Station(const QString &recorderName = QStringLiteral("TarnvikRecord"),
+                     const QString &folderName = QString());
     ~Station();
     Q_DISABLE_COPY_MOVE(Station)
 
-    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
+    [[nodiscard]] QString path(const QString &name) const { return Place.filePath(name); }
     void start(const QStringList &arguments = QStringList()) { Process.start(path(Title), arguments); }
     /// Sends a signal to the program.
     bool signal(int number);
@@ -44,6 +47,7 @@ public:
 
 private:
     QTemporaryDir Folder;
+    QDir Place;
     QByteArray Output;
     QByteArray ErrorOutput;
 };

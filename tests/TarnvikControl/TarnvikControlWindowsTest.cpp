@@ -10,6 +10,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSaveFile>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -22,14 +24,21 @@ namespace {
 
 const QString Title = QStringLiteral("TarnvikControl");
 const QString QuitTitle = QStringLiteral("Close indication");
+const QLatin1String OpenerArgument("--open");
 const QString Key = QStringLiteral("HKEY_CURRENT_USER\\Software\\Quillane\\TarnvikControl");
 
 /// A folder with the program and a recorder, and the process of the program.
 class Station
 {
 public:
-    explicit Station(const tests::RecorderReport &report) : Report(report)
+    /// With a folder's name program and recorder lie in a folder of that name.
+    explicit Station(const tests::RecorderReport &report, const QString &folderName = QString())
+        : Report(report), Place(Folder.path())
     {
+        if (!folderName.isEmpty()) {
+            Place.mkdir(folderName);
+            Place.cd(folderName);
+        }
         QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(QStringLiteral("TarnvikControl.exe")));
         QFile::copy(tests::StandInProgram(), path(QStringLiteral("TarnvikRecord.exe")));
     }
@@ -45,7 +54,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Station)
 
-    [[nodiscard]] QString path(const QString &name) const { return Folder.filePath(name); }
+    [[nodiscard]] QString path(const QString &name) const { return Place.filePath(name); }
     void start(const QStringList &arguments = QStringList())
     {
         Process.start(path(QStringLiteral("TarnvikControl.exe")), arguments);
@@ -102,6 +111,7 @@ public:
 private:
     const tests::RecorderReport &Report;
     QTemporaryDir Folder;
+    QDir Place;
     QByteArray Output;
     QByteArray ErrorOutput;
 };
@@ -131,7 +141,9 @@ private slots:
     void theDebugConsoleIsOpened_data();
     void theDebugConsoleIsOpened();
     void theConsoleShowsTheLogInItsFormat();
+    void aClickIntoTheConsoleDoesNotStopTheProgram();
     void ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder();
+    void theGuideIsOpenedFromAFolderLikeProgramFiles();
 
 private:
     std::unique_ptr<tests::RecorderReport> Report;
@@ -388,8 +400,64 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
     QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
 }
 
+void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
+{
+    Station station(*Report);
+    station.start({QStringLiteral("--DEBUG")});
+    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(station.id()).isEmpty(), 15000);
+    const DWORD mode = tests::ConsoleInputMode(station.id());
+    QVERIFY(mode != 0);
+    QCOMPARE(mode & ENABLE_QUICK_EDIT_MODE, 0U); // the mode in which a click selects, and who writes waits
+}
+
+void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
+{
+    // This program takes the place of the one that opens such files, and writes down what it was given.
+    const QTemporaryDir folder;
+    const QString record = folder.filePath(QStringLiteral("opened"));
+    QSettings classes(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
+    const QString type = QStringLiteral("TarnvikControlWindowsTest");
+    classes.setValue(QStringLiteral(".pdf/."), type);
+    classes.setValue(type + QStringLiteral("/shell/open/command/."),
+                     u'"' + QDir::toNativeSeparators(QCoreApplication::applicationFilePath()) +
+                         QStringLiteral("\" ") + OpenerArgument + QStringLiteral(" \"") +
+                         QDir::toNativeSeparators(record) + QStringLiteral("\" \"%1\""));
+    classes.sync();
+    const auto remove = qScopeGuard([&] {
+        classes.remove(QStringLiteral(".pdf"));
+        classes.remove(type);
+    });
+    Station station(*Report, QStringLiteral("Program Files ä"));
+    const QString guide = station.path(QStringLiteral("Tarnvik_EN.pdf"));
+    QFile file(guide);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("%PDF-1.4\n%%EOF\n") > 0);
+    file.close();
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    // The fifth entry of the third menu; without translations there is no menu of languages.
+    for (const WORD key :
+         {VK_MENU, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})
+        QVERIFY(tests::Press(station.window(), 0, static_cast<WORD>(key)));
+    const auto opened = [&record] {
+        QFile written(record);
+        return written.open(QIODevice::ReadOnly) ? QString::fromUtf8(written.readAll()) : QString();
+    };
+    // A drive's letter may be a small one.
+    QTRY_COMPARE(QDir::fromNativeSeparators(opened()).toLower(), guide.toLower());
+    QVERIFY(station.quit());
+    QVERIFY(station.endedWith(0));
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 4 && QLatin1String(argv[1]) == OpenerArgument) {
+        const QCoreApplication application(argc, argv);
+        QSaveFile record(QCoreApplication::arguments().at(2));
+        return record.open(QIODevice::WriteOnly) &&
+                       record.write(QCoreApplication::arguments().at(3).toUtf8()) > 0 && record.commit()
+                   ? 0
+                   : 1;
+    }
     const tests::TestIsolation isolation(tests::TestIsolation::Settings::Users);
     const QCoreApplication application(argc, argv);
     TarnvikControlWindowsTest test;

@@ -53,6 +53,14 @@ private:
     QTemporaryDir Folder{QStringLiteral("/tmp/tarnvik-opener-XXXXXX")};
 };
 
+/// Chooses the menu's entry: the sixth of the third menu, behind windows, close and start, languages.
+bool ChooseTheGuide()
+{
+    QStringList keys = {QStringLiteral("Alt_L"), QStringLiteral("Right"), QStringLiteral("Right")};
+    keys += QStringList(6, QStringLiteral("Down"));
+    return VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{QStringLiteral("Return")});
+}
+
 } // namespace
 
 class TarnvikControl_GuideTest : public QObject
@@ -62,6 +70,8 @@ class TarnvikControl_GuideTest : public QObject
 private slots:
     void theMenuOpensTheGuideInTheProgramsLanguage_data();
     void theMenuOpensTheGuideInTheProgramsLanguage();
+    void theGuideIsOpenedFromAnyFolder_data();
+    void theGuideIsOpenedFromAnyFolder();
 };
 
 void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage_data()
@@ -93,14 +103,41 @@ void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
 
-    // The sixth entry of the third menu: windows, close and start, languages, guide.
-    QStringList keys = {QStringLiteral("Alt_L"), QStringLiteral("Right"), QStringLiteral("Right")};
-    keys += QStringList(6, QStringLiteral("Down"));
-    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{QStringLiteral("Return")}));
-    // The path is handed over as a URL without scheme.
-    const QUrl url(station.path(expected));
+    QVERIFY(ChooseTheGuide());
+    const QUrl url = QUrl::fromLocalFile(station.path(expected)); // the folder's path has a blank
     QTRY_COMPARE(opener.opened(), QString::fromLatin1(url.toEncoded()) + u'\n');
     QCOMPARE(station.errorOutput(), QString());
+}
+
+void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("blanks") << "Program Files";
+    QTest::newRow("umlauts") << "Übung";
+    QTest::newRow("another script") << "станция";
+    QTest::newRow("a percent sign") << "100%";
+    QTest::newRow("what begins a query") << "which?";
+    QTest::newRow("what begins a fragment") << "station #1";
+    QTest::newRow("both") << "a?b#c?d";
+    QTest::newRow("a colon") << "c:d";
+    QTest::newRow("brackets and quotation marks") << "[a] {b} \"c\" 'd' \\";
+}
+
+void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
+{
+    QFETCH(QString, folder);
+    Station station(QStringLiteral("TarnvikRecord"), folder);
+    QVERIFY(tests::PutTranslationsBeside(station)); // the menu is the same everywhere
+    const QString guide = station.path(EnglishGuide);
+    QVERIFY(WriteFile(guide, "%PDF-1.4\n%%EOF\n"));
+    const RecordingOpener opener;
+    QProcessEnvironment environment = tests::SystemIn(QStringLiteral("C"));
+    QVERIFY(opener.install(environment));
+    station.Process.setProcessEnvironment(environment);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+    QVERIFY(ChooseTheGuide());
+    QTRY_COMPARE(opener.opened(), QString::fromLatin1(QUrl::fromLocalFile(guide).toEncoded()) + u'\n');
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_GuideTest)

@@ -137,6 +137,19 @@ QString ConsoleText(DWORD processId)
     return text;
 }
 
+DWORD ConsoleInputMode(DWORD processId)
+{
+    const AttachedConsole console(processId);
+    if (!console.isAttached())
+        return 0;
+    const HANDLE input = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    DWORD mode = 0;
+    GetConsoleMode(input, &mode);
+    CloseHandle(input);
+    return mode;
+}
+
 bool SendCtrlC(DWORD processId)
 {
     const AttachedConsole console(processId);

@@ -23,6 +23,8 @@ void ClearClipboard();
 /// The text of all that a console shows, by the process that owns it; nothing when the process has no
 /// console.
 QString ConsoleText(DWORD processId);
+/// The console's input mode, ENABLE_QUICK_EDIT_MODE among others; 0 when the process has no console.
+DWORD ConsoleInputMode(DWORD processId);
 /// Sends Ctrl-C to the console of a process; false when it has none.
 bool SendCtrlC(DWORD processId);
 
