@@ -46,9 +46,8 @@ set_up_root() {
     flock "$lock"
     if [ ! -e "$WINDOWS_ROOT/.tarnvik/base" ]; then
         say "Debian 13 root in $WINDOWS_ROOT (some minutes, once; 3 GB)"
-        local mirror=${TARNVIK_MIRROR:-$(awk '/^URIs/{print $2; exit}' /etc/apt/sources.list.d/debian.sources \
-            2>/dev/null || true)}
-        [ -n "$mirror" ] || die "no Debian mirror in apt's sources; name one in TARNVIK_MIRROR"
+        local mirror
+        mirror=${TARNVIK_MIRROR:-$(debian_mirror)} || die "name a Debian mirror in TARNVIK_MIRROR"
         rm -rf --one-file-system "$WINDOWS_ROOT" "$WINDOWS_ROOT.new"
         debootstrap --variant=minbase --include=$BASE_PACKAGES trixie "$WINDOWS_ROOT.new" \
             "$mirror" >"$WINDOWS_ROOT.log" ||
@@ -60,9 +59,7 @@ set_up_root() {
     mount_root
     if [ "$(cat "$WINDOWS_ROOT/.tarnvik/packages" 2>/dev/null)" != "${ROOT_PACKAGES[*]}" ]; then
         say "packages of the Debian 13 root"
-        # How this machine reaches its mirror, proxies for example.
-        cp /etc/apt/apt.conf.d/* "$WINDOWS_ROOT/etc/apt/apt.conf.d/"
-        cp /etc/resolv.conf "$WINDOWS_ROOT/etc/"
+        share_network "$WINDOWS_ROOT"
         {
             in_root dpkg --configure -a
             in_root apt-get -q update
