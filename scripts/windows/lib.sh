@@ -120,7 +120,7 @@ in_root() {
 
 # on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
 on_desktop() {
-    [ -z "${WINEPREFIX:-}" ] || return 0
+    [ -z "${TARNVIK_DESKTOP:-}" ] || return 0 # WINEPREFIX would not tell: a developer may have one for their own Wine
     enter_own_mounts "$ROOT/$1" "${@:2}"
     set_up_root
     in_root scripts/windows/desktop "$@"
