@@ -67,6 +67,7 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "(C) Quillane GmbH"
 ; No "run the program now" at the end: it would run with the installer's rights and settings.
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_COMPONENTS
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveFolderPage
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -106,6 +107,8 @@ LangString Foreign ${LANG_GERMAN} "Im Ordner liegt eine Datei, die TarnvikContro
 ; The folder of the installed version, empty when there is none, and whether that is $INSTDIR (1 or 0).
 Var InstalledFolder
 Var InstalledHere
+; A file in the folder that would be replaced and is not the installed version's, empty when there is none.
+Var ForeignFile
 
 ; What is done with each packaged file or folder.
 ; RequireNotInUse: asks to end what uses the file; ends the installer when it stays in use.
@@ -113,10 +116,10 @@ Var InstalledHere
     StrCpy $R9 "${FILE}"
     Call ${UN}RequireFileFree
 !macroend
-; RequireOwn: ends the installer when there is such a file that no installer put there.
-!macro RequireOwn FILE
+; LookAtOwner: puts its path into $ForeignFile, if nothing is there yet, when no installer put the file into the folder.
+!macro LookAtOwner FILE
     StrCpy $R9 "${FILE}"
-    Call RequireFileOwn
+    Call LookAtOwner
 !macroend
 !macro NoteFile FILE
     WriteRegDWORD HKLM "${FILES_KEY}" "${FILE}" 1
@@ -233,8 +236,9 @@ FunctionEnd
 !insertmacro CommonFunctions "un."
 !undef UN
 
-Function RequireFileOwn
-    ${IfNot} ${FileExists} "$INSTDIR\$R9"
+Function LookAtOwner
+    ${If} $ForeignFile != ""
+    ${OrIfNot} ${FileExists} "$INSTDIR\$R9"
         Return
     ${EndIf}
     ${If} $InstalledHere = 1
@@ -244,15 +248,33 @@ Function RequireFileOwn
             Return
         ${EndIf}
     ${EndIf}
-    SetErrorLevel ${EXIT_FOREIGN_FILE}
-    MessageBox MB_OK|MB_ICONSTOP "$(Foreign)$\n$INSTDIR\$R9" /SD IDOK
-    Quit
+    StrCpy $ForeignFile "$INSTDIR\$R9"
+FunctionEnd
+
+; Sets $ForeignFile, and names it to the user.
+Function FindForeignFile
+    Call FindInstalled
+    StrCpy $ForeignFile ""
+    !insertmacro ForContents LookAtOwner PassOver
+    !insertmacro LookAtOwner Uninstall.exe
+    ${If} $ForeignFile != ""
+        MessageBox MB_OK|MB_ICONSTOP "$(Foreign)$\n$ForeignFile" /SD IDOK
+    ${EndIf}
+FunctionEnd
+
+Function LeaveFolderPage
+    Call FindForeignFile
+    ${If} $ForeignFile != ""
+        Abort ; the page stays
+    ${EndIf}
 FunctionEnd
 
 Section "-prepare"
-    Call FindInstalled
-    !insertmacro ForContents RequireOwn PassOver
-    !insertmacro RequireOwn Uninstall.exe
+    Call FindForeignFile
+    ${If} $ForeignFile != ""
+        SetErrorLevel ${EXIT_FOREIGN_FILE}
+        Quit
+    ${EndIf}
     Call RequireUnused
     ; An older version goes first, so that nothing of it stays behind. What of it is in use it finds by itself.
     ${If} $InstalledFolder != ""
