@@ -34,7 +34,8 @@ enter_own_mounts() {
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "the Debian root needs mounts and chroot: run this as root, or install sudo"
         as_root=(sudo --preserve-env=CI,TARNVIK_WINDOWS_ROOT,TARNVIK_WINDOWS_QT,TARNVIK_MIRROR)
-        hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} +" EXIT; "$@"' "$(id -u):$(id -g)")
+        hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} +" EXIT; "$@"'
+            "$(id -u):$(id -g)")
         cache=$WINDOWS_ROOT.ccache
     fi
     "${as_root[@]}" unshare --mount true 2>/dev/null ||
@@ -125,7 +126,8 @@ in_root() {
 
 # on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
 on_desktop() {
-    [ -z "${TARNVIK_DESKTOP:-}" ] || return 0 # WINEPREFIX would not tell: a developer may have one for their own Wine
+    # WINEPREFIX would not tell: a developer may have set it for their own Wine.
+    [ -z "${TARNVIK_DESKTOP:-}" ] || return 0
     enter_own_mounts "$ROOT/$1" "${@:2}"
     set_up_root
     in_root scripts/windows/desktop "$@"
