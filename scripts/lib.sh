@@ -37,6 +37,23 @@ install_packages() {
         "${missing[@]}" >/dev/null
 }
 
+# debian_mirror: prints the first Debian mirror that this machine's apt uses.
+debian_mirror() {
+    local from
+    from=$(awk '/^URIs:/ { print $2; exit }' /etc/apt/sources.list.d/debian.sources 2>/dev/null || true)
+    [ -n "$from" ] || from=$(grep -hom 1 '^deb .*' /etc/apt/sources.list 2>/dev/null | grep -o '[a-z+]*:/[^ ]*' || true)
+    [ -n "$from" ] || die "no Debian mirror in /etc/apt/sources.list.d/debian.sources or /etc/apt/sources.list"
+    echo "$from"
+}
+
+# share_network FOLDER: lets the Debian that is unpacked in the folder reach the network as this machine does (proxies,
+# names, certificates). Of apt's settings it takes no others: their programs may be missing there.
+share_network() {
+    apt-config dump Acquire >"$1/etc/apt/apt.conf.d/90network"
+    cp -L /etc/resolv.conf "$1/etc/resolv.conf"
+    [ ! -e /etc/ssl/certs/ca-certificates.crt ] || install -D -t "$1/etc/ssl/certs" /etc/ssl/certs/ca-certificates.crt
+}
+
 # build PRESET [cmake options]: configures and builds; warnings are errors where CI is set.
 build() {
     local preset=$1

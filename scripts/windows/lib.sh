@@ -8,6 +8,8 @@
 #   TARNVIK_WINDOWS_QT     an archive of Qt 6.8.2 for Windows (default ../shared/windows/qt-6.8.2-mingw64.tar.xz); when
 #                          it is missing, Qt is built from Debian's source package, which takes more than an hour
 #   TARNVIK_MIRROR         the Debian mirror (default: the first one that this machine's apt uses)
+#
+# The compiler cache is the caller's, or, when that is not root, one of the root's own, TARNVIK_WINDOWS_ROOT.ccache.
 
 source "$(dirname "${BASH_SOURCE[0]}")/../lib.sh"
 
@@ -23,18 +25,22 @@ ROOT_PACKAGES=(g++-mingw-w64-x86-64-posix ccache
     wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils imagemagick fonts-dejavu-core procps)
 
 # enter_own_mounts SCRIPT ARGUMENT...: goes on as root, in a mount namespace of its own. All mounts made from then on are
-# seen by nobody else and end with the script, however it ends; two checkouts can build at the same time.
+# seen by nobody else and end with the script, however it ends; two checkouts can build at the same time. A user who is
+# not root keeps their own compiler cache to themselves and owns in the end what was made in build/.
 enter_own_mounts() {
     [ -n "${TARNVIK_OWN_MOUNTS:-}" ] && return
-    local as_root=()
+    local as_root=() hand_over=() cache=${CCACHE_DIR:-$HOME/.cache/ccache}
+    mkdir -p build
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "the Debian root needs mounts and chroot: run this as root, or install sudo"
         as_root=(sudo --preserve-env=CI,TARNVIK_WINDOWS_ROOT,TARNVIK_WINDOWS_QT,TARNVIK_MIRROR)
+        hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} +" EXIT; "$@"'
+            "$(id -u):$(id -g)")
+        cache=$WINDOWS_ROOT.ccache
     fi
     "${as_root[@]}" unshare --mount true 2>/dev/null ||
         die "this system does not allow mounts of one's own (in a container: it needs the capability SYS_ADMIN)"
-    exec "${as_root[@]}" env TARNVIK_OWN_MOUNTS=1 TARNVIK_CCACHE="${CCACHE_DIR:-$HOME/.cache/ccache}" \
-        unshare --mount "$@"
+    exec "${as_root[@]}" env TARNVIK_OWN_MOUNTS=1 TARNVIK_CCACHE="$cache" unshare --mount "${hand_over[@]}" "$@"
 }
 
 # set_up_root: makes or completes the root. Every step is marked when it is complete; an interrupted one is done again.
@@ -46,9 +52,8 @@ set_up_root() {
     flock "$lock"
     if [ ! -e "$WINDOWS_ROOT/.tarnvik/base" ]; then
         say "Debian 13 root in $WINDOWS_ROOT (some minutes, once; 3 GB)"
-        local mirror=${TARNVIK_MIRROR:-$(awk '/^URIs/{print $2; exit}' /etc/apt/sources.list.d/debian.sources \
-            2>/dev/null || true)}
-        [ -n "$mirror" ] || die "no Debian mirror in apt's sources; name one in TARNVIK_MIRROR"
+        local mirror
+        mirror=${TARNVIK_MIRROR:-$(debian_mirror)} || die "name a Debian mirror in TARNVIK_MIRROR"
         rm -rf --one-file-system "$WINDOWS_ROOT" "$WINDOWS_ROOT.new"
         debootstrap --variant=minbase --include=$BASE_PACKAGES trixie "$WINDOWS_ROOT.new" \
             "$mirror" >"$WINDOWS_ROOT.log" ||
@@ -60,9 +65,7 @@ set_up_root() {
     mount_root
     if [ "$(cat "$WINDOWS_ROOT/.tarnvik/packages" 2>/dev/null)" != "${ROOT_PACKAGES[*]}" ]; then
         say "packages of the Debian 13 root"
-        # How this machine reaches its mirror, proxies for example.
-        cp /etc/apt/apt.conf.d/* "$WINDOWS_ROOT/etc/apt/apt.conf.d/"
-        cp /etc/resolv.conf "$WINDOWS_ROOT/etc/"
+        share_network "$WINDOWS_ROOT"
         {
             in_root dpkg --configure -a
             in_root apt-get -q update
@@ -113,7 +116,7 @@ mount_root() {
 
 # in_root COMMAND ARGUMENT...: runs it in the root, in the checkout.
 in_root() {
-    # The cache is shared with this machine's own builds: the root's smaller default would throw theirs out.
+    # The cache may be that of this machine's own builds: the root's smaller default would throw theirs out.
     local cache_size
     cache_size=$(ccache --get-config max_size 2>/dev/null || echo 5G)
     chroot "$WINDOWS_ROOT" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 ${CI:+CI="$CI"} \
@@ -123,7 +126,8 @@ in_root() {
 
 # on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
 on_desktop() {
-    [ -z "${WINEPREFIX:-}" ] || return 0
+    # WINEPREFIX would not tell: a developer may have set it for their own Wine.
+    [ -z "${TARNVIK_DESKTOP:-}" ] || return 0
     enter_own_mounts "$ROOT/$1" "${@:2}"
     set_up_root
     in_root scripts/windows/desktop "$@"
