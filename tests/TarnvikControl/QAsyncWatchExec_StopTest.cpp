@@ -239,8 +239,11 @@ void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
     const int rounds = windows ? 250 : 1000;
     tests::ProcessResources before;
     for (int round = 0; round < rounds; ++round) {
-        if (round == 1) // the first round makes what the libraries keep
+        if (round == 1) {
+            // The first round makes what the libraries keep. The system may list its process a little longer.
+            QTRY_COMPARE(tests::ProcessResources::Count().Children, 0);
             before = tests::ProcessResources::Count();
+        }
         QVERIFY(runner.Start());
         // Mostly stopped when it has printed, sometimes before it has started. Seldom as soon as it runs: on
         // Windows it does not notice the request to terminate that early, and the runner waits for 5 s.
@@ -257,7 +260,6 @@ void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
     const tests::ProcessResources after = tests::ProcessResources::Count();
     if (after.exceeds(before))
         QCOMPARE(after, before);
-    QCOMPARE(before.Children, 0);
 }
 
 TARNVIK_TEST_MAIN(QAsyncWatchExec_StopTest, QCoreApplication)
