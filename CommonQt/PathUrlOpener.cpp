@@ -20,8 +20,8 @@ QStringList PathSchemes()
 QString PathOf(const QUrl &url)
 {
     QString path = url.path(QUrl::FullyDecoded);
-    if (!url.authority().isEmpty()) // a share of another machine
-        path.prepend(QStringLiteral("//") + url.authority(QUrl::FullyDecoded));
+    if (!url.host().isEmpty()) // a share of another machine
+        path.prepend(QStringLiteral("//") + url.host(QUrl::FullyDecoded));
     if (!url.scheme().isEmpty())
         path.prepend(url.scheme() + u':');
     if (url.hasQuery())

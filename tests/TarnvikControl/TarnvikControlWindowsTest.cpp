@@ -435,7 +435,7 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
     // The fifth entry of the third menu; without translations there is no menu of languages.
-    for (const WORD key :
+    for (const int key :
          {VK_MENU, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})
         QVERIFY(tests::Press(station.window(), 0, static_cast<WORD>(key)));
     const auto opened = [&record] {
