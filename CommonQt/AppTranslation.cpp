@@ -13,6 +13,8 @@
 #include <new>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 CAppTranslation AppTranslation;
 
 namespace {
@@ -41,7 +43,7 @@ QStringList LanguageCodes(const QLocale &locale)
 /// try shorter names.
 bool LoadFile(QTranslator &translator, const QString &path)
 {
-    const QString none = QStringLiteral(""); // empty but not null, which stands for Qt's defaults
+    const QString none = u""_s; // empty but not null, which stands for Qt's defaults
     return translator.load(path, QString(), none, none);
 }
 
@@ -64,8 +66,8 @@ void CAppTranslation::Init(QCoreApplication *application)
         parents.append(QCoreApplication::applicationDirPath());
     parents.append(QDir::currentPath());
     for (const QString &parent : std::as_const(parents)) {
-        SearchFolders.append(QStringLiteral("%1/languages/").arg(parent));
-        SearchFolders.append(QStringLiteral("%1/").arg(parent));
+        SearchFolders.append(u"%1/languages/"_s.arg(parent));
+        SearchFolders.append(u"%1/"_s.arg(parent));
     }
     SearchFolders.removeDuplicates();
     LoadLanguage(QLocale());
@@ -80,8 +82,7 @@ void CAppTranslation::LoadLanguage(const QLocale &locale)
     Language = locale.language();
     if (Language == QLocale::C)
         return;
-    const QStringList baseNames =
-        QStringList{QStringLiteral("qt"), QCoreApplication::applicationName()} + ExtraBaseNames;
+    const QStringList baseNames = QStringList{u"qt"_s, QCoreApplication::applicationName()} + ExtraBaseNames;
     for (const QString &baseName : baseNames) {
         if (!InstallFirstMatch(baseName, codes))
             return;
@@ -92,9 +93,9 @@ void CAppTranslation::LoadLanguage(const QLocale &locale)
 bool CAppTranslation::InstallFirstMatch(const QString &baseName, const QStringList &codes)
 {
     for (const QString &code : codes) {
-        const QString fileName = QStringLiteral("%1_%2.qm").arg(baseName, code);
+        const QString fileName = u"%1_%2.qm"_s.arg(baseName, code);
         for (const QString &folder : std::as_const(SearchFolders)) {
-            const QString path = QStringLiteral("%1/%2").arg(folder, fileName);
+            const QString path = u"%1/%2"_s.arg(folder, fileName);
             if (!QFile::exists(path))
                 continue;
             std::unique_ptr<QTranslator> translator(new (std::nothrow) QTranslator);
@@ -125,7 +126,7 @@ QStringList CAppTranslation::AvailableCodes() const
     QStringList codes;
     if (!Application)
         return codes;
-    const QStringList filter(QStringLiteral("%1_*.qm").arg(QCoreApplication::applicationName()));
+    const QStringList filter(u"%1_*.qm"_s.arg(QCoreApplication::applicationName()));
     for (const QString &folder : SearchFolders) {
         const QStringList fileNames = QDir(folder).entryList(filter, QDir::Files);
         for (const QString &fileName : fileNames) {
@@ -165,7 +166,7 @@ void CAppTranslation::FillLanguageMenu(QMenu *menu)
         return code.startsWith(QLatin1String("EN"), Qt::CaseInsensitive);
     });
     if (!hasEnglish) {
-        const QString english = QStringLiteral("en");
+        const QString english = u"en"_s;
         //: The menu's entry for English.
         addEntry(tr("en"), english, Translators.empty() || Language == QLocale(english).language());
     }

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// No scheme, and the letters of Windows' drives.
@@ -21,7 +23,7 @@ QString PathOf(const QUrl &url)
 {
     QString path = url.path(QUrl::FullyDecoded);
     if (!url.host().isEmpty()) // a share of another machine
-        path.prepend(QStringLiteral("//") + url.host(QUrl::FullyDecoded));
+        path.prepend(u"//"_s + url.host(QUrl::FullyDecoded));
     if (!url.scheme().isEmpty())
         path.prepend(url.scheme() + u':');
     if (url.hasQuery())

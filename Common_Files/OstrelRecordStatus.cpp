@@ -12,6 +12,8 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lets the burst of changes that one rewrite of the file causes settle; milliseconds.
@@ -27,13 +29,13 @@ constexpr qint32 DefaultLastAction = 8;
 const StructMessageTag DefaultTag;
 
 const std::array<StructMessageTag, 7> MessageTags = {{
-    {QStringLiteral("<INFO>"), 0x69BCC0, 0, 50},
-    {QStringLiteral("<WARNING>"), 0xAEAF50, 0, 100},
-    {QStringLiteral("<ERROR>"), 0xBE8383, 0, 127},
-    {QStringLiteral("<GET>"), 0x000000, 0, 0},
-    {QStringLiteral("<SEND>"), 0x000000, 0, 0},
-    {QStringLiteral("<CONNECTING>"), 0x000000, 0, 0},
-    {QStringLiteral("<WORK>"), 0x76B859, 0, 0},
+    {u"<INFO>"_s, 0x69BCC0, 0, 50},
+    {u"<WARNING>"_s, 0xAEAF50, 0, 100},
+    {u"<ERROR>"_s, 0xBE8383, 0, 127},
+    {u"<GET>"_s, 0x000000, 0, 0},
+    {u"<SEND>"_s, 0x000000, 0, 0},
+    {u"<CONNECTING>"_s, 0x000000, 0, 0},
+    {u"<WORK>"_s, 0x76B859, 0, 0},
 }};
 
 /// The file's bytes at this moment; nothing when it cannot be read or is too large. Only regular files are
@@ -138,11 +140,11 @@ bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecord
     // can rewrite the file with the same size within one tick of the file system's clock, so QSettings never
     // sees the file itself but a copy under a fresh name. Without room for a copy a late status is better
     // than none.
-    QTemporaryFile copy(QDir::tempPath() + QStringLiteral("/rfrecordstatus-XXXXXX.ini"));
+    QTemporaryFile copy(QDir::tempPath() + u"/rfrecordstatus-XXXXXX.ini"_s);
     const QSettings settings(WriteCopy(copy, *content) ? copy.fileName() : path, QSettings::IniFormat);
     // QSettings parses, and notices errors, on the first access to a key.
     const QString sequenceNr =
-        settings.value(QStringLiteral("SequenceNr"), StructOstrelRecordStatus::InvalidSequenceNr).toString();
+        settings.value(u"SequenceNr"_s, StructOstrelRecordStatus::InvalidSequenceNr).toString();
     if (settings.status() != QSettings::NoError)
         return false;
 
@@ -150,9 +152,9 @@ bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecord
     snapshot.SequenceNr = sequenceNr.toUInt(&isNumber); // QVariant would cut a number above 32 bits silently
     if (!isNumber || snapshot.SequenceNr == StructOstrelRecordStatus::InvalidSequenceNr)
         return false;
-    snapshot.LastAction = settings.value(QStringLiteral("LastAction"), DefaultLastAction).toInt();
-    snapshot.LastActionResult = settings.value(QStringLiteral("LastActionResult"), 0).toInt();
-    snapshot.Message = settings.value(QStringLiteral("Message")).toString();
+    snapshot.LastAction = settings.value(u"LastAction"_s, DefaultLastAction).toInt();
+    snapshot.LastActionResult = settings.value(u"LastActionResult"_s, 0).toInt();
+    snapshot.Message = settings.value(u"Message"_s).toString();
     return !snapshot.Message.isEmpty() && settings.status() == QSettings::NoError;
 }
 

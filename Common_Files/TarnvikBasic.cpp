@@ -7,6 +7,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The first entry that matches the whole pattern regardless of case, or -1.
@@ -29,11 +31,10 @@ QString QTarnvikBasic::GetConfigLocation(const QStringList &locations, const QSt
 {
     // The patterns know "/" only, so they are held against the entries written with it. The result is the
     // entry as it stands.
-    const QStringList entries =
-        QStringList(locations).replaceInStrings(QStringLiteral("\\"), QStringLiteral("/"));
-    qsizetype chosen = IndexOfMatch(entries, QStringLiteral(R"(.*([\/])ProgramData([\/]).*)"));
+    const QStringList entries = QStringList(locations).replaceInStrings(u"\\"_s, u"/"_s);
+    qsizetype chosen = IndexOfMatch(entries, uR"(.*([\/])ProgramData([\/]).*)"_s);
     if (chosen < 0)
-        chosen = IndexOfMatch(entries, QStringLiteral(R"(.*([\/])\.config.*)"));
+        chosen = IndexOfMatch(entries, uR"(.*([\/])\.config.*)"_s);
 
     QString location = locations.value(chosen); // empty for -1
     AddOrgAndAppFolder(location, applicationName);
@@ -51,7 +52,7 @@ void QTarnvikBasic::AddOrgAndAppFolder(QString &path, const QString &application
     const bool hasApplication = path.contains(applicationName);
     if (path.contains(organization)) {
         if (!hasApplication)
-            path += QStringLiteral("/%1").arg(applicationName);
+            path += u"/%1"_s.arg(applicationName);
         return;
     }
     if (hasApplication) {
@@ -59,7 +60,7 @@ void QTarnvikBasic::AddOrgAndAppFolder(QString &path, const QString &application
         if (path.endsWith(u'/'))
             path.chop(1);
     }
-    path += QStringLiteral("/%1/%2").arg(organization, applicationName);
+    path += u"/%1/%2"_s.arg(organization, applicationName);
 }
 
 QString QTarnvikBasic::GetRecorderFile(const QString &fileName)
@@ -69,7 +70,7 @@ QString QTarnvikBasic::GetRecorderFile(const QString &fileName)
         return path;
     // Qt would find an empty name between all letters.
     if (const QString applicationName = QCoreApplication::applicationName(); !applicationName.isEmpty())
-        path.replace(applicationName, QStringLiteral("TarnvikRecord"));
+        path.replace(applicationName, u"TarnvikRecord"_s);
     if (!fileName.isEmpty())
         path += u'/' + fileName;
     return path;
@@ -77,7 +78,7 @@ QString QTarnvikBasic::GetRecorderFile(const QString &fileName)
 
 QString QTarnvikBasic::GetRecordPath()
 {
-    return GetRecordPath(GetRecorderFile(QStringLiteral("tarnviklocation.ini")));
+    return GetRecordPath(GetRecorderFile(u"tarnviklocation.ini"_s));
 }
 
 QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
@@ -85,8 +86,8 @@ QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
     if (locationFile.isEmpty() || !QFile::exists(locationFile))
         return {};
     QSettings settings(locationFile, QSettings::IniFormat);
-    settings.beginGroup(QStringLiteral("Record"));
-    QString recordPath = settings.value(QStringLiteral("RecordPath"), QString()).toString();
+    settings.beginGroup(u"Record"_s);
+    QString recordPath = settings.value(u"RecordPath"_s, QString()).toString();
     settings.endGroup();
     return recordPath;
 }

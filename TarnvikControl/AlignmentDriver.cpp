@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <cstddef>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Not translated: the way back from the name counts its letters.
-const QString UnknownDriver = QStringLiteral("Driver");
+const QString UnknownDriver = u"Driver"_s;
 
 bool IsListed(int sdrType)
 {
@@ -21,7 +23,7 @@ bool IsListed(int sdrType)
 QString AlignmentDriverName(int sdrType)
 {
     return IsListed(sdrType) ? QString::fromLatin1(AlignDriverNames.at(static_cast<std::size_t>(sdrType)))
-                             : QStringLiteral("%1 %2").arg(UnknownDriver).arg(sdrType);
+                             : u"%1 %2"_s.arg(UnknownDriver).arg(sdrType);
 }
 
 int AlignmentDriverType(const QString &driverName)
@@ -42,5 +44,5 @@ QString AlignmentDriverFileName(int sdrType)
 
 QString AlignmentDriverFiles()
 {
-    return QStringLiteral("TarnvikDriver_*.ad");
+    return u"TarnvikDriver_*.ad"_s;
 }

@@ -7,6 +7,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString Translated(const char *text)
@@ -73,6 +75,5 @@ QString AlignmentDateText(std::uint64_t secondsSinceEpoch)
     QDateTime date;
     if (secondsSinceEpoch <= mostSeconds)
         date = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSinceEpoch), QTimeZone::utc());
-    return date.isValid() ? date.toString(QStringLiteral("yyyy-MM-dd"))
-                          : QStringLiteral("%1 s").arg(secondsSinceEpoch);
+    return date.isValid() ? date.toString(u"yyyy-MM-dd"_s) : u"%1 s"_s.arg(secondsSinceEpoch);
 }

@@ -14,6 +14,8 @@
 #include <new>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString HardwareIdOf(const AlignTable &table)
@@ -80,8 +82,7 @@ QString AlignmentRowList::ReadFiles(const QStringList &paths)
         if (error.isEmpty())
             continue;
         errors +=
-            QStringLiteral("%1%2: %3")
-                .arg(errors.isEmpty() ? QString() : QStringLiteral("\n"), QFileInfo(path).fileName(), error);
+            u"%1%2: %3"_s.arg(errors.isEmpty() ? QString() : u"\n"_s, QFileInfo(path).fileName(), error);
     }
     return errors;
 }

@@ -19,6 +19,8 @@
 #include <QStyleFactory>
 #include <QTextEdit>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The size of a window that was never saved: the panel with a message of usual length.
@@ -32,7 +34,7 @@ QStringList (*CMainWindow::StyleNames)() = QStyleFactory::keys;
 CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags),
       Settings(std::make_unique<QSettings>(SettingsOrganisation, SettingsApplication())),
-      LocationFile(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini"))),
+      LocationFile(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s)),
       Runner(std::make_unique<QAsyncWatchExec>()),
       StatusWatcher(std::make_unique<QOstrelRecordStatus>()),
       MessageTag(QOstrelRecordStatus::DefaultMessageTag())

@@ -23,6 +23,8 @@
 #include <memory>
 #include <new>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Below this a version has the major number 0.
@@ -63,9 +65,8 @@ void CMainWindow::CreateRecordFolderLink()
         return;
     // A relative path would be taken from the desktop; one that ends in a separator has no last component.
     const QString target = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    const QString link = QStringLiteral("%1/%2.lnk")
-                             .arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
-                                  QFileInfo(target).fileName());
+    const QString link = u"%1/%2.lnk"_s.arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                            QFileInfo(target).fileName());
     // Windows would write over a link that is there. A shell link counts as existing only while its target
     // does.
     const QFileInfo present(link);
@@ -144,8 +145,8 @@ void CMainWindow::ShowAbout()
     QString text = tr("%1 V%2").arg(name, QCoreApplication::applicationVersion());
     if (PackedVersion < FirstReleasedVersion)
         //: The date of the build and ")" follow.
-        text += tr(" (technical preview ") + QStringLiteral(__DATE__) + QStringLiteral(")");
-    text += QStringLiteral("\n");
+        text += tr(" (technical preview ") + QStringLiteral(__DATE__) + u")"_s;
+    text += u"\n"_s;
     text += tr("<x64 version>\n");
     text += tr("\n(C) %1").arg(QCoreApplication::organizationName());
     QMessageBox::about(this, name, text);
@@ -158,23 +159,23 @@ void CMainWindow::Raw_Menu_View_AboutPrg()
 
 void CMainWindow::OpenUserGuide()
 {
-    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/");
+    const QString folder = QCoreApplication::applicationDirPath() + u"/"_s;
     //: The beginning of the user guide's file name.
     const QString product = tr("Tarnvik");
     const int current = AppTranslation.CurrentLanguage();
-    QString language = QStringLiteral("EN_");
+    QString language = u"EN_"_s;
     if (current >= 0)
         language = QLocale(static_cast<QLocale::Language>(current)).name();
     language = language.section(u'_', 0, -2).toUpper(); // empty without "_"
-    const QString shared = QStringLiteral("C:/Program Files/");
+    const QString shared = u"C:/Program Files/"_s;
     const QStringList candidates = {
-        QStringLiteral("%1%2_%3.pdf").arg(folder, product, language),
-        QStringLiteral("%1%2.pdf").arg(folder, product),
-        QStringLiteral("%1%2/%2_%3.pdf").arg(shared, product, language),
-        QStringLiteral("%1%2/%2.pdf").arg(shared, product),
-        QStringLiteral("%1%2_EN.pdf").arg(folder, product),
-        QStringLiteral("%1%2Tarnvik_EN.pdf").arg(folder, product),
-        QStringLiteral("%1%2/%2_%3.pdf").arg(shared, product, QStringLiteral("DE")),
+        u"%1%2_%3.pdf"_s.arg(folder, product, language),
+        u"%1%2.pdf"_s.arg(folder, product),
+        u"%1%2/%2_%3.pdf"_s.arg(shared, product, language),
+        u"%1%2/%2.pdf"_s.arg(shared, product),
+        u"%1%2_EN.pdf"_s.arg(folder, product),
+        u"%1%2Tarnvik_EN.pdf"_s.arg(folder, product),
+        u"%1%2/%2_%3.pdf"_s.arg(shared, product, u"DE"_s),
     };
     for (const QString &candidate : candidates) {
         if (QFile::exists(candidate)) {

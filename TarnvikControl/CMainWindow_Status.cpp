@@ -9,6 +9,8 @@
 #include <QFontInfo>
 #include <QTextEdit>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Writes the panel piece by piece. Normal text is collected and written when the format is about to change.
@@ -60,9 +62,9 @@ private:
 void CMainWindow::BuildStatusView()
 {
     auto *const view = new QTextEdit;
-    QFont font(QStringLiteral("Consolas"));
+    QFont font(u"Consolas"_s);
     if (!QFontInfo(font).exactMatch())
-        font = QFont(QStringLiteral("monospace"));
+        font = QFont(u"monospace"_s);
     font.setFixedPitch(true);
     font.setStyleHint(QFont::Monospace);
     BasePointSize = font.pointSizeF();
@@ -92,14 +94,14 @@ void CMainWindow::RefreshStatusView()
     {
         PanelWriter panel(*StatusView, TextColour);
         panel.heading(tr("Program information"));
-        panel.normal(QStringLiteral("\n\n"));
+        panel.normal(u"\n\n"_s);
         const QString mode = IsStartHidden ? tr("Hide GUI into tray") : tr("With open GUI");
         panel.label(tr("Start"));
         //: The colon stands in column 21: as many blanks as the label "Start" leaves.
         panel.normal(tr("               : %1\n").arg(mode));
-        panel.normal(QStringLiteral("\n"));
+        panel.normal(u"\n"_s);
         panel.heading(tr("TarnvikRecord"));
-        panel.normal(QStringLiteral("\n\n"));
+        panel.normal(u"\n\n"_s);
         panel.label(tr("Program status"));
         //: The colon stands in column 21: as many blanks as the label "Program status" leaves.
         panel.normal(tr("      : "));
@@ -108,7 +110,7 @@ void CMainWindow::RefreshStatusView()
         if (!LastMessage.isEmpty()) {
             QString message = LastMessage;
             //: 22 blanks: every line of a message starts under its first letter.
-            message.replace(QStringLiteral("\n"), tr("\n                      "));
+            message.replace(u"\n"_s, tr("\n                      "));
             panel.label(tr("Last message"));
             //: The colon stands in column 21: as many blanks as the label "Last message" leaves.
             panel.normal(tr("        : %1\n").arg(message));

@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 void ConsoleMessageHandler(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message)
 {
     // A line that nobody takes is lost; there is nobody to tell.
@@ -14,7 +16,7 @@ void ConsoleMessageHandler(QtMsgType type, const QMessageLogContext & /*context*
         (void)std::fflush(stdout);
         return;
     }
-    const QByteArray time = QDateTime::currentDateTime().toString(QStringLiteral("hh:mm:ss")).toLocal8Bit();
+    const QByteArray time = QDateTime::currentDateTime().toString(u"hh:mm:ss"_s).toLocal8Bit();
     (void)std::fprintf(stderr, "TarnvikControl %s: %s\n", time.constData(), text.constData());
     (void)std::fflush(stderr);
 }

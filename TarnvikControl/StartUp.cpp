@@ -23,6 +23,8 @@
 #include <cstdio>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int RefusedExitCode = -1;
@@ -40,15 +42,15 @@ void ReadVersion()
 
 void SetIdentity()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     QCoreApplication::setApplicationVersion(VersionText(static_cast<std::uint32_t>(PackedVersion)));
 }
 
 void RefuseSecondInstance()
 {
     const QString message = QCoreApplication::translate("main", "Error an instance is already running...");
-    qInfo().noquote() << QStringLiteral("%1: %2").arg(QCoreApplication::applicationName(), message);
+    qInfo().noquote() << u"%1: %2"_s.arg(QCoreApplication::applicationName(), message);
     QMessageBox box(QMessageBox::Critical, QCoreApplication::translate("main", "Error..."), message,
                     QMessageBox::Ok);
     box.exec();
@@ -104,8 +106,8 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
     const PathUrlOpener pathUrlOpener; // the user guide is opened by its path
     SetIdentity();
     AppTranslation.Init(&application);
-    qInfo().noquote() << QStringLiteral("%1 %2").arg(QCoreApplication::applicationName(),
-                                                     QCoreApplication::applicationVersion());
+    qInfo().noquote() << u"%1 %2"_s.arg(QCoreApplication::applicationName(),
+                                        QCoreApplication::applicationVersion());
     const QIcon icon = platform::LoadWindowIcon();
     if (!icon.isNull())
         QApplication::setWindowIcon(icon);
@@ -124,7 +126,7 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
     }
     if (exitCode != 0) {
         const QString error = QCoreApplication::translate("main", "Error %1").arg(exitCode);
-        qCritical().noquote() << QStringLiteral("%1: %2!").arg(QCoreApplication::applicationName(), error);
+        qCritical().noquote() << u"%1: %2!"_s.arg(QCoreApplication::applicationName(), error);
     }
     if (consoleOpened)
         platform::CloseConsole();

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 std::uint64_t PackedVersion = 0;
 
 std::uint32_t PackVersion(const std::optional<platform::ProductVersion> &version)
@@ -21,10 +23,10 @@ QString VersionText(std::uint32_t packedVersion)
     const std::uint32_t minor = packedVersion >> 16 & 0xFFU;
     const std::uint32_t build = packedVersion >> 8 & 0xFFU;
     const std::uint32_t revision = packedVersion & 0xFFU;
-    QString text = QStringLiteral("%1.%2").arg(major == 0 ? 0 : major + 2000).arg(minor);
+    QString text = u"%1.%2"_s.arg(major == 0 ? 0 : major + 2000).arg(minor);
     if (build != 0 || revision != 0)
-        text += QStringLiteral(".%1").arg(build);
+        text += u".%1"_s.arg(build);
     if (revision != 0)
-        text += QStringLiteral(".%1").arg(revision);
+        text += u".%1"_s.arg(revision);
     return text;
 }

@@ -24,6 +24,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -48,8 +50,8 @@ class Subject
 public:
     /// Arguments of the benchmark: receiver type, number of tables, layout of their data sets.
     explicit Subject(const benchmark::State &state)
-        : Path(Folder.filePath(QStringLiteral("bench.ad"))),
-          PlainPath(std::filesystem::path(Folder.filePath(QStringLiteral("plain")).toStdU16String()))
+        : Path(Folder.filePath(u"bench.ad"_s)),
+          PlainPath(std::filesystem::path(Folder.filePath(u"plain"_s).toStdU16String()))
     {
         // A full wide table of LimeUsb takes 5 MB, an empty one 52 KB.
         if (StatusMegabytes("/proc/meminfo", "MemAvailable:") < 8000 && state.range(0) == limeUsb &&

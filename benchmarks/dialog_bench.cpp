@@ -21,6 +21,8 @@
 #include <cstdio>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Runs = 10;
@@ -61,7 +63,7 @@ bool MeasureOnce(Times &times)
     QElapsedTimer timer;
     timer.start();
     QDlgAlignmentCfg dialog;
-    if (!dialog.LoadFolder(QString(), QStringLiteral("TarnvikDriver_*.ad")).isEmpty())
+    if (!dialog.LoadFolder(QString(), u"TarnvikDriver_*.ad"_s).isEmpty())
         return false;
     dialog.show();
     if (!QTest::qWaitForWindowExposed(&dialog))
@@ -86,8 +88,8 @@ int main(int argc, char **argv)
     const tests::TestIsolation isolation;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     if (!WriteDriverFile()) {
         (void)std::fprintf(stderr, "dialog_bench: the driver's file cannot be made.\n");
         return 1;

@@ -21,6 +21,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Runs = 20;
@@ -159,32 +161,30 @@ bool MeasureOnce(const QString &program, const tests::RecorderReport &report, Ti
         double start = 0;
         const Station::Outcome outcome = station.start(start);
         if (outcome == Station::Outcome::OtherInstance) {
-            Complain(
-                QStringLiteral("another TarnvikControl runs on this machine; only one can. Trying again."));
+            Complain(u"another TarnvikControl runs on this machine; only one can. Trying again."_s);
             QThread::msleep(RetryMs);
             continue;
         }
         if (outcome == Station::Outcome::Failed) {
-            Complain(QStringLiteral("no recorder was started. The program printed:\n") + station.output());
+            Complain(u"no recorder was started. The program printed:\n"_s + station.output());
             return false;
         }
         station.settle();
         const std::optional<double> restart = station.restart();
         if (!restart) {
-            Complain(QStringLiteral("the recorder was not restarted. The program printed:\n") +
-                     station.output());
+            Complain(u"the recorder was not restarted. The program printed:\n"_s + station.output());
             return false;
         }
         station.settle();
         if (!station.end()) {
-            Complain(QStringLiteral("the program did not end in order. It printed:\n") + station.output());
+            Complain(u"the program did not end in order. It printed:\n"_s + station.output());
             return false;
         }
         times.Start.push_back(start);
         times.Restart.push_back(*restart);
         return true;
     }
-    Complain(QStringLiteral("gave up: end the other TarnvikControl first."));
+    Complain(u"gave up: end the other TarnvikControl first."_s);
     return false;
 }
 
@@ -206,14 +206,14 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QCoreApplication application(argc, argv);
 
-    const QString folder = isolation.root() + QStringLiteral("/program");
+    const QString folder = isolation.root() + u"/program"_s;
     if (!QDir().mkpath(folder)) {
-        Complain(QStringLiteral("no temporary folder can be made."));
+        Complain(u"no temporary folder can be made."_s);
         return 1;
     }
     const QString program = CopyProgram(QStringLiteral(CONTROL_PROGRAM), folder);
     if (program.isEmpty() || CopyProgram(tests::StandInProgram(), folder).isEmpty()) {
-        Complain(QStringLiteral("the programs cannot be copied."));
+        Complain(u"the programs cannot be copied."_s);
         return 1;
     }
 

@@ -8,12 +8,14 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QString RecorderProgram(const QString &folder)
 {
-    const QString program = folder + QStringLiteral("/TarnvikRecord.exe");
-    const QString nativeProgram = folder + QStringLiteral("/TarnvikRecord");
+    const QString program = folder + u"/TarnvikRecord.exe"_s;
+    const QString nativeProgram = folder + u"/TarnvikRecord"_s;
     return !QFileInfo::exists(program) && QFileInfo::exists(nativeProgram) ? nativeProgram : program;
 }
 

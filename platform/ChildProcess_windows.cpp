@@ -5,11 +5,13 @@
 
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 QString RecorderProgram(const QString &folder)
 {
-    return folder + QStringLiteral("/TarnvikRecord.exe");
+    return folder + u"/TarnvikRecord.exe"_s;
 }
 
 void DetachFromThisProgram(QProcess &process)

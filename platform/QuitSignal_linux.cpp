@@ -14,6 +14,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -33,7 +35,7 @@ QString KeyFile(const QString &key)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
     return QSystemSemaphore::legacyNativeKey(key, QNativeIpcKey::Type::SystemV).nativeKey();
 #else
-    QString name = QStringLiteral("/qipc_systemsem_");
+    QString name = u"/qipc_systemsem_"_s;
     for (const QChar letter : key) {
         if ((letter >= u'a' && letter <= u'z') || (letter >= u'A' && letter <= u'Z'))
             name += letter;

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int HighestExitCode = 255; // what Linux can tell a parent
@@ -35,7 +37,7 @@ bool ReadFlag(const char *variable)
 
 StandInOptions::Status ReadStatus(const char *variable)
 {
-    const QString value = qEnvironmentVariable(variable, QStringLiteral("valid"));
+    const QString value = qEnvironmentVariable(variable, u"valid"_s);
     if (value == QLatin1String("valid"))
         return StandInOptions::Status::Valid;
     if (value == QLatin1String("none"))

@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 HugeFileBytes = 64 * 1024 * 1024;
@@ -96,13 +98,13 @@ QByteArray StandInRecorder::statusContent(const QString &message) const
     // Made by Qt's own INI writer, with its quoting, but beside the status file: the writer replaces the file
     // that it writes by a new one.
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("status.ini"));
+    const QString path = folder.filePath(u"status.ini"_s);
     {
         QSettings status(path, QSettings::IniFormat);
-        status.setValue(QStringLiteral("SequenceNr"), SequenceNr);
-        status.setValue(QStringLiteral("LastAction"), 1);
-        status.setValue(QStringLiteral("LastActionResult"), 0);
-        status.setValue(QStringLiteral("Message"), message);
+        status.setValue(u"SequenceNr"_s, SequenceNr);
+        status.setValue(u"LastAction"_s, 1);
+        status.setValue(u"LastActionResult"_s, 0);
+        status.setValue(u"Message"_s, message);
     }
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -24,14 +24,16 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int HardwareIdColumn = 0;
 constexpr int DateColumn = 1;
 
 /// The dialog is as wide as this line, and the tree as high as twenty of them.
-const QString LongestLine = QStringLiteral(
-    "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____");
+const QString LongestLine =
+    u"________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____"_s;
 constexpr int VisibleLines = 20;
 
 /// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
@@ -41,7 +43,7 @@ QStringList AlignmentFilesIn(const QMimeData &data)
     const QList<QUrl> urls = data.urls(); // empty without URLs
     for (const QUrl &url : urls) {
         const QString path = url.toLocalFile();
-        if (path.lastIndexOf(QStringLiteral(".ad")) > 0)
+        if (path.lastIndexOf(u".ad"_s) > 0)
             files.append(path);
     }
     return files;

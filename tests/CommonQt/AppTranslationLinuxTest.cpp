@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class AppTranslationLinuxTest : public QObject
 {
     Q_OBJECT
@@ -21,14 +23,13 @@ void AppTranslationLinuxTest::theSystemsLanguagesDecide_data()
     QTest::addColumn<QStringList>("codes");
     QTest::addColumn<QString>("text");
 
-    const QStringList both{QStringLiteral("de"), QStringLiteral("en")};
+    const QStringList both{u"de"_s, u"en"_s};
     QTest::newRow("the first language wins over the second, also by its bare code")
-        << QStringLiteral("de_AT:en_US") << both << QStringLiteral("text=German");
+        << u"de_AT:en_US"_s << both << u"text=German"_s;
     QTest::newRow("the second language is taken when there is no file for the first")
-        << QStringLiteral("fr_FR:de_AT") << both << QStringLiteral("text=German");
+        << u"fr_FR:de_AT"_s << both << u"text=German"_s;
     QTest::newRow("no file for any of the languages")
-        << QStringLiteral("fr_FR:it_IT") << QStringList{QStringLiteral("de")}
-        << QStringLiteral("text=language");
+        << u"fr_FR:it_IT"_s << QStringList{u"de"_s} << u"text=language"_s;
 }
 
 void AppTranslationLinuxTest::theSystemsLanguagesDecide()
@@ -39,16 +40,15 @@ void AppTranslationLinuxTest::theSystemsLanguagesDecide()
     const tests::TranslationFolder folder;
     QVERIFY(folder.isValid());
     for (const QString &code : codes) {
-        const QString translation =
-            code == QLatin1String("de") ? QStringLiteral("german") : QStringLiteral("english");
-        QVERIFY(folder.add(translation, QStringLiteral("program/languages/TarnvikControl_%1.qm").arg(code)));
+        const QString translation = code == QLatin1String("de") ? u"german"_s : u"english"_s;
+        QVERIFY(folder.add(translation, u"program/languages/TarnvikControl_%1.qm"_s.arg(code)));
     }
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("LC_ALL"));
-    environment.remove(QStringLiteral("LC_MESSAGES"));
-    environment.insert(QStringLiteral("LANG"), languages.section(u':', 0, 0) + QStringLiteral(".UTF-8"));
-    environment.insert(QStringLiteral("LANGUAGE"), languages);
-    const auto output = folder.run({QStringLiteral("init"), QStringLiteral("print")}, environment);
+    environment.remove(u"LC_ALL"_s);
+    environment.remove(u"LC_MESSAGES"_s);
+    environment.insert(u"LANG"_s, languages.section(u':', 0, 0) + u".UTF-8"_s);
+    environment.insert(u"LANGUAGE"_s, languages);
+    const auto output = folder.run({u"init"_s, u"print"_s}, environment);
     QCOMPARE(output.ExitCode, 0);
     QVERIFY2(output.Lines.contains(text), qPrintable(output.Lines.join(u'\n')));
 }

@@ -15,6 +15,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString SampleText()
@@ -29,7 +31,7 @@ QStringList Entries(const QMenu &menu)
     const QList<QAction *> actions = menu.actions();
     for (const QAction *action : actions) {
         entries.append(action->text() + u'|' + action->data().toString() +
-                       (action->isChecked() ? QStringLiteral("|checked") : QString()));
+                       (action->isChecked() ? u"|checked"_s : QString()));
     }
     return entries;
 }
@@ -73,7 +75,7 @@ private slots:
 private:
     bool AddToWorkingFolder(const QString &translation, const QString &fileName)
     {
-        return Folder->add(translation, QStringLiteral("working/%1").arg(fileName));
+        return Folder->add(translation, u"working/%1"_s.arg(fileName));
     }
 
     std::unique_ptr<tests::TranslationFolder> Folder;
@@ -83,12 +85,12 @@ private:
 
 void AppTranslationTest::init()
 {
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     StartLocale = QLocale();
     StartFolder = QDir::currentPath();
     Folder = std::make_unique<tests::TranslationFolder>();
     QVERIFY(Folder->isValid());
-    QVERIFY(QDir::setCurrent(Folder->path(QStringLiteral("working"))));
+    QVERIFY(QDir::setCurrent(Folder->path(u"working"_s)));
 }
 
 void AppTranslationTest::cleanup()
@@ -109,19 +111,19 @@ void AppTranslationTest::theClassCarriesItsInformation()
 
 void AppTranslationTest::beforeInitNothingIsDone()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
     CAppTranslation translation;
     QSignalSpy spy(&translation, &CAppTranslation::SignalNewTranslation);
     QMenu menu;
     QAction action;
-    action.setData(QStringLiteral("de"));
-    translation.LoadLanguage(QLocale(QStringLiteral("de")));
+    action.setData(u"de"_s);
+    translation.LoadLanguage(QLocale(u"de"_s));
     translation.FillLanguageMenu(&menu);
     translation.SlotLanguageChanged(&action);
     translation.UnloadTranslators();
     QCOMPARE(translation.CountLanguages(), 0);
     QCOMPARE(translation.CurrentLanguage(), -1);
-    QCOMPARE(SampleText(), QStringLiteral("language"));
+    QCOMPARE(SampleText(), u"language"_s);
     QVERIFY(menu.isEmpty());
     QVERIFY(menu.findChildren<QActionGroup *>().isEmpty());
     QCOMPARE(spy.size(), 0);
@@ -130,11 +132,11 @@ void AppTranslationTest::beforeInitNothingIsDone()
 
 void AppTranslationTest::withoutApplicationNothingIsDone()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QLocale::setDefault(QLocale(QStringLiteral("de")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QLocale::setDefault(QLocale(u"de"_s));
     CAppTranslation translation;
     translation.Init(nullptr);
-    QCOMPARE(SampleText(), QStringLiteral("language"));
+    QCOMPARE(SampleText(), u"language"_s);
     QCOMPARE(translation.CountLanguages(), 0);
 }
 
@@ -146,53 +148,50 @@ void AppTranslationTest::searchesTheProgramsAndTheWorkingFolder_data()
 
     const QString german = QString::number(QLocale::German);
     const QString english = QString::number(QLocale::English);
-    const QString german1 = QStringLiteral("german program/languages/TarnvikControl_de.qm");
-    const QString german2 = QStringLiteral("german program/TarnvikControl_de.qm");
-    const QString german3 = QStringLiteral("german working/languages/TarnvikControl_de.qm");
-    const QString german4 = QStringLiteral("german working/TarnvikControl_de.qm");
-    const QString austrian2 = QStringLiteral("austrian program/TarnvikControl_de.qm");
-    const QString austrian3 = QStringLiteral("austrian working/languages/TarnvikControl_de.qm");
-    const QString austrian4 = QStringLiteral("austrian working/TarnvikControl_de.qm");
-    const QString english1 = QStringLiteral("english program/languages/TarnvikControl_en.qm");
+    const QString german1 = u"german program/languages/TarnvikControl_de.qm"_s;
+    const QString german2 = u"german program/TarnvikControl_de.qm"_s;
+    const QString german3 = u"german working/languages/TarnvikControl_de.qm"_s;
+    const QString german4 = u"german working/TarnvikControl_de.qm"_s;
+    const QString austrian2 = u"austrian program/TarnvikControl_de.qm"_s;
+    const QString austrian3 = u"austrian working/languages/TarnvikControl_de.qm"_s;
+    const QString austrian4 = u"austrian working/TarnvikControl_de.qm"_s;
+    const QString english1 = u"english program/languages/TarnvikControl_en.qm"_s;
     const auto expect = [](int count, const QString &language, const char *text,
                            std::initializer_list<const char *> entries) {
-        QStringList lines{QStringLiteral("count=%1").arg(count), QStringLiteral("language=%1").arg(language),
-                          QStringLiteral("text=%1").arg(QLatin1String(text))};
+        QStringList lines{u"count=%1"_s.arg(count), u"language=%1"_s.arg(language),
+                          u"text=%1"_s.arg(QLatin1String(text))};
         for (const char *entry : entries)
-            lines.append(QStringLiteral("entry=%1").arg(QLatin1String(entry)));
+            lines.append(u"entry=%1"_s.arg(QLatin1String(entry)));
         return lines;
     };
     const QStringList onlyGerman = expect(1, german, "German", {"Englisch|en|-", "de|de|checked"});
 
     QTest::newRow("files for de and en beside the program: two entries and no extra English entry")
-        << QStringList{german1, english1} << QStringLiteral("de_DE")
+        << QStringList{german1, english1} << u"de_DE"_s
         << expect(2, german, "German", {"de|de|checked", "en|en|-"});
     QTest::newRow("files for de and en, English system")
-        << QStringList{german1, english1} << QStringLiteral("en_GB")
+        << QStringList{german1, english1} << u"en_GB"_s
         << expect(2, english, "English", {"de|de|-", "en|en|checked"});
     QTest::newRow("only a file for de: the English entry, its text translated from en, then de")
-        << QStringList{german1} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german1} << u"de_DE"_s << onlyGerman;
     QTest::newRow("only a file for de, English system: the English entry is checked")
-        << QStringList{german1} << QStringLiteral("en_US")
-        << expect(1, english, "language", {"en|en|checked", "de|de|-"});
+        << QStringList{german1} << u"en_US"_s << expect(1, english, "language", {"en|en|checked", "de|de|-"});
     QTest::newRow("no matching file: no languages")
-        << QStringList{QStringLiteral("german program/languages/Other_de.qm"),
-                       QStringLiteral("german working/TarnvikControl.qm")}
-        << QStringLiteral("de_DE") << expect(0, german, "language", {"en|en|checked"});
+        << QStringList{u"german program/languages/Other_de.qm"_s, u"german working/TarnvikControl.qm"_s}
+        << u"de_DE"_s << expect(0, german, "language", {"en|en|checked"});
     QTest::newRow("a file in both the program folder and the working folder counts once")
-        << QStringList{german2, german4} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german2, german4} << u"de_DE"_s << onlyGerman;
     QTest::newRow("files in all four folders count once")
-        << QStringList{german1, german2, german3, german4} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german1, german2, german3, german4} << u"de_DE"_s << onlyGerman;
     QTest::newRow("languages beside the program comes first")
-        << QStringList{german1, austrian2, austrian3, austrian4} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german1, austrian2, austrian3, austrian4} << u"de_DE"_s << onlyGerman;
     QTest::newRow("then the program's folder")
-        << QStringList{german2, austrian3, austrian4} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german2, austrian3, austrian4} << u"de_DE"_s << onlyGerman;
     QTest::newRow("then languages in the working folder")
-        << QStringList{german3, austrian4} << QStringLiteral("de_DE") << onlyGerman;
-    QTest::newRow("then the working folder") << QStringList{german4} << QStringLiteral("de_DE") << onlyGerman;
+        << QStringList{german3, austrian4} << u"de_DE"_s << onlyGerman;
+    QTest::newRow("then the working folder") << QStringList{german4} << u"de_DE"_s << onlyGerman;
     QTest::newRow("a better code in a later folder wins over a lesser one in an earlier folder")
-        << QStringList{german1, QStringLiteral("austrian working/TarnvikControl_de-AT.qm")}
-        << QStringLiteral("de_AT")
+        << QStringList{german1, u"austrian working/TarnvikControl_de-AT.qm"_s} << u"de_AT"_s
         << expect(2, german, "Austrian", {"Englisch|en|-", "de|de|checked", "de-AT|de-AT|-"});
 }
 
@@ -203,8 +202,7 @@ void AppTranslationTest::searchesTheProgramsAndTheWorkingFolder()
     QFETCH(const QStringList, expected);
     for (const QString &file : files)
         QVERIFY(Folder->add(file.section(u' ', 0, 0), file.section(u' ', 1)));
-    const auto output = Folder->run({QStringLiteral("locale=") + locale, QStringLiteral("init"),
-                                     QStringLiteral("print"), QStringLiteral("unload")});
+    const auto output = Folder->run({u"locale="_s + locale, u"init"_s, u"print"_s, u"unload"_s});
     QCOMPARE(output.Errors, QString());
     QCOMPARE(output.ExitCode, 0);
     QCOMPARE(output.Lines, expected);
@@ -213,10 +211,10 @@ void AppTranslationTest::searchesTheProgramsAndTheWorkingFolder()
 void AppTranslationTest::theGlobalObjectOutlivesTheApplicationQuietly_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    const QString locale = QStringLiteral("locale=de");
-    const QString init = QStringLiteral("init");
-    const QString unload = QStringLiteral("unload");
-    QTest::newRow("no application object is ever made") << QStringList{QStringLiteral("no-application")};
+    const QString locale = u"locale=de"_s;
+    const QString init = u"init"_s;
+    const QString unload = u"unload"_s;
+    QTest::newRow("no application object is ever made") << QStringList{u"no-application"_s};
     QTest::newRow("never initialised") << QStringList();
     QTest::newRow("unloaded before the application goes") << QStringList{locale, init, unload};
     QTest::newRow("still loaded when the application goes") << QStringList{locale, init};
@@ -227,7 +225,7 @@ void AppTranslationTest::theGlobalObjectOutlivesTheApplicationQuietly_data()
 void AppTranslationTest::theGlobalObjectOutlivesTheApplicationQuietly()
 {
     QFETCH(const QStringList, arguments);
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
     const auto output = Folder->run(arguments);
     QCOMPARE(output.Errors, QString());
     QCOMPARE(output.ExitCode, 0);
@@ -239,23 +237,22 @@ void AppTranslationTest::triesTheLocalesCodesInOrder_data()
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("text");
 
-    const QString austria = QStringLiteral("de_AT");
-    const QString german = QStringLiteral("German");
-    const QString austrian = QStringLiteral("Austrian");
+    const QString austria = u"de_AT"_s;
+    const QString german = u"German"_s;
+    const QString austrian = u"Austrian"_s;
     QTest::newRow("de-AT with a file for de only: de is installed")
-        << QStringList{QStringLiteral("german de")} << austria << german;
+        << QStringList{u"german de"_s} << austria << german;
     QTest::newRow("de-AT with files for de and de-AT: de-AT is installed")
-        << QStringList{QStringLiteral("german de"), QStringLiteral("austrian de-AT")} << austria << austrian;
+        << QStringList{u"german de"_s, u"austrian de-AT"_s} << austria << austrian;
     QTest::newRow("de-AT with files for de and en: de is installed")
-        << QStringList{QStringLiteral("german de"), QStringLiteral("english en")} << austria << german;
-    QTest::newRow("de finds the file for de-DE")
-        << QStringList{QStringLiteral("german de-DE")} << QStringLiteral("de") << german;
+        << QStringList{u"german de"_s, u"english en"_s} << austria << german;
+    QTest::newRow("de finds the file for de-DE") << QStringList{u"german de-DE"_s} << u"de"_s << german;
     QTest::newRow("de-AT does not take the file for de-DE")
-        << QStringList{QStringLiteral("german de-DE")} << austria << QStringLiteral("language");
+        << QStringList{u"german de-DE"_s} << austria << u"language"_s;
     QTest::newRow("an underscore in the code is not tried")
-        << QStringList{QStringLiteral("austrian de_AT")} << austria << QStringLiteral("language");
+        << QStringList{u"austrian de_AT"_s} << austria << u"language"_s;
     QTest::newRow("a language code of three letters has no shorter form")
-        << QStringList{QStringLiteral("german gs")} << QStringLiteral("gsw_CH") << QStringLiteral("language");
+        << QStringList{u"german gs"_s} << u"gsw_CH"_s << u"language"_s;
 }
 
 void AppTranslationTest::triesTheLocalesCodesInOrder()
@@ -265,7 +262,7 @@ void AppTranslationTest::triesTheLocalesCodesInOrder()
     QFETCH(const QString, text);
     for (const QString &file : files) {
         QVERIFY(AddToWorkingFolder(file.section(u' ', 0, 0),
-                                   QStringLiteral("TarnvikControl_%1.qm").arg(file.section(u' ', 1))));
+                                   u"TarnvikControl_%1.qm"_s.arg(file.section(u' ', 1))));
     }
     QLocale::setDefault(QLocale(locale));
     CAppTranslation translation;
@@ -279,15 +276,12 @@ void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver_data()
     QTest::addColumn<QString>("broken");
     QTest::addColumn<QString>("good");
     QTest::addColumn<QString>("text");
-    const QString de = QStringLiteral("TarnvikControl_de.qm");
-    const QString german = QStringLiteral("German");
-    QTest::newRow("the next folder's file is taken") << QStringLiteral("languages/") + de << de << german;
-    QTest::newRow("the next code's file is taken")
-        << QStringLiteral("TarnvikControl_de-AT.qm") << de << german;
-    QTest::newRow("no file of a similar name is taken")
-        << de << QStringLiteral("TarnvikControl.qm") << QStringLiteral("language");
-    QTest::newRow("no file of a longer name is taken")
-        << de << de + QStringLiteral(".qm") << QStringLiteral("language");
+    const QString de = u"TarnvikControl_de.qm"_s;
+    const QString german = u"German"_s;
+    QTest::newRow("the next folder's file is taken") << u"languages/"_s + de << de << german;
+    QTest::newRow("the next code's file is taken") << u"TarnvikControl_de-AT.qm"_s << de << german;
+    QTest::newRow("no file of a similar name is taken") << de << u"TarnvikControl.qm"_s << u"language"_s;
+    QTest::newRow("no file of a longer name is taken") << de << de + u".qm"_s << u"language"_s;
 }
 
 void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver()
@@ -295,10 +289,10 @@ void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver()
     QFETCH(const QString, broken);
     QFETCH(const QString, good);
     QFETCH(const QString, text);
-    QVERIFY(Folder->addBroken(QStringLiteral("working/") + broken));
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), good));
-    QVERIFY(QDir().mkpath(QStringLiteral("TarnvikControl_de-Latn-AT.qm"))); // a folder does not load either
-    QLocale::setDefault(QLocale(QStringLiteral("de_AT")));
+    QVERIFY(Folder->addBroken(u"working/"_s + broken));
+    QVERIFY(AddToWorkingFolder(u"german"_s, good));
+    QVERIFY(QDir().mkpath(u"TarnvikControl_de-Latn-AT.qm"_s)); // a folder does not load either
+    QLocale::setDefault(QLocale(u"de_AT"_s));
     CAppTranslation translation;
     translation.Init(qApp);
     QCOMPARE(SampleText(), text);
@@ -306,84 +300,82 @@ void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver()
 
 void AppTranslationTest::qtsOwnTranslationsAreInstalledBesideTheApplications()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("qt_german"), QStringLiteral("languages/qt_de.qm")));
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QLocale::setDefault(QLocale(QStringLiteral("de_AT")));
+    QVERIFY(AddToWorkingFolder(u"qt_german"_s, u"languages/qt_de.qm"_s));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QLocale::setDefault(QLocale(u"de_AT"_s));
     CAppTranslation translation;
     translation.Init(qApp);
-    QCOMPARE(QCoreApplication::translate("QtSample", "language"), QStringLiteral("German"));
-    QCOMPARE(SampleText(), QStringLiteral("German"));
+    QCOMPARE(QCoreApplication::translate("QtSample", "language"), u"German"_s);
+    QCOMPARE(SampleText(), u"German"_s);
     QCOMPARE(translation.CountLanguages(), 1); // Qt's file does not count
 }
 
 void AppTranslationTest::theCLocaleInstallsNothing()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_C.qm")));
-    QVERIFY(AddToWorkingFolder(QStringLiteral("english"), QStringLiteral("TarnvikControl_en.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_C.qm"_s));
+    QVERIFY(AddToWorkingFolder(u"english"_s, u"TarnvikControl_en.qm"_s));
     QLocale::setDefault(QLocale::c());
     CAppTranslation translation;
     translation.Init(qApp);
-    QCOMPARE(SampleText(), QStringLiteral("language"));
+    QCOMPARE(SampleText(), u"language"_s);
     QCOMPARE(translation.CurrentLanguage(), int(QLocale::C));
     QMenu menu;
     translation.FillLanguageMenu(&menu);
-    QCOMPARE(Entries(menu), QStringList({QStringLiteral("C|C"), QStringLiteral("en|en")}));
+    QCOMPARE(Entries(menu), QStringList({u"C|C"_s, u"en|en"_s}));
 }
 
 void AppTranslationTest::anotherLanguageReplacesTheFirst()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QVERIFY(AddToWorkingFolder(QStringLiteral("english"), QStringLiteral("TarnvikControl_en.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QVERIFY(AddToWorkingFolder(u"english"_s, u"TarnvikControl_en.qm"_s));
     CAppTranslation translation;
     translation.Init(qApp);
-    translation.LoadLanguage(QLocale(QStringLiteral("de")));
-    QCOMPARE(SampleText(), QStringLiteral("German"));
-    translation.LoadLanguage(QLocale(QStringLiteral("en")));
-    QCOMPARE(SampleText(), QStringLiteral("English"));
-    translation.LoadLanguage(QLocale(QStringLiteral("fr")));
-    QCOMPARE(SampleText(), QStringLiteral("language"));
+    translation.LoadLanguage(QLocale(u"de"_s));
+    QCOMPARE(SampleText(), u"German"_s);
+    translation.LoadLanguage(QLocale(u"en"_s));
+    QCOMPARE(SampleText(), u"English"_s);
+    translation.LoadLanguage(QLocale(u"fr"_s));
+    QCOMPARE(SampleText(), u"language"_s);
     QCOMPARE(translation.CurrentLanguage(), int(QLocale::French));
 }
 
 void AppTranslationTest::unloadingRemovesEverything()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QLocale::setDefault(QLocale(QStringLiteral("de")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QLocale::setDefault(QLocale(u"de"_s));
     {
         CAppTranslation translation;
         translation.Init(qApp);
-        QCOMPARE(SampleText(), QStringLiteral("German"));
+        QCOMPARE(SampleText(), u"German"_s);
         translation.UnloadTranslators();
-        QCOMPARE(SampleText(), QStringLiteral("language"));
+        QCOMPARE(SampleText(), u"language"_s);
         QCOMPARE(translation.CurrentLanguage(), -1);
         QMenu menu;
         translation.FillLanguageMenu(&menu);
-        QCOMPARE(Entries(menu), QStringList({QStringLiteral("en|en|checked"), QStringLiteral("de|de")}));
+        QCOMPARE(Entries(menu), QStringList({u"en|en|checked"_s, u"de|de"_s}));
         translation.LoadLanguage(QLocale());
-        QCOMPARE(SampleText(), QStringLiteral("German"));
+        QCOMPARE(SampleText(), u"German"_s);
     }
-    QCOMPARE(SampleText(), QStringLiteral("language")); // removed with the object
+    QCOMPARE(SampleText(), u"language"_s); // removed with the object
 }
 
 void AppTranslationTest::collectsTheCodes_data()
 {
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<QStringList>("codes");
-    const QString english = QStringLiteral("en");
+    const QString english = u"en"_s;
     QTest::newRow("in the order of the names")
-        << QStringList{QStringLiteral("_pl"), QStringLiteral("_de")}
-        << QStringList{english, QStringLiteral("de"), QStringLiteral("pl")};
+        << QStringList{u"_pl"_s, u"_de"_s} << QStringList{english, u"de"_s, u"pl"_s};
     QTest::newRow("a code with underscore stays whole")
-        << QStringList{QStringLiteral("_zh_TW")} << QStringList{english, QStringLiteral("zh_TW")};
+        << QStringList{u"_zh_TW"_s} << QStringList{english, u"zh_TW"_s};
     QTest::newRow("only the last suffix is cut")
-        << QStringList{QStringLiteral("_de.old")} << QStringList{english, QStringLiteral("de.old")};
+        << QStringList{u"_de.old"_s} << QStringList{english, u"de.old"_s};
     QTest::newRow("a regional English stands for English")
-        << QStringList{QStringLiteral("_de"), QStringLiteral("_en-GB")}
-        << QStringList{QStringLiteral("de"), QStringLiteral("en-GB")};
+        << QStringList{u"_de"_s, u"_en-GB"_s} << QStringList{u"de"_s, u"en-GB"_s};
     QTest::newRow("English in upper case stands for English")
-        << QStringList{QStringLiteral("_EN")} << QStringList{QStringLiteral("EN")};
+        << QStringList{u"_EN"_s} << QStringList{u"EN"_s};
     QTest::newRow("a name without underscore is no language")
-        << QStringList{QStringLiteral("-de"), QString()} << QStringList{english};
+        << QStringList{u"-de"_s, QString()} << QStringList{english};
 }
 
 void AppTranslationTest::collectsTheCodes()
@@ -391,9 +383,8 @@ void AppTranslationTest::collectsTheCodes()
     QFETCH(const QStringList, names);
     QFETCH(const QStringList, codes);
     for (const QString &name : names)
-        QVERIFY(
-            AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl%1.qm").arg(name)));
-    QVERIFY(QDir().mkpath(QStringLiteral("TarnvikControl_fr.qm"))); // a folder is no file
+        QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl%1.qm"_s.arg(name)));
+    QVERIFY(QDir().mkpath(u"TarnvikControl_fr.qm"_s)); // a folder is no file
     CAppTranslation translation;
     translation.Init(qApp);
     QMenu menu;
@@ -413,25 +404,25 @@ void AppTranslationTest::marksTheCurrentLanguage_data()
 {
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QStringList>("entries");
-    const QString de = QStringLiteral("de|de");
-    const QString marked = QStringLiteral("|checked");
-    const QString broken = QStringLiteral("pl|pl");
-    const QString english = QStringLiteral("Englisch|en"); // German texts
-    const QString source = QStringLiteral("en|en");
-    QTest::newRow("German") << QStringLiteral("de_CH") << QStringList{english, de + marked, broken};
-    QTest::newRow("English") << QStringLiteral("en_US") << QStringList{source + marked, de, broken};
+    const QString de = u"de|de"_s;
+    const QString marked = u"|checked"_s;
+    const QString broken = u"pl|pl"_s;
+    const QString english = u"Englisch|en"_s; // German texts
+    const QString source = u"en|en"_s;
+    QTest::newRow("German") << u"de_CH"_s << QStringList{english, de + marked, broken};
+    QTest::newRow("English") << u"en_US"_s << QStringList{source + marked, de, broken};
     QTest::newRow("a language without file shows English")
-        << QStringLiteral("fr_FR") << QStringList{source + marked, de, broken};
+        << u"fr_FR"_s << QStringList{source + marked, de, broken};
     QTest::newRow("of English and a language whose file does not load only that is marked")
-        << QStringLiteral("pl_PL") << QStringList{source, de, broken + marked};
+        << u"pl_PL"_s << QStringList{source, de, broken + marked};
 }
 
 void AppTranslationTest::marksTheCurrentLanguage()
 {
     QFETCH(const QString, locale);
     QFETCH(const QStringList, entries);
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QVERIFY(Folder->addBroken(QStringLiteral("working/TarnvikControl_pl.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QVERIFY(Folder->addBroken(u"working/TarnvikControl_pl.qm"_s));
     CAppTranslation translation;
     translation.Init(qApp);
     translation.LoadLanguage(QLocale(locale));
@@ -442,14 +433,14 @@ void AppTranslationTest::marksTheCurrentLanguage()
 
 void AppTranslationTest::choosingAnEntrySwitchesTheLanguage()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QVERIFY(AddToWorkingFolder(QStringLiteral("english"), QStringLiteral("TarnvikControl_en.qm")));
-    QLocale::setDefault(QLocale(QStringLiteral("en_US")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QVERIFY(AddToWorkingFolder(u"english"_s, u"TarnvikControl_en.qm"_s));
+    QLocale::setDefault(QLocale(u"en_US"_s));
     CAppTranslation translation;
     translation.Init(qApp);
     QMenu menu;
     translation.FillLanguageMenu(&menu);
-    QCOMPARE(Entries(menu), QStringList({QStringLiteral("de|de"), QStringLiteral("en|en|checked")}));
+    QCOMPARE(Entries(menu), QStringList({u"de|de"_s, u"en|en|checked"_s}));
 
     QString textAtTheSignal;
     QLocale localeAtTheSignal;
@@ -460,10 +451,10 @@ void AppTranslationTest::choosingAnEntrySwitchesTheLanguage()
     QSignalSpy spy(&translation, &CAppTranslation::SignalNewTranslation);
     menu.actions().constFirst()->trigger();
     QCOMPARE(spy.size(), 1);
-    QCOMPARE(textAtTheSignal, QStringLiteral("German"));
-    QCOMPARE(localeAtTheSignal, QLocale(QStringLiteral("de")));
+    QCOMPARE(textAtTheSignal, u"German"_s);
+    QCOMPARE(localeAtTheSignal, QLocale(u"de"_s));
     QCOMPARE(translation.CurrentLanguage(), int(QLocale::German));
-    QCOMPARE(Entries(menu), QStringList({QStringLiteral("de|de|checked"), QStringLiteral("en|en")}));
+    QCOMPARE(Entries(menu), QStringList({u"de|de|checked"_s, u"en|en"_s}));
 
     translation.SlotLanguageChanged(nullptr);
     QCOMPARE(spy.size(), 1);
@@ -471,22 +462,22 @@ void AppTranslationTest::choosingAnEntrySwitchesTheLanguage()
 
 void AppTranslationTest::choosingEnglishWithoutAFileShowsTheSourceTexts()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
-    QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
+    QLocale::setDefault(QLocale(u"de_DE"_s));
     CAppTranslation translation;
     translation.Init(qApp);
-    QCOMPARE(SampleText(), QStringLiteral("German"));
+    QCOMPARE(SampleText(), u"German"_s);
     QMenu menu;
     translation.FillLanguageMenu(&menu);
     menu.actions().constFirst()->trigger();
-    QCOMPARE(SampleText(), QStringLiteral("language"));
+    QCOMPARE(SampleText(), u"language"_s);
     QCOMPARE(translation.CurrentLanguage(), int(QLocale::English));
     QCOMPARE(QLocale().language(), QLocale::English);
 }
 
 void AppTranslationTest::theMenuOwnsItsEntriesAndTheirGroup()
 {
-    QVERIFY(AddToWorkingFolder(QStringLiteral("german"), QStringLiteral("TarnvikControl_de.qm")));
+    QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
     CAppTranslation translation;
     translation.Init(qApp);
     auto menu = std::make_unique<QMenu>();

@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 class PathUrlOpenerTest : public QObject
 {
     Q_OBJECT
@@ -24,8 +26,8 @@ void PathUrlOpenerTest::aPathOpensTheFileThatItNames_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("call");
     QTest::addColumn<QString>("opened");
-    const QString url = QStringLiteral("openUrl");
-    const QString document = QStringLiteral("openDocument");
+    const QString url = u"openUrl"_s;
+    const QString document = u"openDocument"_s;
     QTest::newRow("one that reads like its URL") << "/usr/lib/a.pdf" << url << "/usr/lib/a.pdf";
     QTest::newRow("one on a drive that reads like its URL")
         << "C:/Tarnvik/a.pdf" << url << "c:/Tarnvik/a.pdf";
@@ -45,7 +47,7 @@ void PathUrlOpenerTest::aPathOpensTheFileThatItNames()
     QFETCH(QString, opened);
     const PathUrlOpener opener;
     const QString warning =
-        QStringLiteral("This plugin does not support QPlatformServices::%1() for '%2'.").arg(call, opened);
+        u"This plugin does not support QPlatformServices::%1() for '%2'."_s.arg(call, opened);
     QTest::ignoreMessage(QtWarningMsg, qPrintable(warning));
     QDesktopServices::openUrl(QUrl(path, QUrl::TolerantMode));
 }
@@ -58,7 +60,7 @@ void PathUrlOpenerTest::withoutTheObjectUrlsAreWhatTheyAre()
     QTest::ignoreMessage(
         QtWarningMsg,
         "This plugin does not support QPlatformServices::openUrl() for 'c:/Program Files/a.pdf'.");
-    QVERIFY(!QDesktopServices::openUrl(QUrl(QStringLiteral("C:/Program Files/a.pdf"), QUrl::TolerantMode)));
+    QVERIFY(!QDesktopServices::openUrl(QUrl(u"C:/Program Files/a.pdf"_s, QUrl::TolerantMode)));
 }
 
 TARNVIK_TEST_MAIN(PathUrlOpenerTest, QGuiApplication)

@@ -6,15 +6,17 @@
 #include <QFileInfo>
 #include <QProcess>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 TranslationFolder::TranslationFolder()
 {
     const QString probe = QStringLiteral(TEST_PROBE);
-    Program = Root.filePath(QStringLiteral("program/") + QFileInfo(probe).fileName());
+    Program = Root.filePath(u"program/"_s + QFileInfo(probe).fileName());
     const QDir root(Root.path());
-    Valid = Root.isValid() && root.mkpath(QStringLiteral("program/languages")) &&
-            root.mkpath(QStringLiteral("working/languages")) && QFile::copy(probe, Program);
+    Valid = Root.isValid() && root.mkpath(u"program/languages"_s) && root.mkpath(u"working/languages"_s) &&
+            QFile::copy(probe, Program);
 }
 
 bool TranslationFolder::add(const QString &translation, const QString &name) const
@@ -33,7 +35,7 @@ TranslationFolder::Output TranslationFolder::run(const QStringList &arguments,
 {
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(path(QStringLiteral("working")));
+    process.setWorkingDirectory(path(u"working"_s));
     process.start(Program, arguments);
     Output output;
     if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)

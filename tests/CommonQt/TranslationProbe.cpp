@@ -9,6 +9,8 @@
 #include <QMenu>
 #include <QTextStream>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void PrintState(QTextStream &out)
@@ -34,7 +36,7 @@ int main(int argc, char **argv)
         return 0;
     QTextStream out(stdout);
     const QApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     for (const QString &argument : arguments) {
         if (argument.startsWith(QLatin1String("locale=")))

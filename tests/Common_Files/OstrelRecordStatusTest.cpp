@@ -17,6 +17,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Long enough for a delay that should not run to be over.
@@ -128,7 +130,7 @@ void OstrelRecordStatusTest::theClassAndTheSnapshotAreKnownToTheMetaObjectSystem
     SnapshotReceiver receiver;
     QVERIFY(connect(&status, SIGNAL(Signal_FileChanged(const StructOstrelRecordStatus &)), &receiver,
                     SLOT(Raw_FileChanged(const StructOstrelRecordStatus &)), Qt::QueuedConnection));
-    const StructOstrelRecordStatus sent = StatusOf(1, QStringLiteral("queued"));
+    const StructOstrelRecordStatus sent = StatusOf(1, u"queued"_s);
     emit status.Signal_FileChanged(sent);
     QVERIFY(receiver.Received.isEmpty());
     QTRY_COMPARE(receiver.Received.size(), 1);
@@ -142,7 +144,7 @@ void OstrelRecordStatusTest::readsAStatusFile_data()
     QTest::addColumn<StructOstrelRecordStatus>("expected");
 
     constexpr quint32 invalid = 4294967295U;
-    const QString message = QStringLiteral("on");
+    const QString message = u"on"_s;
     QTest::newRow("all keys") << StatusText(12, "on") << true << StatusOf(12, message);
     QTest::newRow("all keys in the group General")
         << QByteArray("[General]\n") + StatusText(12, "on") << true << StatusOf(12, message);
@@ -150,7 +152,7 @@ void OstrelRecordStatusTest::readsAStatusFile_data()
         << StatusText(12, "on").replace("\n", "\r\n") << true << StatusOf(12, message);
     QTest::newRow("a quoted message with comma and letters beyond ASCII")
         << StatusText(12, "\"<INFO>L\xc3\xa4uft, 5 \xe2\x82\xac\"") << true
-        << StatusOf(12, QStringLiteral("<INFO>Läuft, 5 €"));
+        << StatusOf(12, u"<INFO>Läuft, 5 €"_s);
     QTest::newRow("without LastAction but with a valid SequenceNr LastAction is 8")
         << QByteArray("SequenceNr=1\nMessage=on\n") << true << StructOstrelRecordStatus{1, 8, 0, message};
     QTest::newRow("the largest valid SequenceNr")
@@ -184,28 +186,28 @@ void OstrelRecordStatusTest::readsAStatusFile()
     QFETCH(const StructOstrelRecordStatus, expected);
     QVERIFY(Rewrite(Path("status.ini"), content));
 
-    StructOstrelRecordStatus snapshot = StatusOf(99, QStringLiteral("from an earlier read"));
+    StructOstrelRecordStatus snapshot = StatusOf(99, u"from an earlier read"_s);
     QCOMPARE(QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot), valid);
     QCOMPARE(snapshot.SequenceNr, expected.SequenceNr);
     QCOMPARE(snapshot.LastAction, expected.LastAction);
     QCOMPARE(snapshot.LastActionResult, expected.LastActionResult);
     QCOMPARE(snapshot.Message, expected.Message);
     // Nothing is left behind in the temporary folder.
-    QVERIFY(QDir::temp().entryList({QStringLiteral("rfrecordstatus-*")}, QDir::Files).isEmpty());
+    QVERIFY(QDir::temp().entryList({u"rfrecordstatus-*"_s}, QDir::Files).isEmpty());
 }
 
 void OstrelRecordStatusTest::withoutAReadableFileTheSnapshotIsCleared_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("a missing file") << QStringLiteral("missing.ini");
-    QTest::newRow("a missing folder") << QStringLiteral("missing/status.ini");
-    QTest::newRow("a folder") << QStringLiteral(".");
+    QTest::newRow("a missing file") << u"missing.ini"_s;
+    QTest::newRow("a missing folder") << u"missing/status.ini"_s;
+    QTest::newRow("a folder") << u"."_s;
 }
 
 void OstrelRecordStatusTest::withoutAReadableFileTheSnapshotIsCleared()
 {
     QFETCH(const QString, name);
-    StructOstrelRecordStatus snapshot = StatusOf(99, QStringLiteral("from an earlier read"));
+    StructOstrelRecordStatus snapshot = StatusOf(99, u"from an earlier read"_s);
     QVERIFY(!QOstrelRecordStatus::ReadStatusFile(Folder->filePath(name), snapshot));
     QCOMPARE(snapshot, StructOstrelRecordStatus());
 }
@@ -218,7 +220,7 @@ void OstrelRecordStatusTest::theLargestStatusFileIsReadAndALargerOneIsNot()
     StructOstrelRecordStatus snapshot;
     QVERIFY(Rewrite(Path("status.ini"), content));
     QVERIFY(QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
-    QCOMPARE(snapshot, StatusOf(1, QStringLiteral("on")));
+    QCOMPARE(snapshot, StatusOf(1, u"on"_s));
 
     QVERIFY(Rewrite(Path("status.ini"), content + 'x'));
     QVERIFY(!QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
@@ -261,7 +263,7 @@ void OstrelRecordStatusTest::withoutRoomForACopyTheFileItselfIsRead()
     for (const char *variable : variables)
         qputenv(variable, folder);
     QVERIFY(valid);
-    QCOMPARE(snapshot, StatusOf(1, QStringLiteral("on")));
+    QCOMPARE(snapshot, StatusOf(1, u"on"_s));
 }
 
 void OstrelRecordStatusTest::classifiesAMessage_data()
@@ -336,10 +338,10 @@ void OstrelRecordStatusTest::aLongMessageTakesLinearTime_data()
 {
     QTest::addColumn<QString>("unit");
     QTest::addColumn<QString>("remainder");
-    QTest::newRow("tags only") << QStringLiteral("<INFO>") << QString();
-    QTest::newRow("tags between text") << QStringLiteral("ab<WORK>") << QStringLiteral("ab");
-    QTest::newRow("opening brackets") << QStringLiteral("<") << QStringLiteral("<");
-    QTest::newRow("closing brackets") << QStringLiteral(">") << QStringLiteral(">");
+    QTest::newRow("tags only") << u"<INFO>"_s << QString();
+    QTest::newRow("tags between text") << u"ab<WORK>"_s << u"ab"_s;
+    QTest::newRow("opening brackets") << u"<"_s << u"<"_s;
+    QTest::newRow("closing brackets") << u">"_s << u">"_s;
 }
 
 void OstrelRecordStatusTest::aLongMessageTakesLinearTime()
@@ -375,7 +377,7 @@ void OstrelRecordStatusTest::twoNotifications100MsApartGiveOneSignal500MsAfterTh
     QTRY_VERIFY(signalsAfter >= 0);
     QCOMPARE(signalsBefore, 0);
     QCOMPARE(signalsAfter, 1);
-    QCOMPARE(LastSnapshot(spy), StatusOf(1, QStringLiteral("on")));
+    QCOMPARE(LastSnapshot(spy), StatusOf(1, u"on"_s));
     QVERIFY(!spy.wait(BeyondTheDelay));
 }
 
@@ -390,7 +392,7 @@ void OstrelRecordStatusTest::aNotificationForTheSamePathTwiceWithinTheDelayIsRea
     status.Slot_fileChanged(Path("two.ini"));
     status.Slot_fileChanged(Path("one.ini")); // were it read again, it would be the last one read
     QVERIFY(spy.wait());
-    QCOMPARE(LastSnapshot(spy), StatusOf(2, QStringLiteral("two")));
+    QCOMPARE(LastSnapshot(spy), StatusOf(2, u"two"_s));
     QVERIFY(!spy.wait(BeyondTheDelay));
     QCOMPARE(spy.size(), 1);
 }
@@ -415,7 +417,7 @@ void OstrelRecordStatusTest::beforeAWatchIsSetAChangeIsReadAtOnce()
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     status.Slot_fileChanged(Path("status.ini"));
     QCOMPARE(spy.size(), 1);
-    QCOMPARE(LastSnapshot(spy), StatusOf(1, QStringLiteral("on")));
+    QCOMPARE(LastSnapshot(spy), StatusOf(1, u"on"_s));
     QVERIFY(!spy.wait(BeyondTheDelay));
 }
 
@@ -433,7 +435,7 @@ void OstrelRecordStatusTest::aChangeWhileTheSnapshotIsHandledIsNotLost()
     });
     status.Slot_fileChanged(Path("status.ini"));
     QTRY_COMPARE(spy.size(), 2);
-    QCOMPARE(LastSnapshot(spy), StatusOf(2, QStringLiteral("next")));
+    QCOMPARE(LastSnapshot(spy), StatusOf(2, u"next"_s));
 }
 
 void OstrelRecordStatusTest::aNewWatchDuringTheDelayDropsThePendingPaths()
@@ -458,7 +460,7 @@ void OstrelRecordStatusTest::aMissingFileCannotBeWatched()
     QVERIFY(status.SetWatchFile(Path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, QStringLiteral("on")));
+    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
 }
 
 void OstrelRecordStatusTest::anEmptyPathEndsTheWatch()
@@ -487,7 +489,7 @@ void OstrelRecordStatusTest::anotherPathTakesOverTheWatch()
     QVERIFY(Rewrite(Path("one.ini"), StatusText(3, "one")));
     QVERIFY(!spy.wait(BeyondTheDelay));
     QVERIFY(Rewrite(Path("two.ini"), StatusText(4, "two")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(4, QStringLiteral("two")));
+    QTRY_COMPARE(LastSnapshot(spy), StatusOf(4, u"two"_s));
 }
 
 void OstrelRecordStatusTest::afterAFolderAFileCanBeWatched()
@@ -498,7 +500,7 @@ void OstrelRecordStatusTest::afterAFolderAFileCanBeWatched()
     QVERIFY(status.SetWatchFile(Path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, QStringLiteral("on")));
+    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
 }
 
 void OstrelRecordStatusTest::aDeletedFileGivesAClearedSnapshot()
@@ -508,7 +510,7 @@ void OstrelRecordStatusTest::aDeletedFileGivesAClearedSnapshot()
     QVERIFY(status.SetWatchFile(Path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, QStringLiteral("on")));
+    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
     QVERIFY(QFile::remove(Path("status.ini")));
     QTRY_COMPARE(LastSnapshot(spy), StructOstrelRecordStatus());
 }
@@ -527,7 +529,7 @@ void OstrelRecordStatusTest::aRewriteRightAfterTheReadIsSeen()
                     QVERIFY(Rewrite(Path("status.ini"), StatusText(snapshot.SequenceNr + 1, "on")));
             });
     QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, QStringLiteral("on")), 20'000);
+    QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, u"on"_s), 20'000);
 }
 
 void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost()
@@ -556,7 +558,7 @@ void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastI
     }));
     clock.start();
     recorder->start();
-    const StructOstrelRecordStatus last = StatusOf(rewrites, QStringLiteral("written"));
+    const StructOstrelRecordStatus last = StatusOf(rewrites, u"written"_s);
     QTRY_VERIFY_WITH_TIMEOUT(recorder->isFinished(), 60'000);
     QVERIFY(written);
     QTRY_COMPARE(LastSnapshot(spy), last);

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 class SystemSignallingTest : public QObject
 {
     Q_OBJECT
@@ -35,23 +37,23 @@ void SystemSignallingTest::aReleaseTriggersTheNamedSignalOnce()
 {
     QSystemSignalling signalling;
     QSignalSpy spy(&signalling, SIGNAL(Signal_Trigger(QString)));
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
+    QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
     QVERIFY(signalling.IsWaiting(0));
     QCOMPARE(spy.count(), 0);
-    QSystemSemaphore sender(QStringLiteral("first"));
+    QSystemSemaphore sender(u"first"_s);
     QVERIFY(sender.release());
     QVERIFY(spy.wait());
     QCOMPARE(spy.count(), 1);
-    QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("first"));
+    QCOMPARE(spy.at(0).at(0).toString(), u"first"_s);
 }
 
 void SystemSignallingTest::aReleaseBeforeTheWaitIsReportedByIt()
 {
     QSystemSignalling signalling;
     QSignalSpy spy(&signalling, &QSystemSignalling::Signal_Trigger);
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
-    QSystemSemaphore sender(QStringLiteral("first"));
+    QCOMPARE(signalling.Add(u"first"_s), 0);
+    QSystemSemaphore sender(u"first"_s);
     QVERIFY(sender.release());
     QVERIFY(signalling.Wait(0));
     QTRY_COMPARE(spy.count(), 1);
@@ -61,13 +63,13 @@ void SystemSignallingTest::eachNameIsReportedByItself()
 {
     QSystemSignalling signalling;
     QSignalSpy spy(&signalling, &QSystemSignalling::Signal_Trigger);
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
-    QCOMPARE(signalling.Add(QStringLiteral("second")), 1);
+    QCOMPARE(signalling.Add(u"first"_s), 0);
+    QCOMPARE(signalling.Add(u"second"_s), 1);
     QVERIFY(signalling.Wait(0));
     QVERIFY(signalling.Wait(1));
-    QVERIFY(QSystemSemaphore(QStringLiteral("second")).release());
+    QVERIFY(QSystemSemaphore(u"second"_s).release());
     QTRY_COMPARE(spy.count(), 1);
-    QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("second"));
+    QCOMPARE(spy.at(0).at(0).toString(), u"second"_s);
     QTRY_VERIFY(!signalling.IsWaiting(1));
     QVERIFY(signalling.IsWaiting(0));
 }
@@ -76,8 +78,8 @@ void SystemSignallingTest::theWaitEndsWithTheTriggerAndCanBeginAnew()
 {
     QSystemSignalling signalling;
     QSignalSpy spy(&signalling, &QSystemSignalling::Signal_Trigger);
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
-    QSystemSemaphore sender(QStringLiteral("first"));
+    QCOMPARE(signalling.Add(u"first"_s), 0);
+    QSystemSemaphore sender(u"first"_s);
     for (int round = 1; round <= 3; ++round) {
         QVERIFY(signalling.Wait(0));
         QVERIFY(sender.release());
@@ -102,7 +104,7 @@ void SystemSignallingTest::waitFails()
 {
     QFETCH(int, index);
     QSystemSignalling signalling;
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
+    QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
     QVERIFY(!signalling.Wait(index));
     QVERIFY(signalling.IsWaiting(0));
@@ -114,7 +116,7 @@ void SystemSignallingTest::destructionEndsWaitsThatNobodyTriggered()
         auto signalling = std::make_unique<QSystemSignalling>();
         QSignalSpy spy(signalling.get(), &QSystemSignalling::Signal_Trigger);
         for (int index = 0; index < 5; ++index) {
-            QCOMPARE(signalling->Add(QStringLiteral("name") + QChar(u'a' + index)), index);
+            QCOMPARE(signalling->Add(u"name"_s + QChar(u'a' + index)), index);
             QVERIFY(signalling->Wait(index));
         }
         signalling.reset();
@@ -124,15 +126,15 @@ void SystemSignallingTest::destructionEndsWaitsThatNobodyTriggered()
 
 void SystemSignallingTest::destructionLeavesNoCountBehind()
 {
-    QSystemSemaphore other(QStringLiteral("first"), 0, QSystemSemaphore::Create);
+    QSystemSemaphore other(u"first"_s, 0, QSystemSemaphore::Create);
     {
         QSystemSignalling signalling;
-        QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
+        QCOMPARE(signalling.Add(u"first"_s), 0);
         QVERIFY(signalling.Wait(0));
     }
     QSystemSignalling signalling;
     QSignalSpy spy(&signalling, &QSystemSignalling::Signal_Trigger);
-    QCOMPARE(signalling.Add(QStringLiteral("first")), 0);
+    QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
     QVERIFY(!spy.wait(200)); // a count left behind would be taken at once
     QVERIFY(signalling.IsWaiting(0));

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class TarnvikBasicLinuxTest : public QObject
 {
     Q_OBJECT
@@ -18,20 +20,19 @@ private slots:
 
 void TarnvikBasicLinuxTest::theRecordPathComesFromTheLocationFileInTheRecordersFolder()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
-    const QString folder =
-        QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + QStringLiteral("/Quillane GmbH/TarnvikRecord");
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
+    const QString folder = QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + u"/Quillane GmbH/TarnvikRecord"_s;
     QCOMPARE(QTarnvikBasic::GetRecorderFile(QString()), folder);
     QCOMPARE(QTarnvikBasic::GetRecordPath(), QString());
     QVERIFY(!QDir(folder).exists());
 
     QVERIFY(QDir().mkpath(folder));
-    QFile file(folder + QStringLiteral("/tarnviklocation.ini"));
+    QFile file(folder + u"/tarnviklocation.ini"_s);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.write("[Record]\nRecordPath=/srv/records\n") > 0);
     file.close();
-    QCOMPARE(QTarnvikBasic::GetRecordPath(), QStringLiteral("/srv/records"));
+    QCOMPARE(QTarnvikBasic::GetRecordPath(), u"/srv/records"_s);
 }
 
 TARNVIK_TEST_MAIN(TarnvikBasicLinuxTest, QCoreApplication)

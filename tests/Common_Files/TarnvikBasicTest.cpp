@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class TarnvikBasicTest : public QObject
 {
     Q_OBJECT
@@ -37,8 +39,8 @@ private slots:
 
 void TarnvikBasicTest::init()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
 }
 
 void TarnvikBasicTest::theClassCarriesItsInformation()
@@ -54,13 +56,13 @@ void TarnvikBasicTest::findsTheConfigurationFolder_data()
     QTest::addColumn<QStringList>("locations");
     QTest::addColumn<QString>("expected");
 
-    const QString machine = QStringLiteral("C:/ProgramData/Quillane GmbH/TarnvikControl");
-    const QString user = QStringLiteral("C:/Users/ann/.config/Quillane GmbH/TarnvikControl");
-    const QString local = QStringLiteral("C:/Users/ann/AppData/Local/Quillane GmbH/TarnvikControl");
-    const QString machineNative = QStringLiteral("C:\\ProgramData\\Quillane GmbH\\TarnvikControl");
-    const QString machineLower = QStringLiteral("c:/programdata/Quillane GmbH/TarnvikControl");
-    const QString userNative = QStringLiteral("C:\\Users\\ann\\.CONFIG\\Quillane GmbH\\TarnvikControl");
-    const QString nowhere = QStringLiteral("/Quillane GmbH/TarnvikControl");
+    const QString machine = u"C:/ProgramData/Quillane GmbH/TarnvikControl"_s;
+    const QString user = u"C:/Users/ann/.config/Quillane GmbH/TarnvikControl"_s;
+    const QString local = u"C:/Users/ann/AppData/Local/Quillane GmbH/TarnvikControl"_s;
+    const QString machineNative = u"C:\\ProgramData\\Quillane GmbH\\TarnvikControl"_s;
+    const QString machineLower = u"c:/programdata/Quillane GmbH/TarnvikControl"_s;
+    const QString userNative = u"C:\\Users\\ann\\.CONFIG\\Quillane GmbH\\TarnvikControl"_s;
+    const QString nowhere = u"/Quillane GmbH/TarnvikControl"_s;
 
     QTest::newRow("ProgramData before .config: ProgramData wins") << QStringList{machine, user} << machine;
     QTest::newRow("ProgramData after .config: ProgramData wins") << QStringList{user, machine} << machine;
@@ -68,30 +70,27 @@ void TarnvikBasicTest::findsTheConfigurationFolder_data()
     QTest::newRow("ProgramData with backslashes wins, and stays as written")
         << QStringList{user, machineNative} << machineNative;
     QTest::newRow("ProgramData between one separator of either kind wins")
-        << QStringList{user, QStringLiteral("C:/ProgramData\\Quillane GmbH/TarnvikControl")}
-        << QStringLiteral("C:/ProgramData\\Quillane GmbH/TarnvikControl");
+        << QStringList{user, u"C:/ProgramData\\Quillane GmbH/TarnvikControl"_s}
+        << u"C:/ProgramData\\Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("of two with ProgramData the first wins")
         << QStringList{machineLower, machine} << machineLower;
     QTest::newRow("a path that ends in ProgramData does not match")
-        << QStringList{QStringLiteral("C:/ProgramData"), user} << user;
+        << QStringList{u"C:/ProgramData"_s, user} << user;
     QTest::newRow("ProgramData with a separator at its end matches")
-        << QStringList{user, QStringLiteral("C:/ProgramData/")}
-        << QStringLiteral("C:/ProgramData//Quillane GmbH/TarnvikControl");
+        << QStringList{user, u"C:/ProgramData/"_s} << u"C:/ProgramData//Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("ProgramData as part of a folder's name does not match")
-        << QStringList{QStringLiteral("C:/MyProgramData/x"), QStringLiteral("C:/ProgramData2/x"), user}
-        << user;
+        << QStringList{u"C:/MyProgramData/x"_s, u"C:/ProgramData2/x"_s, user} << user;
     QTest::newRow("no ProgramData: .config wins over other folders") << QStringList{local, user} << user;
     QTest::newRow(".config in upper case behind a backslash matches")
         << QStringList{local, userNative} << userNative;
     QTest::newRow(".config without separator before it does not match")
-        << QStringList{QStringLiteral("home.config/x")} << nowhere;
-    QTest::newRow("the dot of .config is a dot")
-        << QStringList{QStringLiteral("/home/ann/Xconfig")} << nowhere;
+        << QStringList{u"home.config/x"_s} << nowhere;
+    QTest::newRow("the dot of .config is a dot") << QStringList{u"/home/ann/Xconfig"_s} << nowhere;
     QTest::newRow("a configuration folder of Linux is completed")
-        << QStringList{QStringLiteral("/home/ann/.config"), QStringLiteral("/etc/xdg")}
-        << QStringLiteral("/home/ann/.config/Quillane GmbH/TarnvikControl");
+        << QStringList{u"/home/ann/.config"_s, u"/etc/xdg"_s}
+        << u"/home/ann/.config/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("no match: the folder is relative to the root")
-        << QStringList{local, QStringLiteral("/etc/xdg")} << nowhere;
+        << QStringList{local, u"/etc/xdg"_s} << nowhere;
     QTest::newRow("no locations: the folder is relative to the root") << QStringList() << nowhere;
 }
 
@@ -99,8 +98,7 @@ void TarnvikBasicTest::findsTheConfigurationFolder()
 {
     QFETCH(const QStringList, locations);
     QFETCH(const QString, expected);
-    QCOMPARE(QTarnvikBasic::GetConfigLocation(locations, QStringLiteral("/writable"),
-                                              QCoreApplication::applicationName()),
+    QCOMPARE(QTarnvikBasic::GetConfigLocation(locations, u"/writable"_s, QCoreApplication::applicationName()),
              expected);
 }
 
@@ -111,18 +109,18 @@ void TarnvikBasicTest::theWritableLocationIsTakenOnlyWithoutIdentity_data()
     QTest::addColumn<QString>("writable");
     QTest::addColumn<QString>("expected");
 
-    const QString organization = QStringLiteral("Quillane GmbH");
-    const QString application = QStringLiteral("TarnvikControl");
-    const QString writable = QStringLiteral("/writable");
+    const QString organization = u"Quillane GmbH"_s;
+    const QString application = u"TarnvikControl"_s;
+    const QString writable = u"/writable"_s;
     QTest::newRow("both names empty") << QString() << QString() << writable << writable;
     QTest::newRow("both names empty and nothing writable")
         << QString() << QString() << QString() << QString();
     QTest::newRow("only the organisation's name empty")
-        << QString() << application << writable << QStringLiteral("/TarnvikControl");
+        << QString() << application << writable << u"/TarnvikControl"_s;
     QTest::newRow("only the application's name empty")
-        << organization << QString() << writable << QStringLiteral("/Quillane GmbH/");
+        << organization << QString() << writable << u"/Quillane GmbH/"_s;
     QTest::newRow("both names set") << organization << application << writable
-                                    << QStringLiteral("/Quillane GmbH/TarnvikControl");
+                                    << u"/Quillane GmbH/TarnvikControl"_s;
 }
 
 void TarnvikBasicTest::theWritableLocationIsTakenOnlyWithoutIdentity()
@@ -132,17 +130,16 @@ void TarnvikBasicTest::theWritableLocationIsTakenOnlyWithoutIdentity()
     QFETCH(const QString, writable);
     QFETCH(const QString, expected);
     QCoreApplication::setOrganizationName(organization);
-    const QStringList noMatch{QStringLiteral("/etc/xdg")};
+    const QStringList noMatch{u"/etc/xdg"_s};
     QCOMPARE(QTarnvikBasic::GetConfigLocation(noMatch, writable, application), expected);
 }
 
 void TarnvikBasicTest::theSystemsLocationsGiveTheProgramsFolder()
 {
     const QString folder = QTarnvikBasic::GetConfigLocation();
-    QVERIFY2(folder.endsWith(QStringLiteral("/Quillane GmbH/TarnvikControl")), qPrintable(folder));
-    const QString parent = folder.chopped(QStringLiteral("/Quillane GmbH/TarnvikControl").size());
-    QVERIFY2(parent.endsWith(QStringLiteral("/.config")) ||
-                 parent.endsWith(QStringLiteral("/ProgramData"), Qt::CaseInsensitive),
+    QVERIFY2(folder.endsWith(u"/Quillane GmbH/TarnvikControl"_s), qPrintable(folder));
+    const QString parent = folder.chopped(u"/Quillane GmbH/TarnvikControl"_s.size());
+    QVERIFY2(parent.endsWith(u"/.config"_s) || parent.endsWith(u"/ProgramData"_s, Qt::CaseInsensitive),
              qPrintable(parent));
 }
 
@@ -152,60 +149,56 @@ void TarnvikBasicTest::completesAPath_data()
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("the application's name alone moves below the organisation's")
-        << QStringLiteral("C:/ProgramData/TarnvikControl")
-        << QStringLiteral("C:/ProgramData/Quillane GmbH/TarnvikControl");
+        << u"C:/ProgramData/TarnvikControl"_s << u"C:/ProgramData/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("the application's name with a trailing separator leaves that separator")
-        << QStringLiteral("C:/ProgramData/TarnvikControl/")
-        << QStringLiteral("C:/ProgramData//Quillane GmbH/TarnvikControl");
+        << u"C:/ProgramData/TarnvikControl/"_s << u"C:/ProgramData//Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("every occurrence of the application's name is removed")
-        << QStringLiteral("C:/TarnvikControl/ProgramData/TarnvikControl")
-        << QStringLiteral("C://ProgramData/Quillane GmbH/TarnvikControl");
+        << u"C:/TarnvikControl/ProgramData/TarnvikControl"_s
+        << u"C://ProgramData/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("the organisation's name alone gets the application's")
-        << QStringLiteral("C:/ProgramData/Quillane GmbH")
-        << QStringLiteral("C:/ProgramData/Quillane GmbH/TarnvikControl");
+        << u"C:/ProgramData/Quillane GmbH"_s << u"C:/ProgramData/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("a path with both names is left unchanged")
-        << QStringLiteral("C:/ProgramData/Quillane GmbH/TarnvikControl")
-        << QStringLiteral("C:/ProgramData/Quillane GmbH/TarnvikControl");
-    QTest::newRow("both names in any place are enough") << QStringLiteral("/TarnvikControl/Quillane GmbH/x")
-                                                        << QStringLiteral("/TarnvikControl/Quillane GmbH/x");
+        << u"C:/ProgramData/Quillane GmbH/TarnvikControl"_s
+        << u"C:/ProgramData/Quillane GmbH/TarnvikControl"_s;
+    QTest::newRow("both names in any place are enough")
+        << u"/TarnvikControl/Quillane GmbH/x"_s << u"/TarnvikControl/Quillane GmbH/x"_s;
     QTest::newRow("neither name: both are appended")
-        << QStringLiteral("/home/ann/.config")
-        << QStringLiteral("/home/ann/.config/Quillane GmbH/TarnvikControl");
+        << u"/home/ann/.config"_s << u"/home/ann/.config/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("neither name: a trailing separator stays")
-        << QStringLiteral("/home/") << QStringLiteral("/home//Quillane GmbH/TarnvikControl");
+        << u"/home/"_s << u"/home//Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("names in another case are other names")
-        << QStringLiteral("/quillane gmbh/tarnvikcontrol")
-        << QStringLiteral("/quillane gmbh/tarnvikcontrol/Quillane GmbH/TarnvikControl");
+        << u"/quillane gmbh/tarnvikcontrol"_s
+        << u"/quillane gmbh/tarnvikcontrol/Quillane GmbH/TarnvikControl"_s;
     QTest::newRow("a path with a place marker stays as written")
-        << QStringLiteral("/%1/%2") << QStringLiteral("/%1/%2/Quillane GmbH/TarnvikControl");
+        << u"/%1/%2"_s << u"/%1/%2/Quillane GmbH/TarnvikControl"_s;
 }
 
 void TarnvikBasicTest::completesAPath()
 {
     QFETCH(QString, path);
     QFETCH(const QString, expected);
-    QTarnvikBasic::AddOrgAndAppFolder(path, QStringLiteral("TarnvikControl"));
+    QTarnvikBasic::AddOrgAndAppFolder(path, u"TarnvikControl"_s);
     QCOMPARE(path, expected);
 }
 
 void TarnvikBasicTest::anEmptyNameGivesTheRecordersFolderWithoutTrailingSeparator()
 {
     const QString folder = QTarnvikBasic::GetRecorderFile(QString());
-    QVERIFY2(folder.endsWith(QStringLiteral("/Quillane GmbH/TarnvikRecord")), qPrintable(folder));
+    QVERIFY2(folder.endsWith(u"/Quillane GmbH/TarnvikRecord"_s), qPrintable(folder));
 }
 
 void TarnvikBasicTest::aNameIsPutBehindTheRecordersFolder()
 {
-    QCOMPARE(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini")),
-             QTarnvikBasic::GetRecorderFile(QString()) + QStringLiteral("/tarnviklocation.ini"));
+    QCOMPARE(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s),
+             QTarnvikBasic::GetRecorderFile(QString()) + u"/tarnviklocation.ini"_s);
 }
 
 void TarnvikBasicTest::everyOccurrenceOfTheApplicationNameIsReplacedAlsoInTheOrganisation()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("TarnvikControl Makers"));
+    QCoreApplication::setOrganizationName(u"TarnvikControl Makers"_s);
     const QString folder = QTarnvikBasic::GetRecorderFile(QString());
-    QVERIFY2(folder.endsWith(QStringLiteral("/TarnvikRecord Makers/TarnvikRecord")), qPrintable(folder));
-    QVERIFY(!folder.contains(QStringLiteral("TarnvikControl")));
+    QVERIFY2(folder.endsWith(u"/TarnvikRecord Makers/TarnvikRecord"_s), qPrintable(folder));
+    QVERIFY(!folder.contains(u"TarnvikControl"_s));
 }
 
 void TarnvikBasicTest::readsTheRecordPath_data()
@@ -213,13 +206,12 @@ void TarnvikBasicTest::readsTheRecordPath_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("a path as written")
-        << QByteArray("[Record]\nRecordPath=D:/records\n") << QStringLiteral("D:/records");
+    QTest::newRow("a path as written") << QByteArray("[Record]\nRecordPath=D:/records\n") << u"D:/records"_s;
     QTest::newRow("a path is not changed to the system's separators")
         << QByteArray("[Record]\nRecordPath=\"D:\\\\records\\\\today, all/\"\n")
-        << QStringLiteral("D:\\records\\today, all/");
+        << u"D:\\records\\today, all/"_s;
     QTest::newRow("a path beyond ASCII")
-        << QByteArray("[Record]\nRecordPath=/srv/tr\xc3\xa4ger\n") << QStringLiteral("/srv/träger");
+        << QByteArray("[Record]\nRecordPath=/srv/tr\xc3\xa4ger\n") << u"/srv/träger"_s;
     QTest::newRow("no key") << QByteArray("[Record]\nOther=1\n") << QString();
     QTest::newRow("the key in another group") << QByteArray("[Other]\nRecordPath=/x\n") << QString();
     QTest::newRow("the key without group") << QByteArray("RecordPath=/x\n") << QString();
@@ -233,7 +225,7 @@ void TarnvikBasicTest::readsTheRecordPath()
     QFETCH(const QByteArray, content);
     QFETCH(const QString, expected);
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("tarnviklocation.ini")));
+    QFile file(folder.filePath(u"tarnviklocation.ini"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(content), content.size());
     file.close();
@@ -248,7 +240,7 @@ void TarnvikBasicTest::withoutLocationFileTheRecordPathIsEmpty()
 {
     const QTemporaryDir folder;
     QCOMPARE(QTarnvikBasic::GetRecordPath(QString()), QString());
-    const QString missing = folder.filePath(QStringLiteral("missing/tarnviklocation.ini"));
+    const QString missing = folder.filePath(u"missing/tarnviklocation.ini"_s);
     QCOMPARE(QTarnvikBasic::GetRecordPath(missing), QString());
     QCOMPARE(QTarnvikBasic::GetRecordPath(folder.path()), QString());
     QVERIFY(QDir(folder.path()).isEmpty()); // nothing was made
@@ -257,11 +249,11 @@ void TarnvikBasicTest::withoutLocationFileTheRecordPathIsEmpty()
 void TarnvikBasicTest::aLocationFileWrittenBySettingsIsRead()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("tarnviklocation.ini"));
-    const QString recordPath = QStringLiteral("D:\\Räkords, 2026; \"new\"");
+    const QString path = folder.filePath(u"tarnviklocation.ini"_s);
+    const QString recordPath = u"D:\\Räkords, 2026; \"new\""_s;
     {
         QSettings settings(path, QSettings::IniFormat);
-        settings.setValue(QStringLiteral("Record/RecordPath"), recordPath);
+        settings.setValue(u"Record/RecordPath"_s, recordPath);
     }
     QCOMPARE(QTarnvikBasic::GetRecordPath(path), recordPath);
 }

@@ -11,6 +11,8 @@
 #include <QProcess>
 #include <QSystemSemaphore>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void SendQuit()
@@ -47,13 +49,13 @@ void TarnvikBasic_QuitLinuxTest::aCountLeftBehindByOthersDoesNotReachARecorder()
     QTRY_VERIFY(report.recorderListens());
     SendQuit();
     QVERIFY(recorder.waitForFinished(5000));
-    QCOMPARE(report.count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(report.count(u"quit-request"_s), 1);
 }
 
 void TarnvikBasic_QuitLinuxTest::theRequestCreatesNoSemaphoreWhenThereIsNone()
 {
     const auto keyFiles = [] { // the file is made with the semaphore
-        return QDir(QDir::tempPath()).entryList({QStringLiteral("qipc_*")}, QDir::Files);
+        return QDir(QDir::tempPath()).entryList({u"qipc_*"_s}, QDir::Files);
     };
     QCOMPARE(keyFiles(), QStringList());
     SendQuit();

@@ -11,6 +11,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Rounds = 10;
@@ -88,8 +90,8 @@ void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
     QVERIFY(recorder->waitForFinished(5000));
     QCOMPARE(recorder->exitStatus(), QProcess::NormalExit);
     QCOMPARE(recorder->exitCode(), 0);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
 
 void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStartedLater()
@@ -103,7 +105,7 @@ void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStarted
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         SendQuit();
         QVERIFY(recorder->waitForFinished(5000));
-        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+        QCOMPARE(Report->count(u"quit-request"_s), round + 1);
     }
 }
 
@@ -117,8 +119,8 @@ void TarnvikBasic_QuitTest::aRequestAfterARecorderWasKilledDoesNotReachTheNext()
         QVERIFY(recorder->waitForFinished(5000));
         SendQuit();
     }
-    QCOMPARE(Report->count(QStringLiteral("started")), Rounds);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+    QCOMPARE(Report->count(u"started"_s), Rounds);
+    QCOMPARE(Report->count(u"quit-request"_s), 0);
 }
 
 void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheNext()
@@ -131,7 +133,7 @@ void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheN
         SendQuit();
         QVERIFY(recorder->waitForFinished(5000));
         QCOMPARE(recorder->exitCode(), 0);
-        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+        QCOMPARE(Report->count(u"quit-request"_s), round + 1);
     }
 }
 
@@ -140,7 +142,7 @@ void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNo
     Report->setOption("IGNORE_QUIT", "1");
     const auto deaf = startRecorder();
     QVERIFY(deaf);
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 1);
+    QTRY_COMPARE(Report->count(u"started"_s), 1);
     SendQuit();
     Report->setOption("IGNORE_QUIT", "0");
     const auto recorder = startRecorder();
@@ -167,7 +169,7 @@ void TarnvikBasic_QuitTest::aNewRecorderStartedWhileTheOldOneEndsIsNotStopped()
         QVERIFY(oldRecorder->waitForFinished(5000));
         QCOMPARE(oldRecorder->exitCode(), 0);
         QTRY_VERIFY2(Report->recorderListens(newRecorder->processId()), qPrintable(QString::number(round)));
-        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+        QCOMPARE(Report->count(u"quit-request"_s), round + 1);
         oldRecorder = std::move(newRecorder);
     }
     SendQuit();

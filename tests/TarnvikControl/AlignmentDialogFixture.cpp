@@ -9,11 +9,13 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 AlignmentDialogFixture::AlignmentDialogFixture()
 {
-    (void)Dialog.LoadFolder(QString(), QStringLiteral("TarnvikDriver_*.ad"));
+    (void)Dialog.LoadFolder(QString(), u"TarnvikDriver_*.ad"_s);
     Dialog.show();
     (void)QTest::qWaitForWindowActive(&Dialog);
 }
@@ -45,9 +47,8 @@ QStringList AlignmentDialogFixture::lines() const
     for (; line; line = tree().itemBelow(line)) {
         QString text = line->text(0);
         if (line->data(0, Qt::CheckStateRole).isValid())
-            text.prepend(line->checkState(0) == Qt::Checked ? QStringLiteral("[x] ")
-                                                            : QStringLiteral("[ ] "));
-        lines.append(line->parent() ? text + QStringLiteral(" | ") + line->text(1) : text + line->text(1));
+            text.prepend(line->checkState(0) == Qt::Checked ? u"[x] "_s : u"[ ] "_s);
+        lines.append(line->parent() ? text + u" | "_s + line->text(1) : text + line->text(1));
     }
     return lines;
 }
@@ -59,9 +60,9 @@ QString AlignmentDialogFixture::recorderFolder()
 
 bool AlignmentDialogFixture::prepareFolders()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
-    const QString import = QDir::tempPath() + QStringLiteral("/import");
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
+    const QString import = QDir::tempPath() + u"/import"_s;
     return QDir(recorderFolder()).removeRecursively() && QDir().mkpath(recorderFolder()) &&
            QDir(import).removeRecursively() && QDir().mkpath(import);
 }
@@ -73,7 +74,7 @@ QString RecorderFile(const QString &name)
 
 QString ImportFile(const QString &name)
 {
-    return QDir::tempPath() + QStringLiteral("/import/") + name;
+    return QDir::tempPath() + u"/import/"_s + name;
 }
 
 bool WriteStationWithImports()
@@ -84,8 +85,8 @@ bool WriteStationWithImports()
     const QList<FileTable> airspyImport = {{"0x9", 0}};
     return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, rtl) &&
            WriteAlignmentFile(RecorderFile(AirspyFile), SdrType::AirSpy, airspy) &&
-           WriteAlignmentFile(ImportFile(QStringLiteral("r.ad")), SdrType::RtlSdr, rtlImport) &&
-           WriteAlignmentFile(ImportFile(QStringLiteral("a.ad")), SdrType::AirSpy, airspyImport);
+           WriteAlignmentFile(ImportFile(u"r.ad"_s), SdrType::RtlSdr, rtlImport) &&
+           WriteAlignmentFile(ImportFile(u"a.ad"_s), SdrType::AirSpy, airspyImport);
 }
 
 } // namespace tests

@@ -17,24 +17,25 @@
 #include <memory>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using tests::Day;
 using tests::FileTable;
 using tests::WriteAlignmentFile;
 
 namespace {
 
-const QString AllFiles = QStringLiteral("*.ad");
+const QString AllFiles = u"*.ad"_s;
 
 /// The row in words: state, date, file, date and file of the update, driverIsNew as "!".
 QString InWords(const AlignmentRow &row)
 {
-    QString words = QStringLiteral("%1/%2 %3 %4 %5")
-                        .arg(row.driver, row.hardwareId)
+    QString words = u"%1/%2 %3 %4 %5"_s.arg(row.driver, row.hardwareId)
                         .arg(row.state)
                         .arg(AlignmentDateText(row.alignedAt), row.filePath.section(u'/', -1));
     if (row.updateAlignedAt)
-        words += QStringLiteral(" (%1 %2)")
-                     .arg(AlignmentDateText(*row.updateAlignedAt), row.updateFilePath.section(u'/', -1));
+        words +=
+            u" (%1 %2)"_s.arg(AlignmentDateText(*row.updateAlignedAt), row.updateFilePath.section(u'/', -1));
     return row.has(AlignmentRow::driverIsNew) ? words + u'!' : words;
 }
 
@@ -52,9 +53,9 @@ QString LookInWords(const AlignmentRow &row)
     const AlignmentRowLook look = LookOf(row);
     QString words = look.Text;
     if (look.CheckBox)
-        words.prepend(*look.CheckBox == Qt::Checked ? QStringLiteral("[x] ") : QStringLiteral("[ ] "));
+        words.prepend(*look.CheckBox == Qt::Checked ? u"[x] "_s : u"[ ] "_s);
     if (look.Backdrop)
-        words += QStringLiteral(" on ") +
+        words += u" on "_s +
                  QString::fromLatin1(QMetaEnum::fromType<Qt::GlobalColor>().valueToKey(*look.Backdrop));
     return words;
 }
@@ -197,14 +198,14 @@ void AlignmentRowListTest::init()
 
 void AlignmentRowListTest::aFileGivesRowsInItsOrder()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), static_cast<SdrType>(7),
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), static_cast<SdrType>(7),
                                {{"B", Day("2024-01-02")}, {"A", Day("2024-01-01")}, {"", 0}}));
     AlignmentRowList list;
-    QCOMPARE(list.ReadFile(path(QStringLiteral("a.ad"))), QString());
-    QCOMPARE(InWords(list), (QStringList{QStringLiteral("Driver 7/B 1 2024-01-02 a.ad!"),
-                                         QStringLiteral("Driver 7/A 1 2024-01-01 a.ad!"),
-                                         QStringLiteral("Driver 7/ 1 1970-01-01 a.ad!")}));
-    QCOMPARE(list.rows().first().filePath, path(QStringLiteral("a.ad")));
+    QCOMPARE(list.ReadFile(path(u"a.ad"_s)), QString());
+    QCOMPARE(InWords(list),
+             (QStringList{u"Driver 7/B 1 2024-01-02 a.ad!"_s, u"Driver 7/A 1 2024-01-01 a.ad!"_s,
+                          u"Driver 7/ 1 1970-01-01 a.ad!"_s}));
+    QCOMPARE(list.rows().first().filePath, path(u"a.ad"_s));
 }
 
 void AlignmentRowListTest::aFileThatCannotBeReadGivesAMessageAndNoRow_data()
@@ -229,7 +230,7 @@ void AlignmentRowListTest::aFileThatCannotBeReadGivesAMessageAndNoRow()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, message);
-    const QString file = path(QStringLiteral("a.ad"));
+    const QString file = path(u"a.ad"_s);
     if (!bytes.isEmpty())
         QVERIFY(tests::WriteFileBytes(file, bytes));
     AlignmentRowList list;
@@ -239,28 +240,27 @@ void AlignmentRowListTest::aFileThatCannotBeReadGivesAMessageAndNoRow()
 
 void AlignmentRowListTest::withoutMemoryAFileGivesAMessage()
 {
-    const QString file = path(QStringLiteral("a.ad"));
+    const QString file = path(u"a.ad"_s);
     QVERIFY(tests::WriteFileBytes(file, tests::FileOf150Bytes()));
     AlignmentRowList list;
     {
         const tests::AllocationLimit none(0);
-        QCOMPARE(list.ReadFile(file), QStringLiteral("Out of memory"));
+        QCOMPARE(list.ReadFile(file), u"Out of memory"_s);
     }
     {
         const tests::AllocationLimit storeOnly(1);
-        QCOMPARE(list.ReadFile(file), QStringLiteral("Internal Error"));
+        QCOMPARE(list.ReadFile(file), u"Internal Error"_s);
     }
     QVERIFY(list.rows().isEmpty());
 }
 
 void AlignmentRowListTest::theErrorsOfSeveralFilesAreLines()
 {
-    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("good.ad")), tests::FileOf150Bytes()));
-    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("%1 %2.ad")), "rubbish"));
+    QVERIFY(tests::WriteFileBytes(path(u"good.ad"_s), tests::FileOf150Bytes()));
+    QVERIFY(tests::WriteFileBytes(path(u"%1 %2.ad"_s), "rubbish"));
     AlignmentRowList list;
-    const QStringList files = {path(QStringLiteral("missing.ad")), path(QStringLiteral("good.ad")),
-                               path(QStringLiteral("%1 %2.ad"))};
-    QCOMPARE(list.ReadFiles(files), QStringLiteral("missing.ad: File Error\n%1 %2.ad: Version Missmatched"));
+    const QStringList files = {path(u"missing.ad"_s), path(u"good.ad"_s), path(u"%1 %2.ad"_s)};
+    QCOMPARE(list.ReadFiles(files), u"missing.ad: File Error\n%1 %2.ad: Version Missmatched"_s);
     QCOMPARE(list.rows().size(), 1);
     QCOMPARE(list.ReadFiles({}), QString());
 }
@@ -327,50 +327,49 @@ void AlignmentRowListTest::twoFilesWithOneTableInBothOrders()
     QVERIFY(write("b.ad", b));
     for (const bool reversed : {false, true}) {
         AlignmentRowList list;
-        QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("present*.ad")), QString());
-        QStringList files = {path(QStringLiteral("a.ad")), path(QStringLiteral("b.ad"))};
+        QCOMPARE(list.LoadFolder(Folder->path(), u"present*.ad"_s), QString());
+        QStringList files = {path(u"a.ad"_s), path(u"b.ad"_s)};
         if (reversed)
             std::reverse(files.begin(), files.end());
         QCOMPARE(list.ReadFiles(files), QString());
-        QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
+        QCOMPARE(InWords(list), QStringList{u"RTL-SDR/0x1 "_s + (reversed ? afterBA : afterAB)});
         QCOMPARE(LookInWords(list.rows().first()), look);
         QCOMPARE(list.ReadFiles(files), QString()); // once more changes nothing
-        QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/0x1 ") + (reversed ? afterBA : afterAB)});
+        QCOMPARE(InWords(list), QStringList{u"RTL-SDR/0x1 "_s + (reversed ? afterBA : afterAB)});
     }
 }
 
 void AlignmentRowListTest::theSameHardwareIdOfTwoDriversIsTwoRows()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"0x1", 0}}));
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::AirSpy, {{"0x1", 0}, {"0X1", 0}}));
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"0x1", 0}}));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::AirSpy, {{"0x1", 0}, {"0X1", 0}}));
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
     QCOMPARE(list.rows().size(), 3);
-    QVERIFY(list.find(QStringLiteral("RTL-SDR"), QStringLiteral("0x1")));
-    QVERIFY(list.find(QStringLiteral("AirSpy"), QStringLiteral("0x1")));
-    QVERIFY(!list.find(QStringLiteral("RTL-SDR"), QStringLiteral("0X1")));
+    QVERIFY(list.find(u"RTL-SDR"_s, u"0x1"_s));
+    QVERIFY(list.find(u"AirSpy"_s, u"0x1"_s));
+    QVERIFY(!list.find(u"RTL-SDR"_s, u"0X1"_s));
 }
 
 void AlignmentRowListTest::onlyTheFirstFileOfADriverMarksItAsNew()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"A", 0}, {"B", 0}}));
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr, {{"C", 0}, {"A", 1}}));
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"A", 0}, {"B", 0}}));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr, {{"C", 0}, {"A", 1}}));
     AlignmentRowList list;
-    QCOMPARE(list.ReadFiles({path(QStringLiteral("a.ad")), path(QStringLiteral("b.ad"))}), QString());
-    QCOMPARE(InWords(list), (QStringList{QStringLiteral("RTL-SDR/A 1 1970-01-01 b.ad!"),
-                                         QStringLiteral("RTL-SDR/B 1 1970-01-01 a.ad!"),
-                                         QStringLiteral("RTL-SDR/C 1 1970-01-01 b.ad")}));
+    QCOMPARE(list.ReadFiles({path(u"a.ad"_s), path(u"b.ad"_s)}), QString());
+    QCOMPARE(InWords(list), (QStringList{u"RTL-SDR/A 1 1970-01-01 b.ad!"_s, u"RTL-SDR/B 1 1970-01-01 a.ad!"_s,
+                                         u"RTL-SDR/C 1 1970-01-01 b.ad"_s}));
 }
 
 void AlignmentRowListTest::mergingTheSameFileTwiceChangesNothingTheSecondTime()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("present.ad")), SdrType::LimeUsb,
+    QVERIFY(WriteAlignmentFile(path(u"present.ad"_s), SdrType::LimeUsb,
                                {{"same", 5}, {"older", 7}, {"newer", 3}}));
-    const QString import = path(QStringLiteral("import.ad"));
+    const QString import = path(u"import.ad"_s);
     QVERIFY(WriteAlignmentFile(import, SdrType::LimeUsb,
                                {{"same", 5}, {"older", 4}, {"newer", 9}, {"new", 1}, {"new", 2}}));
     AlignmentRowList list;
-    QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("present.ad")), QString());
+    QCOMPARE(list.LoadFolder(Folder->path(), u"present.ad"_s), QString());
     QCOMPARE(list.ReadFile(import), QString());
     const QList<AlignmentRow> once = list.rows();
     QCOMPARE(once.size(), 4);
@@ -381,7 +380,7 @@ void AlignmentRowListTest::mergingTheSameFileTwiceChangesNothingTheSecondTime()
 void AlignmentRowListTest::aHardwareIdOfFullLengthNeedsNoEnd()
 {
     const QByteArray longest(128, 'x');
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{longest, 0}}));
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{longest, 0}}));
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
     QCOMPARE(list.rows().first().hardwareId, QString::fromLatin1(longest));
@@ -389,15 +388,15 @@ void AlignmentRowListTest::aHardwareIdOfFullLengthNeedsNoEnd()
 
 void AlignmentRowListTest::afterLoadingAFolderAllRowsArePresent()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr,
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr,
                                {{"A", Day("2024-01-01")}, {"B", Day("2024-05-01")}}));
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr,
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr,
                                {{"A", Day("2024-02-01")}, {"B", Day("2024-04-01")}}));
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
     // Two files with one table give one row, the newest, with the file that holds it.
-    QCOMPARE(InWords(list), (QStringList{QStringLiteral("RTL-SDR/A 0 2024-02-01 b.ad!"),
-                                         QStringLiteral("RTL-SDR/B 0 2024-05-01 a.ad!")}));
+    QCOMPARE(InWords(list),
+             (QStringList{u"RTL-SDR/A 0 2024-02-01 b.ad!"_s, u"RTL-SDR/B 0 2024-05-01 a.ad!"_s}));
 }
 
 void AlignmentRowListTest::onlyMatchingFilesOfTheFolderItselfAreLoaded()
@@ -405,54 +404,52 @@ void AlignmentRowListTest::onlyMatchingFilesOfTheFolderItselfAreLoaded()
     const auto write = [this](const QString &name, const QByteArray &id) {
         return WriteAlignmentFile(path(name), SdrType::RtlSdr, {{id, 0}});
     };
-    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("sub")));
-    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("TarnvikDriver_folder.ad")));
-    QVERIFY(write(QStringLiteral("TarnvikDriver_RtlSdr.ad"), "A"));
-    QVERIFY(write(QStringLiteral("Driver_RtlSdr.ad"), "B"));
-    QVERIFY(write(QStringLiteral("TarnvikDriver_RtlSdr.ad.bak"), "C"));
-    QVERIFY(write(QStringLiteral("sub/TarnvikDriver_RtlSdr.ad"), "D"));
+    QVERIFY(QDir(Folder->path()).mkpath(u"sub"_s));
+    QVERIFY(QDir(Folder->path()).mkpath(u"TarnvikDriver_folder.ad"_s));
+    QVERIFY(write(u"TarnvikDriver_RtlSdr.ad"_s, "A"));
+    QVERIFY(write(u"Driver_RtlSdr.ad"_s, "B"));
+    QVERIFY(write(u"TarnvikDriver_RtlSdr.ad.bak"_s, "C"));
+    QVERIFY(write(u"sub/TarnvikDriver_RtlSdr.ad"_s, "D"));
     AlignmentRowList list;
-    QCOMPARE(list.LoadFolder(Folder->path(), QStringLiteral("TarnvikDriver_*.ad")), QString());
-    QCOMPARE(InWords(list), QStringList{QStringLiteral("RTL-SDR/A 0 1970-01-01 TarnvikDriver_RtlSdr.ad!")});
+    QCOMPARE(list.LoadFolder(Folder->path(), u"TarnvikDriver_*.ad"_s), QString());
+    QCOMPARE(InWords(list), QStringList{u"RTL-SDR/A 0 1970-01-01 TarnvikDriver_RtlSdr.ad!"_s});
 }
 
 void AlignmentRowListTest::anEmptyFolderNameStandsForTheRecordersFolder()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     const QString folder = QTarnvikBasic::GetRecorderFile(QString());
     QVERIFY(QDir().mkpath(folder));
-    QVERIFY(WriteAlignmentFile(folder + QStringLiteral("/a.ad"), SdrType::RtlSdr, {{"A", 0}}));
+    QVERIFY(WriteAlignmentFile(folder + u"/a.ad"_s, SdrType::RtlSdr, {{"A", 0}}));
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(QString(), AllFiles), QString());
     QCOMPARE(list.rows().size(), 1);
-    QCOMPARE(list.rows().first().filePath, folder + QStringLiteral("/a.ad"));
+    QCOMPARE(list.rows().first().filePath, folder + u"/a.ad"_s);
 }
 
 void AlignmentRowListTest::anEmptyOrMissingFolderGivesNoRowAndNoMessage()
 {
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
-    QCOMPARE(list.LoadFolder(path(QStringLiteral("missing")), AllFiles), QString());
+    QCOMPARE(list.LoadFolder(path(u"missing"_s), AllFiles), QString());
     QVERIFY(list.rows().isEmpty());
 }
 
 void AlignmentRowListTest::aDamagedFileInTheFolderLeavesOutItsTablesOnly()
 {
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::RtlSdr, {{"B", 0}}));
-    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("a.ad")), "rubbish"));
-    QVERIFY(tests::WriteFileBytes(path(QStringLiteral("c.ad")), "\5"));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr, {{"B", 0}}));
+    QVERIFY(tests::WriteFileBytes(path(u"a.ad"_s), "rubbish"));
+    QVERIFY(tests::WriteFileBytes(path(u"c.ad"_s), "\5"));
     AlignmentRowList list;
-    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles),
-             QStringLiteral("a.ad: Version Missmatched\nc.ad: File Error"));
+    QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), u"a.ad: Version Missmatched\nc.ad: File Error"_s);
     QCOMPARE(list.rows().size(), 1);
 }
 
 void AlignmentRowListTest::sortingKeepsEveryRowFindable()
 {
-    QVERIFY(
-        WriteAlignmentFile(path(QStringLiteral("a.ad")), SdrType::RtlSdr, {{"b", 1}, {"B", 2}, {"a", 3}}));
-    QVERIFY(WriteAlignmentFile(path(QStringLiteral("b.ad")), SdrType::AirSpy, {{"c", 4}}));
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"b", 1}, {"B", 2}, {"a", 3}}));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::AirSpy, {{"c", 4}}));
     AlignmentRowList list;
     QCOMPARE(list.LoadFolder(Folder->path(), AllFiles), QString());
     list.Sort();
@@ -461,23 +458,19 @@ void AlignmentRowListTest::sortingKeepsEveryRowFindable()
         order.append(row.hardwareId);
         QCOMPARE(list.find(row.driver, row.hardwareId), &row);
     }
-    QCOMPARE(order, (QStringList{QStringLiteral("c"), QStringLiteral("B"), QStringLiteral("a"),
-                                 QStringLiteral("b")}));
+    QCOMPARE(order, (QStringList{u"c"_s, u"B"_s, u"a"_s, u"b"_s}));
 }
 
 void AlignmentRowListTest::anySequenceOfImportsKeepsEachPairOnce()
 {
     std::mt19937 random(20240101);
     const auto upTo = [&random](unsigned most) { return static_cast<int>(random() % (most + 1)); };
-    const QStringList drivers = {QStringLiteral("LimeMini"), QStringLiteral("RTL-SDR"),
-                                 QStringLiteral("Driver 7")};
+    const QStringList drivers = {u"LimeMini"_s, u"RTL-SDR"_s, u"Driver 7"_s};
     const SdrType types[] = {SdrType::LimeMini, SdrType::RtlSdr, static_cast<SdrType>(7)};
     QList<PoolFile> pool;
     for (int i = 0; i < 40; ++i) {
         const int driver = upTo(2);
-        PoolFile file{path(QStringLiteral("%1_%2.ad").arg(i % 8).arg(i, 2, 10, QLatin1Char('0'))),
-                      drivers.at(driver),
-                      {}};
+        PoolFile file{path(u"%1_%2.ad"_s.arg(i % 8).arg(i, 2, 10, QLatin1Char('0'))), drivers.at(driver), {}};
         for (int table = upTo(4); table >= 0; --table) // one hardware id may come up twice
             file.Tables.append({QByteArray::number(upTo(3)), Day("2024-01-01") + 86'400ULL * upTo(3)});
         QVERIFY(WriteAlignmentFile(file.Path, types[driver], file.Tables));
@@ -493,7 +486,7 @@ void AlignmentRowListTest::anySequenceOfImportsKeepsEachPairOnce()
             } else if (action == 1) {
                 const QString start = QString::number(upTo(8)); // of no file at all for 8
                 list.Clear();
-                QCOMPARE(list.LoadFolder(Folder->path(), start + QStringLiteral("_*.ad")), QString());
+                QCOMPARE(list.LoadFolder(Folder->path(), start + u"_*.ad"_s), QString());
                 model.Clear();
                 for (const PoolFile &file : pool) { // within one start the pool is in the order of the names
                     if (QFileInfo(file.Path).fileName().startsWith(start))
@@ -511,9 +504,8 @@ void AlignmentRowListTest::anySequenceOfImportsKeepsEachPairOnce()
                 list.Sort(); // as a dialog does after each step
             actual.sort();
             expected.sort();
-            QVERIFY2(actual == expected, qPrintable(QStringLiteral("sequence %1\n%2\nexpected\n%3")
-                                                        .arg(sequence)
-                                                        .arg(actual.join(u'\n'), expected.join(u'\n'))));
+            QVERIFY2(actual == expected, qPrintable(u"sequence %1\n%2\nexpected\n%3"_s.arg(sequence).arg(
+                                             actual.join(u'\n'), expected.join(u'\n'))));
         }
     }
 }

@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 using tests::Day;
 
 namespace {
@@ -16,13 +18,13 @@ namespace {
 AlignmentRow Row(AlignmentRow::State state, const char *date, const char *update = nullptr)
 {
     AlignmentRow row;
-    row.filePath = QStringLiteral("present.ad");
-    row.driver = QStringLiteral("LimeMini");
-    row.hardwareId = QStringLiteral("0x1");
+    row.filePath = u"present.ad"_s;
+    row.driver = u"LimeMini"_s;
+    row.hardwareId = u"0x1"_s;
     row.alignedAt = Day(date);
     row.state = state;
     if (update) {
-        row.updateFilePath = QStringLiteral("update.ad");
+        row.updateFilePath = u"update.ad"_s;
         row.updateAlignedAt = Day(update);
     }
     return row;
@@ -67,7 +69,7 @@ void AlignmentRowTest::oneMoreVersionChangesTheRow_data()
     QTest::addColumn<QString>("date"); // of the version in more.ad
     QTest::addColumn<AlignmentRow>("expected");
     using enum AlignmentRow::State;
-    const QString more = QStringLiteral("more.ad");
+    const QString more = u"more.ad"_s;
 
     QTest::newRow("present, the same date: nothing changes") << Row(Present, Old) << Old << Row(Present, Old);
     QTest::newRow("present, a later date: an update")
@@ -100,23 +102,23 @@ void AlignmentRowTest::oneMoreVersionChangesTheRow()
     QFETCH(QString, date);
     QFETCH(AlignmentRow, expected);
     const std::uint64_t seconds = Day(date.toLatin1().constData());
-    row.AddVersion(QStringLiteral("more.ad"), seconds);
+    row.AddVersion(u"more.ad"_s, seconds);
     QVERIFY(row == expected);
-    row.AddVersion(QStringLiteral("again.ad"), seconds); // the second time nothing changes
+    row.AddVersion(u"again.ad"_s, seconds); // the second time nothing changes
     QVERIFY(row == expected);
 }
 
 void AlignmentRowTest::datesAreComparedToTheSecond()
 {
     AlignmentRow row = Row(AlignmentRow::Present, Old);
-    row.AddVersion(QStringLiteral("more.ad"), Day(Old) + 1);
+    row.AddVersion(u"more.ad"_s, Day(Old) + 1);
     QCOMPARE(row.state, AlignmentRow::UpdatePresent);
-    QCOMPARE(LookOf(row).Text, QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-01-01 present)"));
+    QCOMPARE(LookOf(row).Text, u"Aligned at: 2024-01-01 (Update from 2024-01-01 present)"_s);
 
     // Beyond what a date-time of Qt can hold.
     row.alignedAt = std::numeric_limits<std::uint64_t>::max() - 1;
-    row.AddVersion(QStringLiteral("latest.ad"), std::numeric_limits<std::uint64_t>::max());
-    QCOMPARE(row.updateFilePath, QStringLiteral("latest.ad"));
+    row.AddVersion(u"latest.ad"_s, std::numeric_limits<std::uint64_t>::max());
+    QCOMPARE(row.updateFilePath, u"latest.ad"_s);
     QCOMPARE(LookOf(row).CheckBox, std::optional(Qt::Checked));
 }
 

@@ -18,16 +18,18 @@
 #include <memory>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using tests::FileTable;
 using tests::TableBytes;
 using tests::WriteAlignmentFile;
 
 namespace {
 
-const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
-const QString Rtl = QStringLiteral("RTL-SDR");
-const QString AirSpy = QStringLiteral("AirSpy");
+const QString RtlFile = u"TarnvikDriver_RtlSdr.ad"_s;
+const QString AirspyFile = u"TarnvikDriver_Airspy.ad"_s;
+const QString Rtl = u"RTL-SDR"_s;
+const QString AirSpy = u"AirSpy"_s;
 
 } // namespace
 
@@ -72,10 +74,7 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const { return Folder->filePath(name); }
-    [[nodiscard]] QString imported(const QString &name) const
-    {
-        return path(QStringLiteral("import/") + name);
-    }
+    [[nodiscard]] QString imported(const QString &name) const { return path(u"import/"_s + name); }
     /// Loads the drivers' files, then imports the files given.
     void load(const QStringList &imports = {});
     /// The choices that the tree offers at first; `changes` are "driver/id" of rows to be inverted.
@@ -94,7 +93,7 @@ void AlignmentSaveTest::init()
 {
     Folder = std::make_unique<QTemporaryDir>();
     QVERIFY(Folder->isValid());
-    QVERIFY(QDir(Folder->path()).mkpath(QStringLiteral("import")));
+    QVERIFY(QDir(Folder->path()).mkpath(u"import"_s));
     Rows.Clear();
     Asked.clear();
     Proposed.clear();
@@ -109,7 +108,7 @@ void AlignmentSaveTest::cleanup()
 
 void AlignmentSaveTest::load(const QStringList &imports)
 {
-    QCOMPARE(Rows.LoadFolder(Folder->path(), QStringLiteral("TarnvikDriver_*.ad")), QString());
+    QCOMPARE(Rows.LoadFolder(Folder->path(), u"TarnvikDriver_*.ad"_s), QString());
     for (const QString &name : imports)
         QCOMPARE(Rows.ReadFile(imported(name)), QString());
 }
@@ -142,17 +141,17 @@ QString AlignmentSaveTest::save(const QList<AlignmentChoice> &chosen)
 void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}, {"C", 5}, {"D", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr,
-                               {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
-    load({QStringLiteral("i.ad")});
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({QStringLiteral("RTL-SDR/D")}), Rows);
+    QVERIFY(
+        WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
+    load({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({u"RTL-SDR/D"_s}), Rows);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QCOMPARE(groups.first().TargetPath, path(RtlFile));
     QCOMPARE(groups.first().Sources.size(), 1);
-    QCOMPARE(groups.first().Sources.first().filePath(), imported(QStringLiteral("i.ad")));
-    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{QStringLiteral("A"), 9}}));
-    QVERIFY(Rows.find(Rtl, QStringLiteral("A"))->has(AlignmentRow::takenOver));
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}}));
+    QVERIFY(Rows.find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
     for (const char *id : {"B", "C", "D"})
         QVERIFY(!Rows.find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
 }
@@ -160,21 +159,21 @@ void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
 void AlignmentSaveTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"N", 7}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"N", 7}}));
+    load({u"i.ad"_s});
     const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(), Rows);
-    QCOMPARE(groups.first().Sources.first().filePath(), imported(QStringLiteral("i.ad")));
-    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{QStringLiteral("N"), 7}}));
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7}}));
 }
 
 void AlignmentSaveTest::anUncheckedRowLosesItsMark()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    load({u"i.ad"_s});
     (void)CollectSaveGroups(choices(), Rows);
     QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({QStringLiteral("RTL-SDR/A")}), Rows);
+    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({u"RTL-SDR/A"_s}), Rows);
     QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
     QVERIFY(groups.first().Sources.isEmpty());
 }
@@ -182,21 +181,20 @@ void AlignmentSaveTest::anUncheckedRowLosesItsMark()
 void AlignmentSaveTest::twoTablesOfOneImportedFileAreOneSource()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({u"i.ad"_s});
     const QList<SaveSource> sources = CollectSaveGroups(choices(), Rows).first().Sources;
     QCOMPARE(sources.size(), 1); // so the file is loaded once
-    QCOMPARE(sources.first().picks(),
-             (QList<AlignmentPick>{{QStringLiteral("A"), 9}, {QStringLiteral("B"), 8}}));
+    QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}, {u"B"_s, 8}}));
 }
 
 void AlignmentSaveTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
 {
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({QStringLiteral("i.ad")});
-    for (const QStringList &changes : {QStringList(), QStringList(QStringLiteral("RTL-SDR/A"))}) {
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({u"i.ad"_s});
+    for (const QStringList &changes : {QStringList(), QStringList(u"RTL-SDR/A"_s)}) {
         const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(changes), Rows);
-        QCOMPARE(groups.first().TargetPath, imported(QStringLiteral("i.ad")));
+        QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
         QVERIFY(groups.first().Sources.isEmpty());
         QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
     }
@@ -204,9 +202,8 @@ void AlignmentSaveTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
 
 void AlignmentSaveTest::choicesThatMatchNothingArePassedOver()
 {
-    const QList<AlignmentChoice> strangers = {{QStringLiteral("Nobody"), QStringLiteral("A"), true},
-                                              {QString(), QStringLiteral("A"), true},
-                                              {Rtl, QStringLiteral("A"), true}};
+    const QList<AlignmentChoice> strangers = {
+        {u"Nobody"_s, u"A"_s, true}, {QString(), u"A"_s, true}, {Rtl, u"A"_s, true}};
     const QList<DriverSaveGroup> groups = CollectSaveGroups(strangers, Rows);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
@@ -217,11 +214,11 @@ void AlignmentSaveTest::choicesThatMatchNothingArePassedOver()
 
 void AlignmentSaveTest::oneSourceNamesAHardwareIdOnce()
 {
-    SaveSource source(QStringLiteral("i.ad"));
-    source.Add({QStringLiteral("A"), 1});
-    source.Add({QStringLiteral("B"), 2});
-    source.Add({QStringLiteral("A"), 3});
-    QCOMPARE(source.picks(), (QList<AlignmentPick>{{QStringLiteral("A"), 1}, {QStringLiteral("B"), 2}}));
+    SaveSource source(u"i.ad"_s);
+    source.Add({u"A"_s, 1});
+    source.Add({u"B"_s, 2});
+    source.Add({u"A"_s, 3});
+    QCOMPARE(source.picks(), (QList<AlignmentPick>{{u"A"_s, 1}, {u"B"_s, 2}}));
 }
 
 void AlignmentSaveTest::withNothingCheckedEveryDriverIsAskedAbout_data()
@@ -238,14 +235,14 @@ void AlignmentSaveTest::withNothingCheckedEveryDriverIsAskedAbout()
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 7}}));
     load();
     AnswerToUnchanged = yes;
-    AnswerToFile = [](const QString &proposal) { return proposal + QStringLiteral(".copy"); };
+    AnswerToFile = [](const QString &proposal) { return proposal + u".copy"_s; };
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Asked, (QStringList{AirSpy, Rtl}));
     QCOMPARE(Proposed, yes ? (QStringList{path(AirspyFile), path(RtlFile)}) : QStringList());
     for (const QString &file : {path(RtlFile), path(AirspyFile)}) {
-        QCOMPARE(QFile::exists(file + QStringLiteral(".copy")), yes);
+        QCOMPARE(QFile::exists(file + u".copy"_s), yes);
         if (yes)
-            QCOMPARE(tests::FileBytes(file + QStringLiteral(".copy")), tests::FileBytes(file));
+            QCOMPARE(tests::FileBytes(file + u".copy"_s), tests::FileBytes(file));
     }
 }
 
@@ -266,12 +263,12 @@ void AlignmentSaveTest::aCheckedTableReplacesTheOneInTheFile()
     QFETCH(bool, invert);
     QFETCH(bool, replaced);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 6}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", importedDate}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", importedDate}}));
     const auto before = TableBytes(path(RtlFile));
-    const auto source = TableBytes(imported(QStringLiteral("i.ad")));
+    const auto source = TableBytes(imported(u"i.ad"_s));
     QVERIFY(before["A"] != source["A"]);
-    load({QStringLiteral("i.ad")});
-    QCOMPARE(save(choices(invert ? QStringList(QStringLiteral("RTL-SDR/A")) : QStringList())), QString());
+    load({u"i.ad"_s});
+    QCOMPARE(save(choices(invert ? QStringList(u"RTL-SDR/A"_s) : QStringList())), QString());
     QCOMPARE(Asked.isEmpty(), replaced);
     const auto after = TableBytes(path(RtlFile));
     QCOMPARE(after.size(), 2);
@@ -282,10 +279,10 @@ void AlignmentSaveTest::aCheckedTableReplacesTheOneInTheFile()
 void AlignmentSaveTest::twoTablesFromOneFileAreBothTaken()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 6}, {"C", 7}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"C", 9}, {"A", 8}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"C", 9}, {"A", 8}}));
     const auto before = TableBytes(path(RtlFile));
-    const auto source = TableBytes(imported(QStringLiteral("i.ad")));
-    load({QStringLiteral("i.ad")});
+    const auto source = TableBytes(imported(u"i.ad"_s));
+    load({u"i.ad"_s});
     QCOMPARE(save(choices()), QString());
     const auto after = TableBytes(path(RtlFile));
     QCOMPARE(after.size(), 3);
@@ -297,14 +294,14 @@ void AlignmentSaveTest::twoTablesFromOneFileAreBothTaken()
 void AlignmentSaveTest::tablesFromSeveralFilesAreTaken()
 {
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::AirSpy, {{"A", 9}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("k.ad")), SdrType::AirSpy, {{"N", 8}, {"A", 7}}));
-    load({QStringLiteral("i.ad"), QStringLiteral("k.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(u"k.ad"_s), SdrType::AirSpy, {{"N", 8}, {"A", 7}}));
+    load({u"i.ad"_s, u"k.ad"_s});
     QCOMPARE(save(choices()), QString());
     const auto after = TableBytes(path(AirspyFile));
     QCOMPARE(after.size(), 2);
-    QCOMPARE(after["A"], TableBytes(imported(QStringLiteral("i.ad")))["A"]);
-    QCOMPARE(after["N"], TableBytes(imported(QStringLiteral("k.ad")))["N"]);
+    QCOMPARE(after["A"], TableBytes(imported(u"i.ad"_s))["A"]);
+    QCOMPARE(after["N"], TableBytes(imported(u"k.ad"_s))["N"]);
 }
 
 void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
@@ -325,10 +322,10 @@ void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
         present.append({"0xffff", 1});
         imports.append({"0xfffe", 1});
         QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, present));
-        QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, imports));
+        QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, imports));
         const auto before = TableBytes(path(RtlFile));
-        const auto source = TableBytes(imported(QStringLiteral("i.ad")));
-        load({QStringLiteral("i.ad")});
+        const auto source = TableBytes(imported(u"i.ad"_s));
+        load({u"i.ad"_s});
         QList<AlignmentChoice> chosen = choices();
         auto expected = before;
         for (AlignmentChoice &choice : chosen) {
@@ -340,31 +337,31 @@ void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
         }
         QCOMPARE(save(chosen), QString());
         QCOMPARE(TableBytes(path(RtlFile)), expected);
-        QCOMPARE(TableBytes(imported(QStringLiteral("i.ad"))), source);
+        QCOMPARE(TableBytes(imported(u"i.ad"_s)), source);
     }
 }
 
 void AlignmentSaveTest::theFileIsWrittenWhereTheUserSays()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    load({QStringLiteral("i.ad")});
+    load({u"i.ad"_s});
     QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
     AnswerToFile = [&elsewhere](const QString &) { return elsewhere; };
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
-    QCOMPARE(TableBytes(elsewhere), TableBytes(imported(QStringLiteral("i.ad"))));
+    QCOMPARE(TableBytes(elsewhere), TableBytes(imported(u"i.ad"_s)));
 }
 
 void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
+    load({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    const QList<AlignmentChoice> chosen = choices({QStringLiteral("RTL-SDR/B")}); // against the default
+    const QList<AlignmentChoice> chosen = choices({u"RTL-SDR/B"_s}); // against the default
     QCOMPARE(save(chosen), QString());
     const QList<AlignmentRow> rows = Rows.rows();
     const QByteArray once = tests::FileBytes(path(RtlFile));
@@ -376,16 +373,16 @@ void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
     QVERIFY(Asked.isEmpty());
     QCOMPARE(Proposed, (QStringList{path(RtlFile), path(RtlFile)}));
     QCOMPARE(tests::FileBytes(path(RtlFile)), once);
-    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(QStringLiteral("i.ad"))));
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(u"i.ad"_s)));
 }
 
 void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()
 {
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("a.ad")), SdrType::AirSpy, {{"A", 9}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("r.ad")), SdrType::RtlSdr, {{"A", 9}}));
-    load({QStringLiteral("a.ad"), QStringLiteral("r.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"a.ad"_s), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(u"r.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    load({u"a.ad"_s, u"r.ad"_s});
     const QByteArray airspy = tests::FileBytes(path(AirspyFile));
     AnswerToFile = [](const QString &proposal) {
         return proposal.endsWith(AirspyFile) ? QString() : proposal; // the first driver is cancelled
@@ -393,20 +390,20 @@ void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Proposed, (QStringList{path(AirspyFile), path(RtlFile)}));
     QCOMPARE(tests::FileBytes(path(AirspyFile)), airspy);
-    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(QStringLiteral("r.ad"))));
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(u"r.ad"_s)));
 }
 
 void AlignmentSaveTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten()
 {
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("a.ad")), SdrType::AirSpy, {{"A", 9}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("r.ad")), SdrType::RtlSdr, {{"A", 9}}));
-    load({QStringLiteral("a.ad"), QStringLiteral("r.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"a.ad"_s), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(u"r.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    load({u"a.ad"_s, u"r.ad"_s});
     QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
-    QCOMPARE(save(choices()), QStringLiteral("Version Missmatched"));
+    QCOMPARE(save(choices()), u"Version Missmatched"_s);
     QCOMPARE(Proposed, QStringList(path(AirspyFile)));
-    QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(QStringLiteral("a.ad"))));
+    QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(u"a.ad"_s)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
 }
 
@@ -414,11 +411,11 @@ void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
 {
     // They count as the driver's own; the user guide warns of it.
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     const QByteArray before = tests::FileBytes(path(RtlFile));
     load();
     Rows.Clear();
-    QCOMPARE(Rows.ReadFile(imported(QStringLiteral("i.ad"))), QString());
+    QCOMPARE(Rows.ReadFile(imported(u"i.ad"_s)), QString());
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Asked, QStringList(Rtl));
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
@@ -427,22 +424,22 @@ void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
 
 void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
 {
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    load({u"i.ad"_s});
     QCOMPARE(save(choices()), QString());
     QCOMPARE(Asked, QStringList(Rtl));
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
-    QCOMPARE(tests::FileBytes(path(RtlFile)), tests::FileBytes(imported(QStringLiteral("i.ad"))));
+    QCOMPARE(tests::FileBytes(path(RtlFile)), tests::FileBytes(imported(u"i.ad"_s)));
 }
 
 void AlignmentSaveTest::aDriverWithoutAFileTakesCheckedTablesOfSeveralImports()
 {
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("k.ad")), SdrType::RtlSdr, {{"B", 9}, {"C", 9}}));
-    const auto first = TableBytes(imported(QStringLiteral("i.ad")));
-    const auto second = TableBytes(imported(QStringLiteral("k.ad")));
-    for (const QStringList &imports : {QStringList{QStringLiteral("i.ad"), QStringLiteral("k.ad")},
-                                       QStringList{QStringLiteral("k.ad"), QStringLiteral("i.ad")}}) {
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"k.ad"_s), SdrType::RtlSdr, {{"B", 9}, {"C", 9}}));
+    const auto first = TableBytes(imported(u"i.ad"_s));
+    const auto second = TableBytes(imported(u"k.ad"_s));
+    for (const QStringList &imports :
+         {QStringList{u"i.ad"_s, u"k.ad"_s}, QStringList{u"k.ad"_s, u"i.ad"_s}}) {
         QFile::remove(path(RtlFile));
         Rows.Clear();
         load(imports);
@@ -457,12 +454,12 @@ void AlignmentSaveTest::aDriverWithoutAFileTakesCheckedTablesOfSeveralImports()
 
 void AlignmentSaveTest::aDriverOfAnUnknownTypeKeepsItsFileName()
 {
-    const QString file = path(QStringLiteral("TarnvikDriver_Seven.ad"));
+    const QString file = path(u"TarnvikDriver_Seven.ad"_s);
     QVERIFY(WriteAlignmentFile(file, static_cast<SdrType>(7), {{"A", 5}}));
     load();
     const QByteArray before = tests::FileBytes(file);
     QCOMPARE(save(choices()), QString());
-    QCOMPARE(Asked, QStringList(QStringLiteral("Driver 7")));
+    QCOMPARE(Asked, QStringList(u"Driver 7"_s));
     QCOMPARE(Proposed, QStringList(file));
     QCOMPARE(tests::FileBytes(file), before);
 }
@@ -489,10 +486,10 @@ void AlignmentSaveTest::anErrorIsReported()
 {
     QFETCH(QString, what);
     QFETCH(QString, message);
-    const QString import = imported(QStringLiteral("i.ad"));
+    const QString import = imported(u"i.ad"_s);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(import, SdrType::RtlSdr, {{"A", 9}}));
-    load({QStringLiteral("i.ad")});
+    load({u"i.ad"_s});
     QList<AlignmentChoice> chosen = choices();
     if (what == QLatin1String("damaged target")) {
         QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
@@ -504,7 +501,7 @@ void AlignmentSaveTest::anErrorIsReported()
     } else if (what == QLatin1String("other source")) {
         QVERIFY(WriteAlignmentFile(import, SdrType::AirSpy, {{"A", 9}}));
     } else if (what == QLatin1String("unwritable")) {
-        AnswerToFile = [this](const QString &) { return path(QStringLiteral("missing/x.ad")); };
+        AnswerToFile = [this](const QString &) { return path(u"missing/x.ad"_s); };
     } else {
         QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {}));
         chosen.first().Checked = false;
@@ -533,17 +530,17 @@ void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
     QFETCH(QByteArray, hwId);
     QFETCH(int, capacity);
     const auto type = static_cast<SdrType>(sdrType);
-    const QString file = path(QStringLiteral("TarnvikDriver_RtlSdr.ad"));
-    const QString import = imported(QStringLiteral("i.ad"));
+    const QString file = path(u"TarnvikDriver_RtlSdr.ad"_s);
+    const QString import = imported(u"i.ad"_s);
     QVERIFY(WriteAlignmentFile(file, type, {{hwId, 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(import, type, {{hwId, 9}}));
     AlignStore store;
     QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
     store.Tables.Head->Table->DataSetCapacity = static_cast<std::uint8_t>(capacity);
     QCOMPARE(store.SaveFile(import), AlignResult::Ok);
-    load({QStringLiteral("i.ad")});
+    load({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(file);
-    QCOMPARE(save(choices()), QStringLiteral("Internal Error"));
+    QCOMPARE(save(choices()), u"Internal Error"_s);
     QVERIFY(Proposed.isEmpty());
     QCOMPARE(tests::FileBytes(file), before);
 }
@@ -563,8 +560,8 @@ void AlignmentSaveTest::withoutMemoryTheSaveEnds()
     QFETCH(int, allocations);
     QFETCH(QString, message);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
-    QVERIFY(WriteAlignmentFile(imported(QStringLiteral("i.ad")), SdrType::RtlSdr, {{"A", 9}}));
-    load({QStringLiteral("i.ad")});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    load({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(path(RtlFile));
     const QList<AlignmentChoice> chosen = choices();
     {
@@ -577,7 +574,7 @@ void AlignmentSaveTest::withoutMemoryTheSaveEnds()
 
 void AlignmentSaveTest::aGroupWithoutTargetIsSkipped()
 {
-    const DriverSaveGroup group = {3, {}, {SaveSource(QStringLiteral("missing.ad"))}, {}};
+    const DriverSaveGroup group = {3, {}, {SaveSource(u"missing.ad"_s)}, {}};
     QCOMPARE(SaveAlignment({group}, Folder->path(), {}), QString());
 }
 

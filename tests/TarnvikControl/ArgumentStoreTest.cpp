@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::vector<std::string> ToArguments(const QStringList &arguments)
@@ -69,11 +71,11 @@ void ArgumentStoreTest::theFirstFiveArgumentsAreTaken_data()
     QTest::newRow("one argument") << QStringList{"program", "a"} << QStringList{"program", "a"};
     QTest::newRow("four arguments after the program's name") << five << five;
     QTest::newRow("a fifth is dropped") << five + QStringList{"e"} << five;
-    QTest::newRow("hundreds are dropped") << five + QStringList(500, QStringLiteral("x")) << five;
+    QTest::newRow("hundreds are dropped") << five + QStringList(500, u"x"_s) << five;
     QTest::newRow("a dropped one may be of any length") << five + QStringList{QString(5000, u'x')} << five;
     const QStringList empty = {"program", "", "b", ""};
     QTest::newRow("empty arguments keep their places") << empty << empty;
-    const QStringList letters = {QStringLiteral("Prögramm"), QStringLiteral("größe 你好 😀")};
+    const QStringList letters = {u"Prögramm"_s, u"größe 你好 😀"_s};
     QTest::newRow("letters beyond ASCII and blanks") << letters << letters;
 }
 
@@ -123,7 +125,7 @@ void ArgumentStoreTest::theLengthOfAnArgument()
     QFETCH(QString, argument);
     QFETCH(bool, fits);
     for (const int place : {0, 1, 4}) {
-        QStringList arguments(5, QStringLiteral("a"));
+        QStringList arguments(5, u"a"_s);
         arguments[place] = argument;
         ArgumentStore store;
         QCOMPARE(store.Fill(ToArguments(arguments)), fits);

@@ -22,6 +22,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::StoredSettings;
 
 namespace {
@@ -92,13 +94,12 @@ public:
     QString translate(const char *context, const char *text, const char * /*comment*/,
                       int /*n*/) const override
     {
-        return qstrcmp(context, "CMainWindow") == 0 ? QStringLiteral("*%1*").arg(QString::fromUtf8(text))
-                                                    : QString();
+        return qstrcmp(context, "CMainWindow") == 0 ? u"*%1*"_s.arg(QString::fromUtf8(text)) : QString();
     }
 };
 
-const QString PanelStart = QStringLiteral("Program information\n\nStart               : With open GUI\n\n"
-                                          "TarnvikRecord\n\nProgram status      : ");
+const QString PanelStart = u"Program information\n\nStart               : With open GUI\n\n"
+                           "TarnvikRecord\n\nProgram status      : "_s;
 
 } // namespace
 
@@ -146,8 +147,8 @@ private:
 
 void CMainWindowTest::initTestCase()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
 }
 
 void CMainWindowTest::init()
@@ -172,17 +173,15 @@ void CMainWindowTest::carriesItsClassInformationAndItsSlotsInOrder()
         QCOMPARE(metaObject.method(i).access(), QMetaMethod::Protected);
         slotNames.append(QString::fromLatin1(metaObject.method(i).name()));
     }
-    QCOMPARE(
-        slotNames.join(u' '),
-        QStringLiteral(
-            "Raw_SlotAboutToQuit Raw_SlotNewTranslation Raw_Menu_File_OpenDrawer_Record "
-            "Raw_Menu_File_CreateDrawerLink Raw_Menu_File_OpenDrawer_Settings Raw_Menu_File_Hide "
-            "Raw_Menu_File_QuitApp Raw_Menu_Align_Show Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow "
-            "Raw_Menu_View_Close2Hide "
-            "Raw_Menu_View_Start2Hide Raw_Menu_View_AboutQt Raw_Menu_View_AboutPrg Raw_Menu_View_OpenReadMe "
-            "Raw_Menu_View_WindowStyle Raw_Menu_View_LightFusionStyle Raw_Menu_View_DarkFusionStyle "
-            "Raw_Menu_View_LightWindows11Style Raw_Menu_View_DarkWindows11Style Raw_TrayIconActivated "
-            "Raw_FileChanged Raw_RunStateChanged"));
+    QCOMPARE(slotNames.join(u' '),
+             u"Raw_SlotAboutToQuit Raw_SlotNewTranslation Raw_Menu_File_OpenDrawer_Record "
+             "Raw_Menu_File_CreateDrawerLink Raw_Menu_File_OpenDrawer_Settings Raw_Menu_File_Hide "
+             "Raw_Menu_File_QuitApp Raw_Menu_Align_Show Raw_Menu_View_SaveWindow Raw_Menu_View_RestoreWindow "
+             "Raw_Menu_View_Close2Hide "
+             "Raw_Menu_View_Start2Hide Raw_Menu_View_AboutQt Raw_Menu_View_AboutPrg Raw_Menu_View_OpenReadMe "
+             "Raw_Menu_View_WindowStyle Raw_Menu_View_LightFusionStyle Raw_Menu_View_DarkFusionStyle "
+             "Raw_Menu_View_LightWindows11Style Raw_Menu_View_DarkWindows11Style Raw_TrayIconActivated "
+             "Raw_FileChanged Raw_RunStateChanged"_s);
 }
 
 void CMainWindowTest::thePanelReads_data()
@@ -190,8 +189,8 @@ void CMainWindowTest::thePanelReads_data()
     QTest::addColumn<bool>("startHidden");
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("expected");
-    const QString stopped = PanelStart + QStringLiteral("Stopped\n");
-    const QString label = QStringLiteral("Last message        : ");
+    const QString stopped = PanelStart + u"Stopped\n"_s;
+    const QString label = u"Last message        : "_s;
     QTest::newRow("stopped with the message ready") << false << "ready" << stopped + label + "ready\n";
     QTest::newRow("an empty message leaves out the line") << false << "" << stopped;
     QTest::newRow("a message made only of tags leaves out the line") << false << "<GET>" << stopped;
@@ -215,7 +214,7 @@ void CMainWindowTest::thePanelReads()
     QFETCH(bool, startHidden);
     QFETCH(QString, message);
     QFETCH(QString, expected);
-    StoredSettings().setValue(QStringLiteral("StartHidden"), startHidden);
+    StoredSettings().setValue(u"StartHidden"_s, startHidden);
     CMainWindow window; // the recorder's start waits for the event loop
     ShowMessage(window, message);
     QCOMPARE(Panel(window).toPlainText(), expected);
@@ -237,26 +236,26 @@ void CMainWindowTest::thePanelIsColouredAndWeighted()
     QFETCH(int, guiStyle);
     QFETCH(bool, running);
     QFETCH(QColor, stateColour);
-    StoredSettings().setValue(QStringLiteral("GuiStyle"), guiStyle);
+    StoredSettings().setValue(u"GuiStyle"_s, guiStyle);
     CMainWindow window;
     if (running)
-        QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
-    ShowMessage(window, QStringLiteral("ready"));
+        QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
+    ShowMessage(window, u"ready"_s);
     const QColor text = QApplication::palette().color(QPalette::Text);
     QCOMPARE(text == QColor(Qt::black), guiStyle == 1);
     const QList<Piece> expected = {
-        {QStringLiteral("Program information"), true, true, text},
-        {QStringLiteral("\n\n"), false, false, text},
-        {QStringLiteral("Start"), true, false, text},
-        {QStringLiteral("               : With open GUI\n\n"), false, false, text},
-        {QStringLiteral("TarnvikRecord"), true, true, text},
-        {QStringLiteral("\n\n"), false, false, text},
-        {QStringLiteral("Program status"), true, false, text},
-        {QStringLiteral("      : "), false, false, text},
-        {running ? QStringLiteral("Running") : QStringLiteral("Stopped"), true, false, stateColour},
-        {QStringLiteral("\n"), false, false, text},
-        {QStringLiteral("Last message"), true, false, text},
-        {QStringLiteral("        : ready\n"), false, false, text},
+        {u"Program information"_s, true, true, text},
+        {u"\n\n"_s, false, false, text},
+        {u"Start"_s, true, false, text},
+        {u"               : With open GUI\n\n"_s, false, false, text},
+        {u"TarnvikRecord"_s, true, true, text},
+        {u"\n\n"_s, false, false, text},
+        {u"Program status"_s, true, false, text},
+        {u"      : "_s, false, false, text},
+        {running ? u"Running"_s : u"Stopped"_s, true, false, stateColour},
+        {u"\n"_s, false, false, text},
+        {u"Last message"_s, true, false, text},
+        {u"        : ready\n"_s, false, false, text},
     };
     // A line break has no format of its own to be seen, so breaks are compared with the piece before them.
     QList<Piece> joined;
@@ -277,20 +276,20 @@ void CMainWindowTest::thePanelUsesAFixedPitchFontAndIsReadOnly()
     QCOMPARE(window.centralWidget(), &panel);
     QVERIFY(panel.font().fixedPitch());
     QCOMPARE(panel.font().styleHint(), QFont::Monospace);
-    const bool hasConsolas = QFontInfo(QFont(QStringLiteral("Consolas"))).exactMatch();
-    QCOMPARE(panel.font().family(), hasConsolas ? QStringLiteral("Consolas") : QStringLiteral("monospace"));
+    const bool hasConsolas = QFontInfo(QFont(u"Consolas"_s)).exactMatch();
+    QCOMPARE(panel.font().family(), hasConsolas ? u"Consolas"_s : u"monospace"_s);
 }
 
 void CMainWindowTest::screenReadersFindThePanel()
 {
     CMainWindow window;
-    ShowMessage(window, QStringLiteral("ready"));
+    ShowMessage(window, u"ready"_s);
     QAccessibleInterface *const panel = QAccessible::queryAccessibleInterface(window.centralWidget());
-    QCOMPARE(panel->text(QAccessible::Name), QStringLiteral("Program information"));
+    QCOMPARE(panel->text(QAccessible::Name), u"Program information"_s);
     QVERIFY(panel->state().readOnly);
     QAccessibleTextInterface *const text = panel->textInterface();
     QVERIFY(text);
-    QVERIFY(text->text(0, text->characterCount()).contains(QStringLiteral("ready")));
+    QVERIFY(text->text(0, text->characterCount()).contains(u"ready"_s));
 }
 
 void CMainWindowTest::theRunningRecorderAndItsMessageAreShown()
@@ -298,25 +297,24 @@ void CMainWindowTest::theRunningRecorderAndItsMessageAreShown()
     Report->setOption("INTERVAL_MS", "100");
     Report->setOption("MESSAGE", "<WORK>Recording 162.400 MHz\n<INFO>second line");
     CMainWindow window;
-    QVERIFY(Panel(window).toPlainText().startsWith(PanelStart + QStringLiteral("Stopped\n")));
+    QVERIFY(Panel(window).toPlainText().startsWith(PanelStart + u"Stopped\n"_s));
     QTRY_COMPARE(Panel(window).toPlainText(),
-                 PanelStart + QStringLiteral("Running\nLast message        : Recording 162.400 MHz\n") +
-                     QString(22, u' ') + QStringLiteral("second line\n"));
+                 PanelStart + u"Running\nLast message        : Recording 162.400 MHz\n"_s +
+                     QString(22, u' ') + u"second line\n"_s);
 }
 
 void CMainWindowTest::aKilledRecorderIsShownAsStoppedAndRunningAgain()
 {
     CMainWindow window;
-    QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 1);
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
+    QTRY_COMPARE(Report->count(u"started"_s), 1);
     bool stoppedShown = false;
-    connect(Panel(window).document(), &QTextDocument::contentsChanged, this, [&] {
-        stoppedShown = stoppedShown || Panel(window).toPlainText().contains(QStringLiteral("Stopped"));
-    });
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    connect(Panel(window).document(), &QTextDocument::contentsChanged, this,
+            [&] { stoppedShown = stoppedShown || Panel(window).toPlainText().contains(u"Stopped"_s); });
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
     QTRY_VERIFY(stoppedShown);
-    QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
 }
 
 void CMainWindowTest::theStatusFileIsEmptyAfterTheStartWhateverItHeldBefore_data()
@@ -339,7 +337,7 @@ void CMainWindowTest::theStatusFileIsEmptyAfterTheStartWhateverItHeldBefore()
     CMainWindow window;
     QVERIFY(file.exists());
     QCOMPARE(file.size(), 0);
-    QVERIFY(!Panel(window).toPlainText().contains(QStringLiteral("old")));
+    QVERIFY(!Panel(window).toPlainText().contains(u"old"_s));
 }
 
 void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts()
@@ -351,18 +349,18 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
     const CMainWindow window;
     QVERIFY(old.waitForFinished());
     QCOMPARE(old.exitCode(), 0);
-    QCOMPARE(Report->count(QStringLiteral("quit-request"), oldProcess), 1);
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QCOMPARE(Report->count(u"quit-request"_s, oldProcess), 1);
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
     QStringList order;
     const QList<tests::RecorderEvent> events = Report->events();
     for (const tests::RecorderEvent &event : events) {
         if (event.Event == QLatin1String("quit-request") || event.Event == QLatin1String("started"))
             order.append(event.Event);
     }
-    QCOMPARE(order.join(u' '), QStringLiteral("started quit-request started"));
-    QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
+    QCOMPARE(order.join(u' '), u"started quit-request started"_s);
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
     QTRY_VERIFY(Report->recorderListens());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
 }
 
 void CMainWindowTest::theCloseButtonAsksByDefaultAndAbortKeepsTheWindow_data()
@@ -381,14 +379,14 @@ void CMainWindowTest::theCloseButtonAsksByDefaultAndAbortKeepsTheWindow()
     QVERIFY(!window.close());
     QCOMPARE(answers.boxes().size(), 1);
     const tests::ShownBox &box = answers.boxes().first();
-    QCOMPARE(box.Title, QStringLiteral("Close indication"));
-    QCOMPARE(box.Text, QStringLiteral("Do you want also to stop the running record?"));
+    QCOMPARE(box.Title, u"Close indication"_s);
+    QCOMPARE(box.Text, u"Do you want also to stop the running record?"_s);
     QCOMPARE(box.Icon, QMessageBox::Question);
     QCOMPARE(box.Buttons, QMessageBox::Yes | QMessageBox::Abort);
     QCOMPARE(box.Parent, &window);
     QVERIFY(box.Modal);
     QVERIFY(window.isVisible());
-    QTRY_VERIFY(Panel(window).toPlainText().contains(QStringLiteral("Running")));
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
     QVERIFY(!window.close()); // and it asks again
     QCOMPARE(answers.boxes().size(), 2);
 }
@@ -403,16 +401,16 @@ void CMainWindowTest::theCloseButtonAsksByDefaultAndYesStopsTheRecorderAndEndsTh
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(answers.boxes().size(), 1);
     QVERIFY(!window.isVisible());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QVERIFY(StoredSettings().contains(QStringLiteral("geometry")));
-    QVERIFY(StoredSettings().contains(QStringLiteral("windowState")));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QVERIFY(StoredSettings().contains(u"geometry"_s));
+    QVERIFY(StoredSettings().contains(u"windowState"_s));
 }
 
 void CMainWindowTest::withCloseIsMinimizeFalseTheCloseButtonHidesAndADoubleClickOnTheTrayShows()
 {
-    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), false);
+    StoredSettings().setValue(u"CloseIsMinimize"_s, false);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.show();
@@ -439,7 +437,7 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
 {
     QFETCH(bool, closeReallyCloses);
     QFETCH(bool, visible);
-    StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), closeReallyCloses);
+    StoredSettings().setValue(u"CloseIsMinimize"_s, closeReallyCloses);
     const tests::DialogAnswers answers(QMessageBox::Yes);
     CMainWindow window;
     window.setVisible(visible);
@@ -448,10 +446,10 @@ void CMainWindowTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot()
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(answers.boxes().size(), 1);
     QVERIFY(!window.isVisible());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
     // That the program has to end is not what the user has set.
-    QCOMPARE(StoredSettings().value(QStringLiteral("CloseIsMinimize")).toBool(), closeReallyCloses);
+    QCOMPARE(StoredSettings().value(u"CloseIsMinimize"_s).toBool(), closeReallyCloses);
 }
 
 void CMainWindowTest::theQuitCommandAnsweredWithAbortChangesNothing()
@@ -500,8 +498,7 @@ void CMainWindowTest::aBoxThatClosesWhileTheWindowIsHiddenDoesNotEndTheProgram()
     bool stillRunning = false;
     QTimer::singleShot(0, &window, [&] {
         Tray(window).contextMenu()->actions().last()->trigger();
-        QMessageBox(QMessageBox::Information, QStringLiteral("x"), QStringLiteral("y"), QMessageBox::Abort)
-            .exec();
+        QMessageBox(QMessageBox::Information, u"x"_s, u"y"_s, QMessageBox::Abort).exec();
         QTimer::singleShot(300, &window, [&] { // the quit would have come by now
             stillRunning = true;
             QCoreApplication::exit(7);
@@ -575,8 +572,8 @@ void CMainWindowTest::theTrayMenuHasItsEntries()
     QStringList texts;
     const QList<QAction *> actions = Tray(window).contextMenu()->actions();
     for (const QAction *action : actions)
-        texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
-    QCOMPARE(texts.join(u'|'), QStringLiteral("Mi&nimize|Ma&ximize|&Restore|-|&Quit"));
+        texts.append(action->isSeparator() ? u"-"_s : action->text());
+    QCOMPARE(texts.join(u'|'), u"Mi&nimize|Ma&ximize|&Restore|-|&Quit"_s);
     QVERIFY(Tray(window).isVisible());
 }
 
@@ -615,7 +612,7 @@ void CMainWindowTest::aNewLanguageRebuildsTrayMenuAndPanel()
 {
     const QString folder = QDir::currentPath();
     QVERIFY(QDir::setCurrent(QDir::tempPath()));
-    QFile file(QDir::tempPath() + QStringLiteral("/TarnvikControl_xx.qm"));
+    QFile file(QDir::tempPath() + u"/TarnvikControl_xx.qm"_s);
     QVERIFY(file.open(QIODevice::WriteOnly)); // that it exists makes a language menu
     file.close();
     AppTranslation.Init(qApp);
@@ -624,7 +621,7 @@ void CMainWindowTest::aNewLanguageRebuildsTrayMenuAndPanel()
         CMainWindow window;
         window.show();
         window.resize(400, 300);
-        ShowMessage(window, QStringLiteral("one\ntwo"));
+        ShowMessage(window, u"one\ntwo"_s);
         StarTranslator translator;
         QVERIFY(QCoreApplication::installTranslator(&translator));
         const QPointer<QTextEdit> oldPanel = &Panel(window);
@@ -634,13 +631,13 @@ void CMainWindowTest::aNewLanguageRebuildsTrayMenuAndPanel()
         QTRY_VERIFY(!oldPanel);
         QVERIFY(!oldTray);
         QCOMPARE(window.size(), QSize(400, 300));
-        QCOMPARE(Tray(window).contextMenu()->actions().first()->text(), QStringLiteral("*Mi&nimize*"));
-        QVERIFY(Panel(window).toPlainText().startsWith(QStringLiteral("*Program information*\n\n*Start*")));
+        QCOMPARE(Tray(window).contextMenu()->actions().first()->text(), u"*Mi&nimize*"_s);
+        QVERIFY(Panel(window).toPlainText().startsWith(u"*Program information*\n\n*Start*"_s));
         // The indent of the following lines is a text too.
-        QVERIFY(Panel(window).toPlainText().contains(QStringLiteral("one*\n                      *two")));
+        QVERIFY(Panel(window).toPlainText().contains(u"one*\n                      *two"_s));
         emit AppTranslation.SignalNewTranslation();
         QCoreApplication::processEvents();
-        QVERIFY(Panel(window).toPlainText().startsWith(QStringLiteral("*Program information*")));
+        QVERIFY(Panel(window).toPlainText().startsWith(u"*Program information*"_s));
     }
     QVERIFY(file.remove());
     AppTranslation.Init(qApp);
@@ -652,8 +649,8 @@ void CMainWindowTest::destroyingTheWindowStopsTheRecorder()
         const CMainWindow window;
         QTRY_VERIFY(Report->recorderListens());
     }
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
 }
 
 TARNVIK_TEST_MAIN(CMainWindowTest, QApplication)

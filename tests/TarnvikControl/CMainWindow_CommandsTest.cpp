@@ -29,6 +29,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString ConfigurationFolder()
@@ -39,9 +41,8 @@ QString ConfigurationFolder()
 void WriteRecordPath(const QString &path)
 {
     QVERIFY(QDir().mkpath(ConfigurationFolder()));
-    QSettings location(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini")),
-                       QSettings::IniFormat);
-    location.setValue(QStringLiteral("Record/RecordPath"), path);
+    QSettings location(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s), QSettings::IniFormat);
+    location.setValue(u"Record/RecordPath"_s, path);
 }
 
 bool MakeFile(const QString &path)
@@ -59,7 +60,7 @@ public:
                       int /*n*/) const override
     {
         const bool product = qstrcmp(context, "CMainWindow") == 0 && qstrcmp(text, "Tarnvik") == 0;
-        return product ? QStringLiteral("Anleitung") : QString();
+        return product ? u"Anleitung"_s : QString();
     }
 };
 
@@ -74,7 +75,7 @@ public slots:
 
 private slots:
     void initTestCase();
-    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"file"_s); }
     void init();
     void cleanup();
 
@@ -107,12 +108,12 @@ private:
 
 void CMainWindow_CommandsTest::initTestCase()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("2025.12.1.1"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
+    QCoreApplication::setApplicationVersion(u"2025.12.1.1"_s);
     PackedVersion = LowestVersion;
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+    QDesktopServices::setUrlHandler(u"file"_s, this, "open");
 }
 
 void CMainWindow_CommandsTest::init()
@@ -141,7 +142,7 @@ void CMainWindow_CommandsTest::trigger(const QString &text)
             return;
         }
     }
-    QFAIL(qPrintable(QStringLiteral("no entry ") + text));
+    QFAIL(qPrintable(u"no entry "_s + text));
 }
 
 void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath_data()
@@ -149,10 +150,10 @@ void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath_data()
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("text");
-    const QString none = QStringLiteral("No 'record path' in configuration file found!");
-    const QString missing = QStringLiteral("'record path' does not exists\n</no/such/folder>");
-    const QString openFolder = QStringLiteral("Open record file folder");
-    const QString link = QStringLiteral("Create record file folder link on Desktop");
+    const QString none = u"No 'record path' in configuration file found!"_s;
+    const QString missing = u"'record path' does not exists\n</no/such/folder>"_s;
+    const QString openFolder = u"Open record file folder"_s;
+    const QString link = u"Create record file folder link on Desktop"_s;
     QTest::newRow("open without a record path") << openFolder << QString() << none;
     QTest::newRow("open with a missing folder") << openFolder << "/no/such/folder" << missing;
     QTest::newRow("link without a record path") << link << QString() << none;
@@ -168,7 +169,7 @@ void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath()
         WriteRecordPath(path);
     trigger(entry);
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
+    QCOMPARE(onlyBox().Title, u"Error"_s);
     QCOMPARE(onlyBox().Text, text);
     QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
     QCOMPARE(onlyBox().Buttons, QMessageBox::Ok);
@@ -180,7 +181,7 @@ void CMainWindow_CommandsTest::theRecordFolderIsOpened()
 {
     const QTemporaryDir folder(QDir::tempPath() + QString::fromUtf8("/Aufnähmen # 1 %20 XXXXXX"));
     WriteRecordPath(folder.path());
-    trigger(QStringLiteral("Open record file folder"));
+    trigger(u"Open record file folder"_s);
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
     QVERIFY(Answers->boxes().isEmpty());
 }
@@ -197,9 +198,9 @@ void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened()
     QFETCH(QString, ending);
     const QTemporaryDir folder;
     WriteRecordPath(folder.path() + ending);
-    trigger(QStringLiteral("Create record file folder link on Desktop"));
+    trigger(u"Create record file folder link on Desktop"_s);
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
-                         QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
+                         QFileInfo(folder.path()).fileName() + u".lnk"_s;
     QCOMPARE(QFile::symLinkTarget(link), folder.path());
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path() + ending)});
     QVERIFY(Answers->boxes().isEmpty());
@@ -209,15 +210,15 @@ void CMainWindow_CommandsTest::theLinkFailsWhenOneOfThatNameExists()
 {
     const QTemporaryDir folder;
     WriteRecordPath(folder.path());
-    const QString entry = QStringLiteral("Create record file folder link on Desktop");
+    const QString entry = u"Create record file folder link on Desktop"_s;
     trigger(entry);
     Opened.clear();
     trigger(entry);
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
-                         QFileInfo(folder.path()).fileName() + QStringLiteral(".lnk");
+                         QFileInfo(folder.path()).fileName() + u".lnk"_s;
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
-    QCOMPARE(onlyBox().Text, QStringLiteral("Failed to create link on desktop!\n") + link);
+    QCOMPARE(onlyBox().Title, u"Error"_s);
+    QCOMPARE(onlyBox().Text, u"Failed to create link on desktop!\n"_s + link);
     QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
     QVERIFY(Opened.isEmpty());
 }
@@ -225,25 +226,25 @@ void CMainWindow_CommandsTest::theLinkFailsWhenOneOfThatNameExists()
 void CMainWindow_CommandsTest::theSettingsFolderIsOpened()
 {
     QVERIFY(QDir().mkpath(ConfigurationFolder()));
-    trigger(QStringLiteral("Open settings folder..."));
+    trigger(u"Open settings folder..."_s);
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(ConfigurationFolder())});
     QVERIFY(Answers->boxes().isEmpty());
 }
 
 void CMainWindow_CommandsTest::aMissingSettingsFolderIsReported()
 {
-    trigger(QStringLiteral("Open settings folder..."));
+    trigger(u"Open settings folder..."_s);
     QVERIFY(Opened.isEmpty());
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("Error"));
-    QCOMPARE(onlyBox().Text, QStringLiteral("Drawer does not exists!\n") + ConfigurationFolder());
+    QCOMPARE(onlyBox().Title, u"Error"_s);
+    QCOMPARE(onlyBox().Text, u"Drawer does not exists!\n"_s + ConfigurationFolder());
     QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
 }
 
 void CMainWindow_CommandsTest::hideHidesTheWindow()
 {
     Window->show();
-    trigger(QStringLiteral("Hide"));
+    trigger(u"Hide"_s);
     QVERIFY(!Window->isVisible());
 }
 
@@ -254,8 +255,7 @@ void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDelete
     for (const char *name : {"TarnvikDriver_RtlSdr.ad", "Other_RtlSdr.ad"})
         QVERIFY(tests::WriteAlignmentFile(ConfigurationFolder() + u'/' + QLatin1String(name), SdrType::RtlSdr,
                                           tables));
-    QVERIFY(
-        tests::WriteFileBytes(ConfigurationFolder() + QStringLiteral("/TarnvikDriver_bad.ad"), "rubbish"));
+    QVERIFY(tests::WriteFileBytes(ConfigurationFolder() + u"/TarnvikDriver_bad.ad"_s, "rubbish"));
     Window->show();
     QPointer<QDlgAlignmentCfg> shown;
     QList<AlignmentRow> rows;
@@ -272,11 +272,11 @@ void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDelete
         shown->reject();
     });
     closer.start(5);
-    trigger(QStringLiteral("Show..."));
+    trigger(u"Show..."_s);
     QVERIFY(survivedTheWindow);
     QVERIFY(!shown);
     QCOMPARE(rows.size(), 2); // those of the other file are not there
-    QCOMPARE(rows.first().filePath, ConfigurationFolder() + QStringLiteral("/TarnvikDriver_RtlSdr.ad"));
+    QCOMPARE(rows.first().filePath, ConfigurationFolder() + u"/TarnvikDriver_RtlSdr.ad"_s);
     QCOMPARE(rows.first().state, AlignmentRow::Present);
     QVERIFY(Answers->boxes().isEmpty()); // nothing is said about the damaged file
 }
@@ -315,10 +315,10 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
     QTimer tooLate; // the program did not end
     connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
     tooLate.start(20000);
-    QTimer::singleShot(0, this, [this] { trigger(QStringLiteral("Show...")); });
+    QTimer::singleShot(0, this, [this] { trigger(u"Show..."_s); });
     QCOMPARE(QApplication::exec(), ends ? 0 : 7);
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("Close indication"));
+    QCOMPARE(onlyBox().Title, u"Close indication"_s);
     QCOMPARE(dialogStays, !ends);
     QVERIFY(!dialog);
     QCOMPARE(Window->isVisible(), !ends);
@@ -328,19 +328,18 @@ void CMainWindow_CommandsTest::saveAndRestoreWindow()
 {
     Window->show();
     Window->setGeometry(50, 70, 300, 200);
-    trigger(QStringLiteral("Save Windows"));
+    trigger(u"Save Windows"_s);
     Window->setGeometry(10, 20, 500, 400);
-    trigger(QStringLiteral("Restore Windows"));
+    trigger(u"Restore Windows"_s);
     QCOMPARE(Window->geometry(), QRect(50, 70, 300, 200));
 }
 
 void CMainWindow_CommandsTest::theAboutBoxReads()
 {
-    trigger(QStringLiteral("About TarnvikControl..."));
+    trigger(u"About TarnvikControl..."_s);
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("TarnvikControl"));
-    QCOMPARE(onlyBox().Text,
-             QStringLiteral("TarnvikControl V2025.12.1.1\n<x64 version>\n\n(C) Quillane GmbH"));
+    QCOMPARE(onlyBox().Title, u"TarnvikControl"_s);
+    QCOMPARE(onlyBox().Text, u"TarnvikControl V2025.12.1.1\n<x64 version>\n\n(C) Quillane GmbH"_s);
     QCOMPARE(onlyBox().Parent, Window.get());
 }
 
@@ -351,40 +350,40 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder_data()
     QTest::addColumn<QStringList>("candidates"); // without a folder: the program's
     QTest::newRow("with no translation English comes first")
         << "" << false
-        << QStringList{QStringLiteral("Tarnvik_EN.pdf"),
-                       QStringLiteral("Tarnvik.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_EN.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
-                       QStringLiteral("Tarnvik_EN.pdf"),
-                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+        << QStringList{u"Tarnvik_EN.pdf"_s,
+                       u"Tarnvik.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_EN.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik.pdf"_s,
+                       u"Tarnvik_EN.pdf"_s,
+                       u"TarnvikTarnvik_EN.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_DE.pdf"_s};
     QTest::newRow("with German the German one comes first, then the English one")
         << "de" << false
-        << QStringList{QStringLiteral("Tarnvik_DE.pdf"),
-                       QStringLiteral("Tarnvik.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
-                       QStringLiteral("Tarnvik_EN.pdf"),
-                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+        << QStringList{u"Tarnvik_DE.pdf"_s,
+                       u"Tarnvik.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_DE.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik.pdf"_s,
+                       u"Tarnvik_EN.pdf"_s,
+                       u"TarnvikTarnvik_EN.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_DE.pdf"_s};
     QTest::newRow("with French and a translated product")
         << "fr" << true
-        << QStringList{QStringLiteral("Anleitung_FR.pdf"),
-                       QStringLiteral("Anleitung.pdf"),
-                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_FR.pdf"),
-                       QStringLiteral("C:/Program Files/Anleitung/Anleitung.pdf"),
-                       QStringLiteral("Anleitung_EN.pdf"),
-                       QStringLiteral("AnleitungTarnvik_EN.pdf"),
-                       QStringLiteral("C:/Program Files/Anleitung/Anleitung_DE.pdf")};
+        << QStringList{u"Anleitung_FR.pdf"_s,
+                       u"Anleitung.pdf"_s,
+                       u"C:/Program Files/Anleitung/Anleitung_FR.pdf"_s,
+                       u"C:/Program Files/Anleitung/Anleitung.pdf"_s,
+                       u"Anleitung_EN.pdf"_s,
+                       u"AnleitungTarnvik_EN.pdf"_s,
+                       u"C:/Program Files/Anleitung/Anleitung_DE.pdf"_s};
     QTest::newRow("with the language C, whose name has no country, none is named")
         << "C" << false
-        << QStringList{QStringLiteral("Tarnvik_.pdf"),
-                       QStringLiteral("Tarnvik.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik.pdf"),
-                       QStringLiteral("Tarnvik_EN.pdf"),
-                       QStringLiteral("TarnvikTarnvik_EN.pdf"),
-                       QStringLiteral("C:/Program Files/Tarnvik/Tarnvik_DE.pdf")};
+        << QStringList{u"Tarnvik_.pdf"_s,
+                       u"Tarnvik.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik.pdf"_s,
+                       u"Tarnvik_EN.pdf"_s,
+                       u"TarnvikTarnvik_EN.pdf"_s,
+                       u"C:/Program Files/Tarnvik/Tarnvik_DE.pdf"_s};
 }
 
 void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
@@ -399,7 +398,7 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
     QVERIFY(QDir::setCurrent(current.path()));
     const auto goBack = qScopeGuard([] { QDir::setCurrent(QCoreApplication::applicationDirPath()); });
     for (QString &candidate : candidates) {
-        if (candidate.startsWith(QStringLiteral("C:")))
+        if (candidate.startsWith(u"C:"_s))
             QVERIFY(QDir().mkpath(QFileInfo(candidate).path()));
         else
             candidate.prepend(QCoreApplication::applicationDirPath() + u'/');
@@ -428,7 +427,7 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
         // The path is opened as it stands; what is before its first colon, if anything, counts as scheme.
         const QUrl url(candidates[first], QUrl::TolerantMode);
         QDesktopServices::setUrlHandler(url.scheme(), this, "open");
-        trigger(QStringLiteral("Open User Guide"));
+        trigger(u"Open User Guide"_s);
         QDesktopServices::unsetUrlHandler(url.scheme());
         QCOMPARE(Opened, QList<QUrl>{url});
         QVERIFY(QFile::remove(candidates[first]));
@@ -438,11 +437,11 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
 
 void CMainWindow_CommandsTest::aMissingGuideIsReported()
 {
-    trigger(QStringLiteral("Open User Guide"));
+    trigger(u"Open User Guide"_s);
     QVERIFY(Opened.isEmpty());
     QCOMPARE(Answers->boxes().size(), 1);
-    QCOMPARE(onlyBox().Title, QStringLiteral("File Error"));
-    QCOMPARE(onlyBox().Text, QStringLiteral("Can not open user guide!"));
+    QCOMPARE(onlyBox().Title, u"File Error"_s);
+    QCOMPARE(onlyBox().Text, u"Can not open user guide!"_s);
     QCOMPARE(onlyBox().Icon, QMessageBox::Critical);
     QCOMPARE(onlyBox().Buttons, QMessageBox::Ok);
 }

@@ -18,6 +18,8 @@
 #include <QTextEdit>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 using tests::MenuEntry;
 using tests::StoredSettings;
 
@@ -37,10 +39,10 @@ QStringList MenuTable(const CMainWindow &window)
             if (entry->isSeparator())
                 line += u'-';
             else if (entry->menu())
-                line += entry->text() + QStringLiteral(" >");
+                line += entry->text() + u" >"_s;
             else
                 line += QStringList{entry->text(), entry->statusTip(), entry->shortcut().toString(),
-                                    entry->isCheckable() ? QStringLiteral("checkable") : QString()}
+                                    entry->isCheckable() ? u"checkable"_s : QString()}
                             .join(u'|');
             table.append(line);
         }
@@ -49,44 +51,43 @@ QStringList MenuTable(const CMainWindow &window)
 }
 
 const QStringList FileMenu = {
-    QStringLiteral("File|Open record file folder|Open drawer with record files|Ctrl+R|"),
-    QStringLiteral("File|Create record file folder link on Desktop|"
-                   "Create symblic link on desktop to record files drawer||"),
-    QStringLiteral("File|Open settings folder...|Open drawer with settings|Ctrl+D|"),
-    QStringLiteral("File|-"),
-    QStringLiteral("File|Hide|Hide|Ctrl+H|"),
-    QStringLiteral("File|Quit|Quit|Ctrl+Q|"),
+    u"File|Open record file folder|Open drawer with record files|Ctrl+R|"_s,
+    u"File|Create record file folder link on Desktop|"
+    "Create symblic link on desktop to record files drawer||"_s,
+    u"File|Open settings folder...|Open drawer with settings|Ctrl+D|"_s,
+    u"File|-"_s,
+    u"File|Hide|Hide|Ctrl+H|"_s,
+    u"File|Quit|Quit|Ctrl+Q|"_s,
 };
 const QStringList AlignmentMenu = {
-    QStringLiteral("Alignment|Show...|Show alignement table for SDRs|Ctrl+S|"),
+    u"Alignment|Show...|Show alignement table for SDRs|Ctrl+S|"_s,
 };
 const QStringList ViewMenuStart = {
-    QStringLiteral("View|Save Windows|Save size and state of windows||"),
-    QStringLiteral("View|Restore Windows|Restore size and state of windows||"),
-    QStringLiteral("View|-"),
-    QStringLiteral("View|Hide when close|Close button minimized into tray||checkable"),
-    QStringLiteral("View|Start with hidden GUI|Start minimized into tray||checkable"),
-    QStringLiteral("View|-"),
+    u"View|Save Windows|Save size and state of windows||"_s,
+    u"View|Restore Windows|Restore size and state of windows||"_s,
+    u"View|-"_s,
+    u"View|Hide when close|Close button minimized into tray||checkable"_s,
+    u"View|Start with hidden GUI|Start minimized into tray||checkable"_s,
+    u"View|-"_s,
 };
-const QStringList Language = {QStringLiteral("View|Language >"), QStringLiteral("View|-")};
-const QStringList Guide = {QStringLiteral("View|Open User Guide|Open User Guide|Ctrl+H|"),
-                           QStringLiteral("View|-")};
+const QStringList Language = {u"View|Language >"_s, u"View|-"_s};
+const QStringList Guide = {u"View|Open User Guide|Open User Guide|Ctrl+H|"_s, u"View|-"_s};
 const QStringList DefaultStyleEntry = {
-    QStringLiteral("View|-"),
-    QStringLiteral("View|View in default style|Default windows style for GUI||checkable"),
+    u"View|-"_s,
+    u"View|View in default style|Default windows style for GUI||checkable"_s,
 };
 const QStringList FusionEntries = {
-    QStringLiteral("View|View in light Fusion style|Light Fusion style for GUI||checkable"),
-    QStringLiteral("View|View in dark Fusion style|Dark Fusion style for GUI||checkable"),
+    u"View|View in light Fusion style|Light Fusion style for GUI||checkable"_s,
+    u"View|View in dark Fusion style|Dark Fusion style for GUI||checkable"_s,
 };
 const QStringList Windows11Entries = {
-    QStringLiteral("View|View in light Windows 11 style|Light Windows 11 style for GUI||checkable"),
-    QStringLiteral("View|View in dark Windows 11 style|Dark Windows 11 style for GUI||checkable"),
+    u"View|View in light Windows 11 style|Light Windows 11 style for GUI||checkable"_s,
+    u"View|View in dark Windows 11 style|Dark Windows 11 style for GUI||checkable"_s,
 };
-const QStringList StylesEnd = {QStringLiteral("View|-")};
+const QStringList StylesEnd = {u"View|-"_s};
 const QStringList About = {
-    QStringLiteral("View|About Qt...|About Qt...||"),
-    QStringLiteral("View|About TarnvikControl...|About...||"),
+    u"View|About Qt...|About Qt...||"_s,
+    u"View|About TarnvikControl...|About...||"_s,
 };
 
 } // namespace
@@ -113,8 +114,8 @@ private slots:
 
 void CMainWindow_MenusTest::initTestCase()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
     QVERIFY(QDir::setCurrent(QDir::tempPath()));
 }
@@ -124,9 +125,9 @@ void CMainWindow_MenusTest::init()
     StoredSettings().clear();
     // On Windows other tests write there too.
     QDir(QTarnvikBasic::GetRecorderFile(QString())).removeRecursively();
-    GivenStyles = QStringList{QStringLiteral("Windows"), QStringLiteral("Fusion")};
+    GivenStyles = QStringList{u"Windows"_s, u"Fusion"_s};
     CMainWindow::StyleNames = [] { return GivenStyles; };
-    QFile::remove(QDir::tempPath() + QStringLiteral("/TarnvikControl_de.qm"));
+    QFile::remove(QDir::tempPath() + u"/TarnvikControl_de.qm"_s);
     AppTranslation.Init(qApp);
 }
 
@@ -135,9 +136,9 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries_data()
     QTest::addColumn<QStringList>("styles");
     QTest::addColumn<bool>("language");
     QTest::addColumn<QStringList>("expected");
-    const QString windows = QStringLiteral("Windows");
-    const QString fusion = QStringLiteral("Fusion");
-    const QString windows11 = QStringLiteral("windows11");
+    const QString windows = u"Windows"_s;
+    const QString fusion = u"Fusion"_s;
+    const QString windows11 = u"windows11"_s;
     QTest::newRow("without the windows11 style: default and the two Fusion entries only")
         << QStringList{windows, fusion} << false
         << FileMenu + AlignmentMenu + ViewMenuStart + Guide + DefaultStyleEntry + FusionEntries + StylesEnd +
@@ -152,7 +153,7 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries_data()
     QTest::newRow("with neither: no style entries at all")
         << QStringList{windows} << false << FileMenu + AlignmentMenu + ViewMenuStart + Guide + About;
     QTest::newRow("style names in another case do not count")
-        << QStringList{QStringLiteral("fusion"), QStringLiteral("Windows11")} << false
+        << QStringList{u"fusion"_s, u"Windows11"_s} << false
         << FileMenu + AlignmentMenu + ViewMenuStart + Guide + About;
     QTest::newRow("with a language") << QStringList{fusion} << true
                                      << FileMenu + AlignmentMenu + ViewMenuStart + Language + Guide +
@@ -166,7 +167,7 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries()
     QFETCH(QStringList, expected);
     GivenStyles = styles;
     if (language) {
-        QFile file(QDir::tempPath() + QStringLiteral("/TarnvikControl_de.qm"));
+        QFile file(QDir::tempPath() + u"/TarnvikControl_de.qm"_s);
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
     const tests::DialogAnswers answers(QMessageBox::Ok); // without styles the first entry warns
@@ -174,17 +175,17 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries()
     QCOMPARE(MenuTable(window), expected);
     if (language) {
         QStringList codes;
-        const QList<QAction *> entries = MenuEntry(window, QStringLiteral("Language"))->menu()->actions();
+        const QList<QAction *> entries = MenuEntry(window, u"Language"_s)->menu()->actions();
         for (const QAction *entry : entries)
             codes.append(entry->text());
-        QCOMPARE(codes, (QStringList{QStringLiteral("en"), QStringLiteral("de")}));
+        QCOMPARE(codes, (QStringList{u"en"_s, u"de"_s}));
     }
 }
 
 void CMainWindow_MenusTest::aMissingTranslationFileLeavesOutTheLanguageMenu()
 {
     const CMainWindow window;
-    QVERIFY(!MenuEntry(window, QStringLiteral("Language")));
+    QVERIFY(!MenuEntry(window, u"Language"_s));
 }
 
 void CMainWindow_MenusTest::theMenuIsBuiltAnewWithoutLeftovers()
@@ -221,28 +222,28 @@ void CMainWindow_MenusTest::theTwoTogglesShowWhatIsStored()
     QFETCH(bool, hideWhenCloseChecked);
     QFETCH(bool, startHiddenChecked);
     if (closeIsMinimize.isValid())
-        StoredSettings().setValue(QStringLiteral("CloseIsMinimize"), closeIsMinimize);
+        StoredSettings().setValue(u"CloseIsMinimize"_s, closeIsMinimize);
     if (startHidden.isValid())
-        StoredSettings().setValue(QStringLiteral("StartHidden"), startHidden);
+        StoredSettings().setValue(u"StartHidden"_s, startHidden);
     const CMainWindow window;
-    QCOMPARE(MenuEntry(window, QStringLiteral("Hide when close"))->isChecked(), hideWhenCloseChecked);
-    QCOMPARE(MenuEntry(window, QStringLiteral("Start with hidden GUI"))->isChecked(), startHiddenChecked);
+    QCOMPARE(MenuEntry(window, u"Hide when close"_s)->isChecked(), hideWhenCloseChecked);
+    QCOMPARE(MenuEntry(window, u"Start with hidden GUI"_s)->isChecked(), startHiddenChecked);
 }
 
 void CMainWindow_MenusTest::theTogglesInvertStoreAndMark()
 {
     CMainWindow window;
-    QAction *const hideWhenClose = MenuEntry(window, QStringLiteral("Hide when close"));
-    QAction *const startHidden = MenuEntry(window, QStringLiteral("Start with hidden GUI"));
+    QAction *const hideWhenClose = MenuEntry(window, u"Hide when close"_s);
+    QAction *const startHidden = MenuEntry(window, u"Start with hidden GUI"_s);
     for (const bool hide : {true, false}) {
         hideWhenClose->trigger();
         QCOMPARE(hideWhenClose->isChecked(), hide);
-        QCOMPARE(StoredSettings().value(QStringLiteral("CloseIsMinimize")).toBool(), !hide);
+        QCOMPARE(StoredSettings().value(u"CloseIsMinimize"_s).toBool(), !hide);
     }
     for (const bool hidden : {true, false}) {
         startHidden->trigger();
         QCOMPARE(startHidden->isChecked(), hidden);
-        QCOMPARE(StoredSettings().value(QStringLiteral("StartHidden")).toBool(), hidden);
+        QCOMPARE(StoredSettings().value(u"StartHidden"_s).toBool(), hidden);
     }
     hideWhenClose->trigger();
     window.show();
@@ -256,10 +257,10 @@ void CMainWindow_MenusTest::thePanelsStartLineFollowsItsToggleAtOnce()
     const auto startLine = [&window] {
         return window.findChild<QTextEdit *>()->toPlainText().section(u'\n', 2, 2);
     };
-    const QString open = QStringLiteral("Start               : With open GUI");
-    const QString hidden = QStringLiteral("Start               : Hide GUI into tray");
+    const QString open = u"Start               : With open GUI"_s;
+    const QString hidden = u"Start               : Hide GUI into tray"_s;
     QCOMPARE(startLine(), open);
-    QAction *const toggle = MenuEntry(window, QStringLiteral("Start with hidden GUI"));
+    QAction *const toggle = MenuEntry(window, u"Start with hidden GUI"_s);
     toggle->trigger();
     QCOMPARE(startLine(), hidden);
     toggle->trigger();
@@ -290,10 +291,10 @@ void CMainWindow_MenusTest::theOtherShortcutsTriggerTheirEntries()
     };
     press(Qt::Key_R);
     QCOMPARE(answers.boxes().size(), 1);
-    QCOMPARE(answers.boxes().last().Text, QStringLiteral("No 'record path' in configuration file found!"));
+    QCOMPARE(answers.boxes().last().Text, u"No 'record path' in configuration file found!"_s);
     press(Qt::Key_D);
     QCOMPARE(answers.boxes().size(), 2);
-    QVERIFY(answers.boxes().last().Text.startsWith(QStringLiteral("Drawer does not exists!")));
+    QVERIFY(answers.boxes().last().Text.startsWith(u"Drawer does not exists!"_s));
     bool shown = false;
     QTimer closer;
     QObject::connect(&closer, &QTimer::timeout, &window, [&shown] {
@@ -308,7 +309,7 @@ void CMainWindow_MenusTest::theOtherShortcutsTriggerTheirEntries()
     answers.setAnswer(QMessageBox::Abort);
     press(Qt::Key_Q);
     QCOMPARE(answers.boxes().size(), 3);
-    QCOMPARE(answers.boxes().last().Title, QStringLiteral("Close indication"));
+    QCOMPARE(answers.boxes().last().Title, u"Close indication"_s);
 }
 
 TARNVIK_TEST_MAIN(CMainWindow_MenusTest, QApplication)

@@ -15,22 +15,24 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 using tests::CheckedStyles;
 using tests::MenuEntry;
 using tests::StoredSettings;
 
 namespace {
 
-const QString Windows = QStringLiteral("Windows");
-const QString Fusion = QStringLiteral("Fusion");
-const QString Windows11 = QStringLiteral("windows11");
+const QString Windows = u"Windows"_s;
+const QString Fusion = u"Fusion"_s;
+const QString Windows11 = u"windows11"_s;
 
 /// The lists of style names that systems have.
 const QStringList FusionOnly = {Windows, Fusion};
 const QStringList Windows11Only = {Windows, Windows11};
 const QStringList Both = {Fusion, Windows11, Windows};
 
-const QString GuiStyle = QStringLiteral("GuiStyle");
+const QString GuiStyle = u"GuiStyle"_s;
 
 QStringList GivenStyles;
 
@@ -65,8 +67,8 @@ private slots:
 
 void CMainWindow_StylesTest::initTestCase()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
-    QCoreApplication::setApplicationName(QStringLiteral("TarnvikControl"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
     QVERIFY(QStyleFactory::keys().contains(Windows11)); // if need be, the test's own
 }
@@ -85,7 +87,7 @@ void CMainWindow_StylesTest::theStoredStyleIsAppliedAtTheStart_data()
     QTest::addColumn<QStringList>("styles");
     QTest::addColumn<int>("guiStyle"); // applied, stored and marked
     QTest::addColumn<QString>("style");
-    const QString fusion = QStringLiteral("fusion");
+    const QString fusion = u"fusion"_s;
     QTest::newRow("nothing stored is the default style") << QVariant() << FusionOnly << 0 << fusion;
     QTest::newRow("nothing stored, with both") << QVariant() << Both << 0 << Windows11;
     QTest::newRow("a text is the default style") << QVariant("dark") << FusionOnly << 0 << fusion;
@@ -149,10 +151,10 @@ void CMainWindow_StylesTest::withoutTheStoredStyleTheFirstFileEntryIsTriggeredAt
     const tests::DialogAnswers answers(QMessageBox::Ok);
     const CMainWindow window;
     QCOMPARE(answers.boxes().size(), 1);
-    QCOMPARE(answers.boxes().first().Text, QStringLiteral("No 'record path' in configuration file found!"));
+    QCOMPARE(answers.boxes().first().Text, u"No 'record path' in configuration file found!"_s);
     QCOMPARE(StoredSettings().value(GuiStyle).toString(), stored.toString());
     QCOMPARE(CheckedStyles(window), QString());
-    QCOMPARE(QApplication::style()->name(), QStringLiteral("windows")); // as before
+    QCOMPARE(QApplication::style()->name(), u"windows"_s); // as before
 }
 
 void CMainWindow_StylesTest::aStyleEntrySetsStoresAndMarks_data()
@@ -162,12 +164,12 @@ void CMainWindow_StylesTest::aStyleEntrySetsStoresAndMarks_data()
     QTest::addColumn<QString>("entry");
     QTest::addColumn<int>("guiStyle");
     QTest::addColumn<QString>("style");
-    const QString fusion = QStringLiteral("fusion");
-    const QString standard = QStringLiteral("View in default style");
-    const QString lightFusion = QStringLiteral("View in light Fusion style");
-    const QString darkFusion = QStringLiteral("View in dark Fusion style");
-    const QString light11 = QStringLiteral("View in light Windows 11 style");
-    const QString dark11 = QStringLiteral("View in dark Windows 11 style");
+    const QString fusion = u"fusion"_s;
+    const QString standard = u"View in default style"_s;
+    const QString lightFusion = u"View in light Fusion style"_s;
+    const QString darkFusion = u"View in dark Fusion style"_s;
+    const QString light11 = u"View in light Windows 11 style"_s;
+    const QString dark11 = u"View in dark Windows 11 style"_s;
     QTest::newRow("default, with Fusion only") << FusionOnly << darkFusion << standard << 0 << fusion;
     QTest::newRow("default, with windows11 only") << Windows11Only << dark11 << standard << 0 << Windows11;
     QTest::newRow("default, with both") << Both << darkFusion << standard << 0 << Windows11;
@@ -208,11 +210,10 @@ void CMainWindow_StylesTest::theDefaultStyleIsTheBestThatThereIs_data()
     QTest::newRow("windows11 before Fusion") << QStringList{Windows11, Fusion} << Windows << Windows11;
     QTest::newRow("windows11 behind Fusion") << QStringList{Fusion, Windows11} << Windows << Windows11;
     QTest::newRow("windows11 at the end") << Windows11Only << Windows << Windows11;
-    QTest::newRow("Fusion at the end") << FusionOnly << Windows << QStringLiteral("fusion");
+    QTest::newRow("Fusion at the end") << FusionOnly << Windows << u"fusion"_s;
     QTest::newRow("the first one where both are missing")
-        << QStringList{Windows, QStringLiteral("other")} << Fusion << QStringLiteral("windows");
-    QTest::newRow("the one there was where there is none")
-        << QStringList{} << Windows << QStringLiteral("windows");
+        << QStringList{Windows, u"other"_s} << Fusion << u"windows"_s;
+    QTest::newRow("the one there was where there is none") << QStringList{} << Windows << u"windows"_s;
 }
 
 void CMainWindow_StylesTest::theDefaultStyleIsTheBestThatThereIs()
@@ -221,13 +222,13 @@ void CMainWindow_StylesTest::theDefaultStyleIsTheBestThatThereIs()
     QFETCH(QString, before);
     QFETCH(QString, style);
     const CMainWindow window;
-    MenuEntry(window, QStringLiteral("View in dark Fusion style"))->trigger();
+    MenuEntry(window, u"View in dark Fusion style"_s)->trigger();
     GivenStyles = styles; // from now on
     QApplication::setStyle(before);
-    MenuEntry(window, QStringLiteral("View in default style"))->trigger();
+    MenuEntry(window, u"View in default style"_s)->trigger();
     QCOMPARE(QApplication::style()->name(), style);
-    QCOMPARE(StoredSettings().value(GuiStyle).toString(), QStringLiteral("0"));
-    QCOMPARE(CheckedStyles(window), QStringLiteral("0"));
+    QCOMPARE(StoredSettings().value(GuiStyle).toString(), u"0"_s);
+    QCOMPARE(CheckedStyles(window), u"0"_s);
     QVERIFY(!IsDark());
 }
 
@@ -248,16 +249,16 @@ void CMainWindow_StylesTest::aStyleThatVanishedOnlyRefreshesThePanel()
     QFETCH(QStringList, styles);
     GivenStyles = Both;
     const CMainWindow window;
-    StoredSettings().setValue(GuiStyle, QStringLiteral("as it was"));
+    StoredSettings().setValue(GuiStyle, u"as it was"_s);
     GivenStyles = styles;
     QApplication::setStyle(Windows);
     const QPalette palette = QApplication::palette();
     auto &panel = *window.findChild<QTextEdit *>();
     panel.clear();
     MenuEntry(window, entry)->trigger();
-    QVERIFY(panel.toPlainText().startsWith(QStringLiteral("Program information\n")));
-    QCOMPARE(StoredSettings().value(GuiStyle).toString(), QStringLiteral("as it was"));
-    QCOMPARE(QApplication::style()->name(), QStringLiteral("windows"));
+    QVERIFY(panel.toPlainText().startsWith(u"Program information\n"_s));
+    QCOMPARE(StoredSettings().value(GuiStyle).toString(), u"as it was"_s);
+    QCOMPARE(QApplication::style()->name(), u"windows"_s);
     QCOMPARE(QApplication::palette(), palette);
 }
 
@@ -275,9 +276,9 @@ void CMainWindow_StylesTest::aToggleAppliesTheStoredStyleAgain()
     const CMainWindow window;
     StoredSettings().setValue(GuiStyle, 2);
     MenuEntry(window, toggle)->trigger();
-    QCOMPARE(QApplication::style()->name(), QStringLiteral("fusion"));
+    QCOMPARE(QApplication::style()->name(), u"fusion"_s);
     QVERIFY(IsDark());
-    QCOMPARE(CheckedStyles(window), QStringLiteral("2"));
+    QCOMPARE(CheckedStyles(window), u"2"_s);
 }
 
 TARNVIK_TEST_MAIN(CMainWindow_StylesTest, QApplication)

@@ -9,6 +9,8 @@
 #include <QStyle>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using tests::Contrast;
 using tests::TextPairs;
 using tests::TooWeak;
@@ -31,7 +33,7 @@ private slots:
 
 void ColourSchemeTest::init()
 {
-    QVERIFY(QApplication::setStyle(QStringLiteral("Fusion")));
+    QVERIFY(QApplication::setStyle(u"Fusion"_s));
     SetColourScheme(ColourScheme::FollowSystem);
 }
 
@@ -68,7 +70,7 @@ void ColourSchemeTest::theStyleStaysFusion()
 {
     QFETCH(ColourScheme, scheme);
     SetColourScheme(scheme);
-    QCOMPARE(QApplication::style()->name().toLower(), QStringLiteral("fusion"));
+    QCOMPARE(QApplication::style()->name().toLower(), u"fusion"_s);
 }
 
 TARNVIK_TEST_MAIN(ColourSchemeTest, QApplication)

@@ -9,6 +9,8 @@
 #include <QStyleHints>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 Q_DECLARE_METATYPE(ColourScheme)
 
 class ColourSchemeWindowsTest : public QObject
@@ -24,7 +26,7 @@ private slots:
 
 void ColourSchemeWindowsTest::init()
 {
-    QVERIFY(QApplication::setStyle(QStringLiteral("Fusion")));
+    QVERIFY(QApplication::setStyle(u"Fusion"_s));
     SetColourScheme(ColourScheme::FollowSystem);
 }
 

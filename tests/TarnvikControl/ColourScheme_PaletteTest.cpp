@@ -12,6 +12,8 @@
 #include <QTest>
 #include <QTextEdit>
 
+using namespace Qt::StringLiterals;
+
 using tests::Contrast;
 using tests::RolePair;
 using tests::TextPairs;
@@ -38,7 +40,7 @@ private slots:
 
 void ColourScheme_PaletteTest::init()
 {
-    QVERIFY(QApplication::setStyle(QStringLiteral("Fusion")));
+    QVERIFY(QApplication::setStyle(u"Fusion"_s));
     SetColourScheme(ColourScheme::FollowSystem);
 }
 

@@ -28,6 +28,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::AlignmentDialogFixture;
 using tests::Day;
 using tests::KnownTexts;
@@ -36,9 +38,9 @@ using tests::WriteAlignmentFile;
 
 namespace {
 
-const QString German = QStringLiteral("de");
-const QString English = QStringLiteral("en");
-const QString Message = QStringLiteral("162.400 MHz\n250 kS/s");
+const QString German = u"de"_s;
+const QString English = u"en"_s;
+const QString Message = u"162.400 MHz\n250 kS/s"_s;
 
 /// Is asked for a text only when no installed translation has it, and remembers it.
 class Untranslated : public QTranslator
@@ -48,7 +50,7 @@ public:
     QString translate(const char *context, const char *text, const char * /*comment*/,
                       int /*n*/) const override
     {
-        Texts.append(QString::fromUtf8(context) + QStringLiteral(": ") + QString::fromUtf8(text));
+        Texts.append(QString::fromUtf8(context) + u": "_s + QString::fromUtf8(text));
         return QString();
     }
 
@@ -119,7 +121,7 @@ QString PanelText(const CMainWindow &window)
 /// How the language calls the key in shortcuts.
 QString ControlKey(const QString &language)
 {
-    return language == German ? QStringLiteral("Strg") : QStringLiteral("Ctrl");
+    return language == German ? u"Strg"_s : u"Ctrl"_s;
 }
 
 /// The texts that are neither of the language nor data, one per line.
@@ -127,16 +129,14 @@ QString Foreign(const QStringList &texts, const QString &language)
 {
     KnownTexts known(language);
     AddData(known);
-    known.addData(QStringLiteral("%1\\+[A-Z]").arg(ControlKey(language)));
-    return texts.isEmpty() ? QStringLiteral("no texts at all")
-                           : known.unknown(texts).join(QStringLiteral("\n"));
+    known.addData(u"%1\\+[A-Z]"_s.arg(ControlKey(language)));
+    return texts.isEmpty() ? u"no texts at all"_s : known.unknown(texts).join(u"\n"_s);
 }
 
 void WriteRecordPath(const QString &path)
 {
-    QSettings location(QTarnvikBasic::GetRecorderFile(QStringLiteral("tarnviklocation.ini")),
-                       QSettings::IniFormat);
-    location.setValue(QStringLiteral("Record/RecordPath"), path);
+    QSettings location(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s), QSettings::IniFormat);
+    location.setValue(u"Record/RecordPath"_s, path);
 }
 
 } // namespace
@@ -179,27 +179,27 @@ private:
 void LanguageSwitchTest::initTestCase()
 {
     QVERIFY(AlignmentDialogFixture::prepareFolders());
-    QCoreApplication::setApplicationVersion(QStringLiteral("2025.12.1.1"));
+    QCoreApplication::setApplicationVersion(u"2025.12.1.1"_s);
     PackedVersion = LowestVersion;
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
     QVERIFY(QDir::setCurrent(QStringLiteral(LANGUAGES_PARENT_FOLDER)));
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+    QDesktopServices::setUrlHandler(u"file"_s, this, "open");
     const KnownTexts german(German);
-    QVERIFY(german.knows(QStringLiteral("Datei")));
-    QVERIFY(german.knows(QStringLiteral("Rückgängig")));
-    QVERIFY(!german.knows(QStringLiteral("File")));
-    QVERIFY(!german.knows(QStringLiteral("Abort")));
+    QVERIFY(german.knows(u"Datei"_s));
+    QVERIFY(german.knows(u"Rückgängig"_s));
+    QVERIFY(!german.knows(u"File"_s));
+    QVERIFY(!german.knows(u"Abort"_s));
 }
 
 void LanguageSwitchTest::cleanupTestCase()
 {
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QDesktopServices::unsetUrlHandler(u"file"_s);
 }
 
 void LanguageSwitchTest::init()
 {
     QVERIFY(AlignmentDialogFixture::prepareFolders());
-    QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl")).clear();
+    QSettings(u"Quillane"_s, u"TarnvikControl"_s).clear();
     // First, so that it is asked last.
     Leftovers = std::make_unique<Untranslated>();
     QCoreApplication::installTranslator(Leftovers.get());
@@ -230,7 +230,7 @@ void LanguageSwitchTest::languages()
 void LanguageSwitchTest::theMenuOffersTheBuiltLanguages()
 {
     makeWindow();
-    const QAction *const language = EntryIn(Window->menuBar()->actions(), QStringLiteral("Language"));
+    const QAction *const language = EntryIn(Window->menuBar()->actions(), u"Language"_s);
     QVERIFY(language);
     QStringList codes;
     const QList<QAction *> entries = language->menu()->actions();
@@ -246,7 +246,7 @@ void LanguageSwitchTest::theWindowFollowsTheLanguageThereAndBack()
         QVERIFY(Choose(*Window, language));
         QCOMPARE(Foreign(tests::ShownTexts(*Window), language), QString());
         const QMenu *const tray = Window->findChild<QSystemTrayIcon *>()->contextMenu();
-        QCOMPARE(tests::ShownTexts(*tray).contains(QStringLiteral("&Beenden")), language == German);
+        QCOMPARE(tests::ShownTexts(*tray).contains(u"&Beenden"_s), language == German);
         QCOMPARE(Foreign(tests::ShownTexts(*tray), language), QString());
         QCOMPARE(tests::MnemonicCollisions(*tray).join(u'\n'), QString());
         QCOMPARE(tests::MnemonicCollisions(*Window).join(u'\n'), QString());
@@ -285,14 +285,14 @@ void LanguageSwitchTest::thePanelsColonsLineUp()
             if (!line.startsWith(label))
                 continue;
             ++found;
-            QCOMPARE(line.indexOf(QStringLiteral(": ")), 20); // column 21
+            QCOMPARE(line.indexOf(u": "_s), 20); // column 21
         }
     }
     QCOMPARE(found, 3);
-    QCOMPARE(lines.at(lines.size() - 3).indexOf(QStringLiteral("162")), 22);
-    QCOMPARE(lines.at(lines.size() - 2), QString(22, u' ') + QStringLiteral("250 kS/s"));
+    QCOMPARE(lines.at(lines.size() - 3).indexOf(u"162"_s), 22);
+    QCOMPARE(lines.at(lines.size() - 2), QString(22, u' ') + u"250 kS/s"_s);
     if (language == German)
-        QCOMPARE(lines.first(), QStringLiteral("Programminformationen"));
+        QCOMPARE(lines.first(), u"Programminformationen"_s);
 }
 
 void LanguageSwitchTest::shortcutsAreShownInTheLanguage_data()
@@ -306,8 +306,7 @@ void LanguageSwitchTest::shortcutsAreShownInTheLanguage()
     makeWindow();
     QVERIFY(Choose(*Window, language));
     const QMenu &file = *Window->menuBar()->actions().first()->menu();
-    QCOMPARE(tests::ShownShortcuts(file).join(u' '),
-             QStringLiteral("%1+R %1+D %1+H %1+Q").arg(ControlKey(language)));
+    QCOMPARE(tests::ShownShortcuts(file).join(u' '), u"%1+R %1+D %1+H %1+Q"_s.arg(ControlKey(language)));
 }
 
 void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage_data()
@@ -336,7 +335,7 @@ void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage()
     QCOMPARE(titlesAfter("Open User Guide"), QStringList{Tr("File Error")});
     // A record path without a folder, then a link that exists.
     QVERIFY(AlignmentDialogFixture::prepareFolders());
-    WriteRecordPath(QStringLiteral("/no/such/folder"));
+    WriteRecordPath(u"/no/such/folder"_s);
     QCOMPARE(titlesAfter("Open record file folder"), QStringList{error});
     WriteRecordPath(QDir::tempPath());
     QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)));
@@ -344,9 +343,9 @@ void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage()
     QCOMPARE(titlesAfter("Create record file folder link on Desktop"), QStringList{error});
     reader.setAnswer(QMessageBox::Abort);
     QCOMPARE(titlesAfter("Quit"), QStringList{Tr("Close indication")});
-    QCOMPARE(titlesAfter("About Qt..."), QStringList{QStringLiteral("TarnvikControl")});
+    QCOMPARE(titlesAfter("About Qt..."), QStringList{u"TarnvikControl"_s});
     const qsizetype before = reader.titles().size();
-    QVERIFY(Trigger(*Window, Tr("About %1...").arg(QStringLiteral("TarnvikControl"))));
+    QVERIFY(Trigger(*Window, Tr("About %1...").arg(u"TarnvikControl"_s)));
     QCOMPARE(reader.titles().size(), before + 1);
 
     QCOMPARE(Foreign(reader.texts(), language), QString());
@@ -365,13 +364,13 @@ void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
 {
     QFETCH(QString, language);
     makeWindow();
-    const QString importFile = tests::ImportFile(QStringLiteral("import.ad"));
-    const QString damagedFile = tests::ImportFile(QStringLiteral("damaged.ad"));
+    const QString importFile = tests::ImportFile(u"import.ad"_s);
+    const QString damagedFile = tests::ImportFile(u"damaged.ad"_s);
     QVERIFY(WriteAlignmentFile(
-        tests::RecorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
+        tests::RecorderFile(u"TarnvikDriver_LimeUsb.ad"_s), SdrType::LimeUsb,
         {{"0x1", Day("2024-03-01")}, {"0x2", Day("2024-03-01")}, {"0x3", Day("2024-03-01")}}));
-    QVERIFY(WriteAlignmentFile(tests::RecorderFile(QStringLiteral("TarnvikDriver_RtlSdr.ad")),
-                               SdrType::RtlSdr, {{"0x5", Day("2024-03-01")}}));
+    QVERIFY(WriteAlignmentFile(tests::RecorderFile(u"TarnvikDriver_RtlSdr.ad"_s), SdrType::RtlSdr,
+                               {{"0x5", Day("2024-03-01")}}));
     QVERIFY(WriteAlignmentFile(
         importFile, SdrType::LimeUsb,
         {{"0x1", Day("2024-04-01")}, {"0x2", Day("2024-02-01")}, {"0x4", Day("2024-04-01")}}));
@@ -392,8 +391,8 @@ void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
     for (const char *text :
          {"Aligned at: %1", "Aligned at: %1 (New in data-base)", "Aligned at: %1 (Old data from %2 present)",
           "Aligned at: %1 (Update from %2 present)"}) {
-        const QString begin = tr(text).section(QStringLiteral(" %2"), 0, 0);
-        QVERIFY2(shown.contains(begin.section(QStringLiteral("%1"), 1)), text);
+        const QString begin = tr(text).section(u" %2"_s, 0, 0);
+        QVERIFY2(shown.contains(begin.section(u"%1"_s, 1)), text);
     }
     fixture.button(tr("Import...")).click(); // the file dialog is cancelled
     QCOMPARE(reader.titles().last(), tr("Choose alignment file for importing"));
@@ -402,7 +401,7 @@ void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
     reader.setAnswer(QMessageBox::Yes);
     fixture.button(tr("Save...")).click();
     QCOMPARE(reader.titles().size(), 6);
-    QCOMPARE(reader.titles().at(4), tr("Update %1 alignment.").arg(QStringLiteral("RTL-SDR")));
+    QCOMPARE(reader.titles().at(4), tr("Update %1 alignment.").arg(u"RTL-SDR"_s));
     // A source that is gone cannot be exported.
     QVERIFY(QFile::remove(importFile));
     fixture.button(tr("Save...")).click();
@@ -453,7 +452,7 @@ void LanguageSwitchTest::inEnglishQtsTextsComeFromTheEnglishFile()
     AppTranslation.LoadLanguage(QLocale(English));
     // Were the file not installed, the search would go on to the user's next language, German for example.
     Leftovers->Texts.clear();
-    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Abort"), QStringLiteral("Abort"));
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Abort"), u"Abort"_s);
     QCOMPARE(Leftovers->Texts.join(u'\n'), QString());
 }
 

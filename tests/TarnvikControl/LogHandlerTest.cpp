@@ -20,6 +20,8 @@
 #include <thread>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int ChildExitCode = 7; // tells an ordinary end from every other
@@ -28,7 +30,7 @@ constexpr int NoInput = 99;
 constexpr int Threads = 4;
 constexpr int LinesPerThread = 500;
 
-const QString Letters = QStringLiteral("größe 12 µs, 你好 😀");
+const QString Letters = u"größe 12 µs, 你好 😀"_s;
 
 // --- The child
 
@@ -46,8 +48,7 @@ void LogFromThreads()
     for (int thread = 0; thread < Threads; ++thread) {
         threads.emplace_back([thread] {
             for (int line = 0; line < LinesPerThread; ++line) {
-                const QString text =
-                    QStringLiteral("thread %1 line %2 %3").arg(thread).arg(line).arg(Letters);
+                const QString text = u"thread %1 line %2 %3"_s.arg(thread).arg(line).arg(Letters);
                 Handle(QtInfoMsg, text);
                 Handle(QtWarningMsg, text);
             }
@@ -61,7 +62,7 @@ void LogFromThreads()
 /// while the process ran.
 void LogAndWait(QtMsgType type)
 {
-    Handle(type, QStringLiteral("at once"));
+    Handle(type, u"at once"_s);
     std::array<char, 16> line = {};
     if (!std::fgets(line.data(), static_cast<int>(line.size()), stdin))
         std::exit(NoInput);
@@ -75,9 +76,9 @@ struct Text
 };
 const std::vector<Text> Texts = {
     {"letters beyond ASCII", Letters},
-    {"percent signs are no format", QStringLiteral("100 %s %n %1")},
+    {"percent signs are no format", u"100 %s %n %1"_s},
     {"an empty text", QString()},
-    {"several lines get one beginning", QStringLiteral("one\ntwo")},
+    {"several lines get one beginning", u"one\ntwo"_s},
     {"a million letters", QString(1'000'000, u'x')},
 };
 
@@ -91,12 +92,12 @@ const std::vector<Action> Actions = {
     {"info", [] { qInfo("disk full"); }},
     {"warning", [] { qWarning("disk full"); }},
     {"critical", [] { qCritical("disk full"); }},
-    {"fatal does not end the process", [] { Handle(QtFatalMsg, QStringLiteral("disk full")); }},
-    {"any other type", [] { Handle(static_cast<QtMsgType>(7), QStringLiteral("disk full")); }},
+    {"fatal does not end the process", [] { Handle(QtFatalMsg, u"disk full"_s); }},
+    {"any other type", [] { Handle(static_cast<QtMsgType>(7), u"disk full"_s); }},
     {"every type",
      [] {
          for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg})
-             Handle(type, QStringLiteral("text"));
+             Handle(type, u"text"_s);
      }},
     {"threads", LogFromThreads},
     {"a debug line", [] { LogAndWait(QtDebugMsg); }},
@@ -140,7 +141,7 @@ QByteArray WithPlainLineEnds(QByteArray text)
 
 void StartChild(QProcess &child, const QString &what)
 {
-    child.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("child"), what});
+    child.start(QCoreApplication::applicationFilePath(), QStringList{u"child"_s, what});
 }
 
 /// Runs the child to its end, which must be an ordinary one.
@@ -162,8 +163,7 @@ Output RunToEnd(const QString &what)
 QByteArray WithoutBeginning(const QByteArray &line, const QDateTime &earliest, const QDateTime &latest)
 {
     for (QDateTime time = earliest; time <= latest.addSecs(1); time = time.addSecs(1)) {
-        const QByteArray beginning =
-            "TarnvikControl " + time.toString(QStringLiteral("hh:mm:ss")).toLatin1() + ": ";
+        const QByteArray beginning = "TarnvikControl " + time.toString(u"hh:mm:ss"_s).toLatin1() + ": ";
         if (line.startsWith(beginning))
             return line.mid(beginning.size());
     }
@@ -238,13 +238,13 @@ void LogHandlerTest::theTimeIsTheLocalTimeAsTwoDigitsEach()
 {
     // main() sets a time zone that differs from UTC where the environment decides on it.
     const QDateTime before = QDateTime::currentDateTime();
-    const Output output = RunToEnd(QStringLiteral("warning"));
+    const Output output = RunToEnd(u"warning"_s);
     const QDateTime after = QDateTime::currentDateTime();
     static const QRegularExpression format(
-        QStringLiteral("\\ATarnvikControl ([0-9]{2}:[0-9]{2}:[0-9]{2}): disk full\n\\z"));
+        u"\\ATarnvikControl ([0-9]{2}:[0-9]{2}:[0-9]{2}): disk full\n\\z"_s);
     const QRegularExpressionMatch match = format.match(QString::fromLocal8Bit(output.Error));
     QVERIFY2(match.hasMatch(), output.Error.constData());
-    const QTime time = QTime::fromString(match.captured(1), QStringLiteral("hh:mm:ss"));
+    const QTime time = QTime::fromString(match.captured(1), u"hh:mm:ss"_s);
     QVERIFY(time.isValid());
     constexpr int secondsOfDay = 24 * 60 * 60; // the run may go over midnight
     const int sinceStart = (before.time().secsTo(time) + secondsOfDay + 1) % secondsOfDay - 1;
@@ -253,7 +253,7 @@ void LogHandlerTest::theTimeIsTheLocalTimeAsTwoDigitsEach()
 
 void LogHandlerTest::nothingOfTheContextIsPrinted()
 {
-    const Output output = RunToEnd(QStringLiteral("every type"));
+    const Output output = RunToEnd(u"every type"_s);
     QCOMPARE(output.Standard, QByteArray("text\ntext\n"));
     QCOMPARE(output.Error.count('\n'), 3);
     QVERIFY2(!output.Error.contains("Secret") && !output.Error.contains("4711"), output.Error.constData());
@@ -284,13 +284,12 @@ void LogHandlerTest::aLineReachesAPipeBeforeTheProcessEnds()
 void LogHandlerTest::linesOfSeveralThreadsStayWhole()
 {
     const QDateTime before = QDateTime::currentDateTime();
-    const Output output = RunToEnd(QStringLiteral("threads"));
+    const Output output = RunToEnd(u"threads"_s);
     const QDateTime after = QDateTime::currentDateTime();
     QList<QByteArray> expected;
     for (int thread = 0; thread < Threads; ++thread) {
         for (int line = 0; line < LinesPerThread; ++line)
-            expected.append(
-                QStringLiteral("thread %1 line %2 %3").arg(thread).arg(line).arg(Letters).toLocal8Bit());
+            expected.append(u"thread %1 line %2 %3"_s.arg(thread).arg(line).arg(Letters).toLocal8Bit());
     }
     expected.append(QByteArray()); // behind the last line's end
     std::sort(expected.begin(), expected.end());
@@ -312,7 +311,7 @@ void LogHandlerTest::qFatalIsWrittenBeforeQtEndsTheProcess()
 {
     QProcess child;
     const QDateTime before = QDateTime::currentDateTime();
-    StartChild(child, QStringLiteral("qFatal"));
+    StartChild(child, u"qFatal"_s);
     QVERIFY(child.waitForFinished());
     QVERIFY(child.exitStatus() == QProcess::CrashExit || child.exitCode() != ChildExitCode);
     const QByteArray error = WithPlainLineEnds(child.readAllStandardError());

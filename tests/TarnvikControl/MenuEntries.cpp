@@ -4,6 +4,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 QAction *MenuEntry(const QMainWindow &window, const QString &text)
@@ -22,9 +24,9 @@ QAction *MenuEntry(const QMainWindow &window, const QString &text)
 QString CheckedStyles(const QMainWindow &window)
 {
     const QString texts[] = {
-        QStringLiteral("View in default style"),         QStringLiteral("View in light Fusion style"),
-        QStringLiteral("View in dark Fusion style"),     QStringLiteral("View in light Windows 11 style"),
-        QStringLiteral("View in dark Windows 11 style"),
+        u"View in default style"_s,         u"View in light Fusion style"_s,
+        u"View in dark Fusion style"_s,     u"View in light Windows 11 style"_s,
+        u"View in dark Windows 11 style"_s,
     };
     QString checked;
     for (int style = 0; style < 5; ++style) {
@@ -37,7 +39,7 @@ QString CheckedStyles(const QMainWindow &window)
 
 QSettings StoredSettings()
 {
-    return QSettings(QStringLiteral("Quillane"), QStringLiteral("TarnvikControl"));
+    return QSettings(u"Quillane"_s, u"TarnvikControl"_s);
 }
 
 } // namespace tests

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 ContextMenuTexts ReadContextMenu(QWidget &widget)
@@ -58,8 +60,8 @@ void ModalReader::read(QWidget &window)
 
 void ModalReader::readContextMenus(QFileDialog &dialog)
 {
-    QList<QWidget *> widgets = {dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))};
-    widgets.append(dialog.findChild<QAbstractItemView *>(QStringLiteral("treeView"))->viewport());
+    QList<QWidget *> widgets = {dialog.findChild<QLineEdit *>(u"fileNameEdit"_s)};
+    widgets.append(dialog.findChild<QAbstractItemView *>(u"treeView"_s)->viewport());
     for (QWidget *widget : std::as_const(widgets)) {
         const ContextMenuTexts found = ReadContextMenu(*widget);
         Texts += found.Texts;
@@ -89,7 +91,7 @@ void ModalReader::look()
         AcceptFiles = false;
         Accepting = true;
         // From the event loop, because the question that follows runs its own and needs this timer.
-        auto *const name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        auto *const name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
         QMetaObject::invokeMethod(
             name, [name] { QTest::keyClick(name, Qt::Key_Return); }, Qt::QueuedConnection);
         return;

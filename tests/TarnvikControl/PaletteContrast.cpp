@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -36,8 +38,7 @@ QString TooWeak(const QPalette &palette, const QList<RolePair> &pairs)
             const QColor text = palette.color(group, pair.Text);
             const QColor background = palette.color(group, pair.Background);
             if (Contrast(text, background) < LowestContrast)
-                return QStringLiteral("role %1 on role %2: %3 on %4 has %5")
-                    .arg(pair.Text)
+                return u"role %1 on role %2: %3 on %4 has %5"_s.arg(pair.Text)
                     .arg(pair.Background)
                     .arg(text.name(), background.name())
                     .arg(Contrast(text, background));

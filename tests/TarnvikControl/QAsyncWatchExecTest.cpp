@@ -12,6 +12,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using tests::HookCalls;
 using tests::RecordHook;
@@ -29,7 +31,7 @@ void ChangeEverything(void *context, QString &program, QString &workingDirectory
 {
     program = ScriptedProgram;
     workingDirectory = *static_cast<QString *>(context);
-    arguments = QStringList{QStringLiteral("out:changed"), QStringLiteral("wait")};
+    arguments = QStringList{u"out:changed"_s, u"wait"_s};
 }
 
 } // namespace
@@ -101,7 +103,7 @@ void QAsyncWatchExecTest::startRunsTheProgramAndReportsEachState()
     QAsyncWatchExec runner;
     QSignalSpy states(&runner, SIGNAL(stateChanged(int)));
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     QVERIFY(runner.Start());
     QVERIFY(runner.isRunning());
     QTRY_COMPARE(states.count(), 2);
@@ -126,7 +128,7 @@ void QAsyncWatchExecTest::theWorkingFolderIsTheProgramsOwnUnlessGiven()
     const QTemporaryDir folder;
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     runner.StartHook = RecordHook;
     if (given)
         runner.WorkingDirectory = folder.path();
@@ -164,7 +166,7 @@ void QAsyncWatchExecTest::outputIsLoggedWithoutLineBreaks()
     const tests::MessageLog log;
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{step, QStringLiteral("wait")};
+    runner.Arguments = QStringList{step, u"wait"_s};
     QVERIFY(runner.Start());
     QTRY_COMPARE(log.messages().size(), 1);
     QCOMPARE(log.messages().at(0).Type, QtInfoMsg);
@@ -178,7 +180,7 @@ void QAsyncWatchExecTest::aLetterThatArrivesInTwoPiecesIsNotDamaged()
     const QString text(60000, QChar(0x4F60));
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QString::fromUtf8("many:60000:你"), QStringLiteral("wait")};
+    runner.Arguments = QStringList{QString::fromUtf8("many:60000:你"), u"wait"_s};
     QVERIFY(runner.Start());
     QTRY_COMPARE(log.texts(QtInfoMsg).join(QString()).size(), text.size());
     QCOMPARE(log.texts(QtInfoMsg).join(QString()), text);
@@ -213,18 +215,18 @@ void QAsyncWatchExecTest::theStartHookIsCalledOnTheGuiThreadAndChangesWhatIsStar
     const tests::MessageLog log;
     QString folder = QDir::tempPath();
     QAsyncWatchExec runner;
-    runner.Program = QStringLiteral("/does/not/exist");
+    runner.Program = u"/does/not/exist"_s;
     runner.StartHook = RecordHook;
     runner.StartHookContext = &folder;
     QVERIFY(runner.Start());
     QTRY_COMPARE(HookCalls.size(), 2); // the first start and the one after its end
     QCOMPARE(HookCalls.at(0).Context, &folder);
-    QCOMPARE(HookCalls.at(0).Program, QStringLiteral("/does/not/exist"));
+    QCOMPARE(HookCalls.at(0).Program, u"/does/not/exist"_s);
     QCOMPARE(HookCalls.at(0).Thread, QThread::currentThread());
     runner.StartHook = ChangeEverything;
     QVERIFY(runner.Start());
     QTRY_VERIFY(runner.IsProcessRunning());
-    QTRY_COMPARE(log.texts(QtInfoMsg), QStringList{QStringLiteral("changed")});
+    QTRY_COMPARE(log.texts(QtInfoMsg), QStringList{u"changed"_s});
     QCOMPARE(runner.WorkingDirectory, folder);
 }
 
@@ -234,7 +236,7 @@ void QAsyncWatchExecTest::aStartHookThatEmptiesTheProgramCountsAsAnEnd()
     QAsyncWatchExec runner;
     runner.Second = 10ms;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     runner.StartHook = EmptyProgram;
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
@@ -250,7 +252,7 @@ void QAsyncWatchExecTest::theStopHookGetsItsContextAndWhatItChangesCountsForTheN
     QString folder = QDir::tempPath();
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     runner.StopHook = RecordHook;
     runner.StopHookContext = &folder;
     QVERIFY(runner.Start());
@@ -259,14 +261,14 @@ void QAsyncWatchExecTest::theStopHookGetsItsContextAndWhatItChangesCountsForTheN
     QCOMPARE(HookCalls.size(), 1);
     QCOMPARE(HookCalls.at(0).Context, &folder);
     QCOMPARE(HookCalls.at(0).Program, ScriptedProgram);
-    QCOMPARE(HookCalls.at(0).Arguments, QStringList{QStringLiteral("wait")});
+    QCOMPARE(HookCalls.at(0).Arguments, QStringList{u"wait"_s});
     QVERIFY(runner.Start());
     QTRY_VERIFY(runner.IsProcessRunning());
     runner.StopHook = ChangeEverything;
     runner.Stop();
     QVERIFY(log.texts(QtInfoMsg).isEmpty());
     QVERIFY(runner.Start());
-    QTRY_COMPARE(log.texts(QtInfoMsg), QStringList{QStringLiteral("changed")});
+    QTRY_COMPARE(log.texts(QtInfoMsg), QStringList{u"changed"_s});
 }
 
 TARNVIK_TEST_MAIN(QAsyncWatchExecTest, QCoreApplication)

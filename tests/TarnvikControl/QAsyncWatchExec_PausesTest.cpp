@@ -14,6 +14,8 @@
 #include <array>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using tests::ScriptedProgram;
 using tests::Timeline;
@@ -73,11 +75,11 @@ void QAsyncWatchExec_PausesTest::aRecorderThatEndsAtOnceIsRestartedAfterGrowingP
     runner.Program = ScriptedProgram;
     runner.Arguments = QStringList{kind};
     if (kind == QLatin1String("missing"))
-        runner.Program = folder.filePath(QStringLiteral("missing"));
+        runner.Program = folder.filePath(u"missing"_s);
     if (kind == QLatin1String("folder"))
         runner.Program = folder.path();
     if (kind == QLatin1String("not executable")) {
-        runner.Program = folder.filePath(QStringLiteral("text"));
+        runner.Program = folder.filePath(u"text"_s);
         QFile file(runner.Program);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("no program");
@@ -97,7 +99,7 @@ void QAsyncWatchExec_PausesTest::thePausesInRealTimeUpTo5s()
     QAsyncWatchExec runner;
     QCOMPARE(runner.Second, 1000ms);
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("exit:1")};
+    runner.Arguments = QStringList{u"exit:1"_s};
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
     QTRY_VERIFY_WITH_TIMEOUT(timeline.startCount() > 2, 15000);
@@ -114,10 +116,10 @@ void QAsyncWatchExec_PausesTest::checkPausesAfterRuns(std::chrono::milliseconds 
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
     for (int end = 0; end < static_cast<int>(pauses.size()); ++end) {
-        QTRY_COMPARE(Report->count(QStringLiteral("started")), end + 1);
+        QTRY_COMPARE(Report->count(u"started"_s), end + 1);
         QTRY_VERIFY(runner.IsProcessRunning());
         QTest::qWait(static_cast<int>(second.count()) * runSeconds); // nothing is to be seen in this time
-        QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+        QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
         QTRY_COMPARE(timeline.startCount(), end + 2);
         QCOMPARE(timeline.faultInPause(end, pauses[static_cast<std::size_t>(end)] * second,
                                        SlackInSeconds * second),
@@ -143,14 +145,14 @@ void QAsyncWatchExec_PausesTest::aRecorderThatIsStartingWhenAPauseExpiresIsLeftA
     runner.Second = 300ms;
     const auto pause = 5 * runner.Second;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("exit:1")};
+    runner.Arguments = QStringList{u"exit:1"_s};
     QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
     // start, end, start at once, end: now the pause runs
     QTRY_COMPARE(states.count(), 6);
     QCOMPARE(timeline.startCount(), 2);
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     // The process stays "starting" for as long as this signal is being handled: until long after the pause.
     connect(&runner, &QAsyncWatchExec::stateChanged, &runner, [pause](int state) {
         if (state == QProcess::Starting)
@@ -170,11 +172,11 @@ void QAsyncWatchExec_PausesTest::aKilledProcessIsRunningAgainWithinASecond()
     QAsyncWatchExec runner;
     runner.Program = tests::StandInProgram();
     QVERIFY(runner.Start());
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 1);
+    QTRY_COMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
 }
 

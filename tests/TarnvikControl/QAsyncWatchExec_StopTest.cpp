@@ -15,6 +15,8 @@
 #include <QSemaphore>
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 using tests::HookCalls;
 using tests::RecordHook;
 using tests::ScriptedProgram;
@@ -44,19 +46,19 @@ void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
     runner.Program = tests::StandInProgram();
     runner.StopHook = RecordHook;
     QVERIFY(runner.Start());
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
     QTRY_VERIFY(runner.IsProcessRunning());
-    const qint64 oldProcess = Report->lastProcess(QStringLiteral("ready"));
+    const qint64 oldProcess = Report->lastProcess(u"ready"_s);
     QElapsedTimer timer;
     timer.start();
     QVERIFY(runner.Start());
     QVERIFY2(timer.elapsed() < 4500, qPrintable(QString::number(timer.elapsed()))); // killed after 5 s
     QCOMPARE(HookCalls.size(), 1);
     QVERIFY(!tests::IsAlive(oldProcess));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends"), oldProcess),
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s, oldProcess),
              1); // it came to its own end: it was not killed
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
     QTRY_VERIFY(runner.IsProcessRunning());
 }
 
@@ -65,7 +67,7 @@ void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
     const tests::MessageLog log;
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("out:hello\\n"), QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"out:hello\\n"_s, u"wait"_s};
     for (int round = 0; round < 50; ++round) {
         QVERIFY(runner.Start());
         QTRY_VERIFY2(log.messages().size() == round + 1, qPrintable(QString::number(round)));
@@ -85,9 +87,9 @@ void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturns
     timer.start();
     runner.Stop();
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1); // it came to its own end: it was not killed
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QCOMPARE(Report->count(u"ends"_s), 1); // it came to its own end: it was not killed
 }
 
 void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphore()
@@ -97,14 +99,14 @@ void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphor
     runner.Program = tests::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
     QElapsedTimer timer;
     timer.start();
     runner.Stop();
     QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
 }
 
 void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
@@ -112,13 +114,13 @@ void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
     QAsyncWatchExec runner;
     runner.Program = tests::StandInProgram();
     QVERIFY(runner.Start());
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
     QElapsedTimer timer;
     timer.start();
     runner.Stop();
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
 }
 
 void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
@@ -130,16 +132,16 @@ void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
     runner.Program = tests::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
-    const qint64 process = Report->lastProcess(QStringLiteral("started"));
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
+    const qint64 process = Report->lastProcess(u"started"_s);
     QElapsedTimer timer;
     timer.start();
     runner.Stop();
     const qint64 elapsed = timer.elapsed();
     QVERIFY2(elapsed >= 5000 && elapsed < 6000, qPrintable(QString::number(elapsed)));
     QVERIFY(!tests::IsAlive(process));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 0);
     QCOMPARE(log.texts(QtWarningMsg), QStringList());
 }
 
@@ -147,7 +149,7 @@ void QAsyncWatchExec_StopTest::stopDuringAPauseEndsAtOnce()
 {
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("exit:1")};
+    runner.Arguments = QStringList{u"exit:1"_s};
     runner.StopHook = RecordHook;
     QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
     QVERIFY(runner.Start());
@@ -164,7 +166,7 @@ void QAsyncWatchExec_StopTest::stopReportsNoStates()
     QAsyncWatchExec runner;
     QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     QVERIFY(runner.Start());
     QTRY_COMPARE(states.count(), 2);
     runner.Stop();
@@ -176,7 +178,7 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
 {
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"wait"_s};
     QSemaphore inside;
     QSemaphore leave;
     const QMetaObject::Connection connection = connect(
@@ -205,11 +207,11 @@ void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
     runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner->Start());
     QTRY_VERIFY(runner->IsProcessRunning() && Report->recorderListens());
-    const qint64 process = Report->lastProcess(QStringLiteral("started"));
+    const qint64 process = Report->lastProcess(u"started"_s);
     runner.reset();
     QVERIFY(!tests::IsAlive(process));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
 
 void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopALaterRecorder()
@@ -221,18 +223,18 @@ void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopAL
         QVERIFY(runner.Start());
         QTRY_VERIFY2(runner.IsProcessRunning() && Report->recorderListens(),
                      qPrintable(QString::number(round)));
-        QCOMPARE(Report->count(QStringLiteral("started")), round + 1);
+        QCOMPARE(Report->count(u"started"_s), round + 1);
         runner.Stop();
-        QCOMPARE(Report->count(QStringLiteral("quit-request")), round + 1);
+        QCOMPARE(Report->count(u"quit-request"_s), round + 1);
     }
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
 
 void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
 {
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{QStringLiteral("out:hello\\n"), QStringLiteral("wait")};
+    runner.Arguments = QStringList{u"out:hello\\n"_s, u"wait"_s};
     const tests::MessageLog log;
     // Under Wine each takes a fifth of a second.
     const bool windows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;

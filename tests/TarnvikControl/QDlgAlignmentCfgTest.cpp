@@ -22,6 +22,8 @@
 #include <cstdlib>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 using tests::AirspyFile;
 using tests::AlignmentDialogFixture;
 using tests::Day;
@@ -46,31 +48,31 @@ bool WriteStation()
                                      {"0x4", Day("2024-04-04")}};
     return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, rtl) &&
            WriteAlignmentFile(RecorderFile(AirspyFile), SdrType::AirSpy, airspy) &&
-           WriteAlignmentFile(ImportFile(QStringLiteral("i.ad")), SdrType::RtlSdr, import);
+           WriteAlignmentFile(ImportFile(u"i.ad"_s), SdrType::RtlSdr, import);
 }
 
 const QStringList StationLines = {
-    QStringLiteral("AirSpy"),
-    QStringLiteral("0x1 | Aligned at: 2023-01-01"),
-    QStringLiteral("RTL-SDR"),
-    QStringLiteral("0x1 | Aligned at: 2024-01-01"),
-    QStringLiteral("0x2 | Aligned at: 2024-02-02"),
-    QStringLiteral("0x3 | Aligned at: 2024-03-03"),
+    u"AirSpy"_s,
+    u"0x1 | Aligned at: 2023-01-01"_s,
+    u"RTL-SDR"_s,
+    u"0x1 | Aligned at: 2024-01-01"_s,
+    u"0x2 | Aligned at: 2024-02-02"_s,
+    u"0x3 | Aligned at: 2024-03-03"_s,
 };
 
 const QStringList ImportedLines = {
-    QStringLiteral("AirSpy"),
-    QStringLiteral("0x1 | Aligned at: 2023-01-01"),
-    QStringLiteral("RTL-SDR"),
-    QStringLiteral("[x] 0x1 | Aligned at: 2024-01-01 (Update from 2024-06-01 present)"),
-    QStringLiteral("[ ] 0x2 | Aligned at: 2024-02-02 (Old data from 2022-02-02 present)"),
-    QStringLiteral("0x3 | Aligned at: 2024-03-03"),
-    QStringLiteral("[x] 0x4 | Aligned at: 2024-04-04 (New in data-base)"),
+    u"AirSpy"_s,
+    u"0x1 | Aligned at: 2023-01-01"_s,
+    u"RTL-SDR"_s,
+    u"[x] 0x1 | Aligned at: 2024-01-01 (Update from 2024-06-01 present)"_s,
+    u"[ ] 0x2 | Aligned at: 2024-02-02 (Old data from 2022-02-02 present)"_s,
+    u"0x3 | Aligned at: 2024-03-03"_s,
+    u"[x] 0x4 | Aligned at: 2024-04-04 (New in data-base)"_s,
 };
 
 QStringList Import()
 {
-    return {ImportFile(QStringLiteral("i.ad"))};
+    return {ImportFile(u"i.ad"_s)};
 }
 
 } // namespace
@@ -117,10 +119,9 @@ void QDlgAlignmentCfgTest::theClassTellsAboutItself()
     QStringList slotNames;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         slotNames.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    QCOMPARE(slotNames,
-             (QStringList{QStringLiteral("Slot_Button_Reset()"), QStringLiteral("Slot_Button_Clear()"),
-                          QStringLiteral("Slot_Button_Import(QStringList)"),
-                          QStringLiteral("Slot_Button_Import()"), QStringLiteral("Slot_Button_Save()")}));
+    QCOMPARE(slotNames, (QStringList{u"Slot_Button_Reset()"_s, u"Slot_Button_Clear()"_s,
+                                     u"Slot_Button_Import(QStringList)"_s, u"Slot_Button_Import()"_s,
+                                     u"Slot_Button_Save()"_s}));
 }
 
 void QDlgAlignmentCfgTest::nothingIsLoadedOrLaidOutBeforeTheFirstShow()
@@ -145,25 +146,23 @@ void QDlgAlignmentCfgTest::nothingIsLoadedOrLaidOutBeforeTheFirstShow()
 void QDlgAlignmentCfgTest::theLayoutHasItsLines()
 {
     const AlignmentDialogFixture shown;
-    QCOMPARE(shown.Dialog.findChild<QLabel *>()->text(), QStringLiteral("Alignment data for SDR:"));
+    QCOMPARE(shown.Dialog.findChild<QLabel *>()->text(), u"Alignment data for SDR:"_s);
     QCOMPARE(shown.tree().columnCount(), 2);
-    QCOMPARE(shown.tree().headerItem()->text(0), QStringLiteral("SDR"));
-    QCOMPARE(shown.tree().headerItem()->text(1), QStringLiteral("Date of alignment"));
+    QCOMPARE(shown.tree().headerItem()->text(0), u"SDR"_s);
+    QCOMPARE(shown.tree().headerItem()->text(1), u"Date of alignment"_s);
     QCOMPARE(shown.tree().selectionBehavior(), QAbstractItemView::SelectRows);
     QStringList buttons;
     const QList<QPushButton *> all = shown.Dialog.findChildren<QPushButton *>();
     for (const QPushButton *button : all)
         buttons.append(button->text() + u'|' + button->toolTip());
     QCOMPARE(buttons,
-             (QStringList{QStringLiteral("Reset|Loads default"), QStringLiteral("Clear|Clear full list"),
-                          QStringLiteral("Import...|Imports data"), QStringLiteral("Save...|Saves data"),
-                          QStringLiteral("Quit|Closes the dialog box")}));
+             (QStringList{u"Reset|Loads default"_s, u"Clear|Clear full list"_s, u"Import...|Imports data"_s,
+                          u"Save...|Saves data"_s, u"Quit|Closes the dialog box"_s}));
     const auto bottom = [&](const QString &text) { return shown.button(text).geometry().bottom(); };
-    QCOMPARE(bottom(QStringLiteral("Reset")), bottom(QStringLiteral("Save...")));
-    QVERIFY(bottom(QStringLiteral("Quit")) - bottom(QStringLiteral("Save...")) >
-            shown.button(QStringLiteral("Quit")).height() + 20);
-    const QRect line = shown.tree().fontMetrics().boundingRect(QStringLiteral(
-        "________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____"));
+    QCOMPARE(bottom(u"Reset"_s), bottom(u"Save..."_s));
+    QVERIFY(bottom(u"Quit"_s) - bottom(u"Save..."_s) > shown.button(u"Quit"_s).height() + 20);
+    const QRect line = shown.tree().fontMetrics().boundingRect(
+        u"________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____"_s);
     QCOMPARE(shown.tree().minimumHeight(), 20 * line.height());
     QCOMPARE(shown.Dialog.minimumWidth(), line.width() + 40);
 }
@@ -197,7 +196,7 @@ void QDlgAlignmentCfgTest::anImportColoursTheRowsAndSaysTheSameInWords()
         }
     }
     // Of the same date: plain text, no check box, no colour.
-    const QTreeWidgetItem &same = *shown.item(Rtl, QStringLiteral("0x3"));
+    const QTreeWidgetItem &same = *shown.item(Rtl, u"0x3"_s);
     QCOMPARE(same.flags(), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
     QCOMPARE(same.background(0).style(), Qt::NoBrush);
 }
@@ -257,7 +256,7 @@ void QDlgAlignmentCfgTest::anEmptyOrMissingDataFolderGivesAnEmptyTreeAndNoMessag
         QVERIFY(tests::WriteFileBytes(RecorderFile(RtlFile), "rubbish"));
     const tests::DialogAnswers answers(QMessageBox::Ok);
     const AlignmentDialogFixture shown;
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     QCOMPARE(shown.tree().topLevelItemCount(), 0);
     QVERIFY(answers.boxes().isEmpty());
 }
@@ -265,10 +264,10 @@ void QDlgAlignmentCfgTest::anEmptyOrMissingDataFolderGivesAnEmptyTreeAndNoMessag
 void QDlgAlignmentCfgTest::twoFilesWithTheSameTableGiveOneRow()
 {
     QVERIFY(WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, {{"0x1", Day("2024-01-01")}}));
-    QVERIFY(WriteAlignmentFile(RecorderFile(QStringLiteral("TarnvikDriver_copy.ad")), SdrType::RtlSdr,
+    QVERIFY(WriteAlignmentFile(RecorderFile(u"TarnvikDriver_copy.ad"_s), SdrType::RtlSdr,
                                {{"0x1", Day("2024-01-02")}}));
     const AlignmentDialogFixture shown;
-    QCOMPARE(shown.lines(), (QStringList{Rtl, QStringLiteral("0x1 | Aligned at: 2024-01-02")}));
+    QCOMPARE(shown.lines(), (QStringList{Rtl, u"0x1 | Aligned at: 2024-01-02"_s}));
 }
 
 void QDlgAlignmentCfgTest::aDateBeyondTheCalendarIsNotShownAsAnotherDate()
@@ -276,7 +275,7 @@ void QDlgAlignmentCfgTest::aDateBeyondTheCalendarIsNotShownAsAnotherDate()
     QVERIFY(WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr,
                                {{"0x1", std::numeric_limits<quint64>::max()}}));
     const AlignmentDialogFixture shown;
-    QCOMPARE(shown.lines(), (QStringList{Rtl, QStringLiteral("0x1 | Aligned at: 18446744073709551615 s")}));
+    QCOMPARE(shown.lines(), (QStringList{Rtl, u"0x1 | Aligned at: 18446744073709551615 s"_s}));
 }
 
 void QDlgAlignmentCfgTest::resetDropsWhatWasImported()
@@ -284,7 +283,7 @@ void QDlgAlignmentCfgTest::resetDropsWhatWasImported()
     QVERIFY(WriteStation());
     AlignmentDialogFixture shown;
     shown.Dialog.Slot_Button_Import(Import());
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     QCOMPARE(shown.lines(), StationLines);
 }
 
@@ -293,7 +292,7 @@ void QDlgAlignmentCfgTest::clearEmptiesTheTreeAndTouchesNoFile()
     QVERIFY(WriteStation());
     const QByteArray before = tests::FileBytes(RecorderFile(RtlFile));
     const AlignmentDialogFixture shown;
-    shown.button(QStringLiteral("Clear")).click();
+    shown.button(u"Clear"_s).click();
     QCOMPARE(shown.tree().topLevelItemCount(), 0);
     QVERIFY(shown.Dialog.rows().isEmpty());
     QCOMPARE(tests::FileBytes(RecorderFile(RtlFile)), before);
@@ -311,7 +310,7 @@ void QDlgAlignmentCfgTest::quitAndEscapeRejectAndSaveNothing()
         if (escape)
             QTest::keyClick(&shown.tree(), Qt::Key_Escape);
         else
-            shown.button(QStringLiteral("Quit")).click();
+            shown.button(u"Quit"_s).click();
         QCOMPARE(rejected.size(), 1);
         QVERIFY(!shown.Dialog.isVisible());
     }
@@ -324,8 +323,8 @@ void QDlgAlignmentCfgTest::aRefillSetsTheCheckMarksToTheirDefaults()
     QVERIFY(WriteStation());
     AlignmentDialogFixture shown;
     shown.Dialog.Slot_Button_Import(Import());
-    shown.item(Rtl, QStringLiteral("0x1"))->setCheckState(0, Qt::Unchecked);
-    shown.item(Rtl, QStringLiteral("0x2"))->setCheckState(0, Qt::Checked);
+    shown.item(Rtl, u"0x1"_s)->setCheckState(0, Qt::Unchecked);
+    shown.item(Rtl, u"0x2"_s)->setCheckState(0, Qt::Checked);
     shown.Dialog.Slot_Button_Import(Import());
     QCOMPARE(shown.lines(), ImportedLines);
 }
@@ -346,8 +345,7 @@ void QDlgAlignmentCfgTest::theTreeStartsAscendingAndARefillKeepsTheUsersOrder()
     for (int i = 0; i < 4; ++i)
         ids.append(shown.tree().topLevelItem(0)->child(i)->text(0));
     QCOMPARE(shown.tree().topLevelItem(0)->text(0), Rtl);
-    QCOMPARE(ids, (QStringList{QStringLiteral("0x4"), QStringLiteral("0x3"), QStringLiteral("0x2"),
-                               QStringLiteral("0x1")}));
+    QCOMPARE(ids, (QStringList{u"0x4"_s, u"0x3"_s, u"0x2"_s, u"0x1"_s}));
 }
 
 void QDlgAlignmentCfgTest::theDialogIsUsableWithTheKeyboardAlone()
@@ -360,7 +358,7 @@ void QDlgAlignmentCfgTest::theDialogIsUsableWithTheKeyboardAlone()
     QTest::keyClick(&shown.tree(), Qt::Key_Home);
     for (int i = 0; i < 3; ++i) // AirSpy, 0x1, RTL-SDR, 0x1
         QTest::keyClick(&shown.tree(), Qt::Key_Down);
-    QTreeWidgetItem *const update = shown.item(Rtl, QStringLiteral("0x1"));
+    QTreeWidgetItem *const update = shown.item(Rtl, u"0x1"_s);
     QCOMPARE(shown.tree().currentItem(), update);
     QTest::keyClick(&shown.tree(), Qt::Key_Space);
     QCOMPARE(update->checkState(0), Qt::Unchecked);
@@ -368,20 +366,18 @@ void QDlgAlignmentCfgTest::theDialogIsUsableWithTheKeyboardAlone()
     QCOMPARE(update->checkState(0), Qt::Checked);
     QTest::keyClick(&shown.tree(), Qt::Key_Down);
     QTest::keyClick(&shown.tree(), Qt::Key_Space);
-    QCOMPARE(shown.item(Rtl, QStringLiteral("0x2"))->checkState(0), Qt::Checked);
+    QCOMPARE(shown.item(Rtl, u"0x2"_s)->checkState(0), Qt::Checked);
     QTest::keyClick(&shown.tree(), Qt::Key_Down);
     QTest::keyClick(&shown.tree(), Qt::Key_Space); // no check box, and none appears
-    QVERIFY(!shown.item(Rtl, QStringLiteral("0x3"))->data(0, Qt::CheckStateRole).isValid());
+    QVERIFY(!shown.item(Rtl, u"0x3"_s)->data(0, Qt::CheckStateRole).isValid());
 
     QStringList order;
     for (int i = 0; i < 5; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         const auto *const button = qobject_cast<QPushButton *>(QApplication::focusWidget());
-        order.append(button ? button->text() : QStringLiteral("no button"));
+        order.append(button ? button->text() : u"no button"_s);
     }
-    QCOMPARE(order,
-             (QStringList{QStringLiteral("Reset"), QStringLiteral("Clear"), QStringLiteral("Import..."),
-                          QStringLiteral("Save..."), QStringLiteral("Quit")}));
+    QCOMPARE(order, (QStringList{u"Reset"_s, u"Clear"_s, u"Import..."_s, u"Save..."_s, u"Quit"_s}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(shown.tree().hasFocus());
     QTest::keyClick(&shown.tree(), Qt::Key_Tab);
@@ -394,7 +390,7 @@ void QDlgAlignmentCfgTest::enterNeverDropsTheImports()
     QVERIFY(WriteStation());
     tests::DialogAnswers answers(QMessageBox::No);
     AlignmentDialogFixture shown;
-    QVERIFY(shown.button(QStringLiteral("Save...")).isDefault());
+    QVERIFY(shown.button(u"Save..."_s).isDefault());
     QTest::keyClick(&shown.tree(), Qt::Key_Return);
     QCOMPARE(answers.boxes().size(), 2); // it is "Save...", which asks about both drivers
     QVERIFY(shown.Dialog.isVisible());
@@ -409,7 +405,7 @@ void QDlgAlignmentCfgTest::screenReadersFindNamesAndDescriptions()
     const auto text = [](QWidget &widget, QAccessible::Text kind) {
         return QAccessible::queryAccessibleInterface(&widget)->text(kind);
     };
-    QCOMPARE(text(shown.tree(), QAccessible::Name), QStringLiteral("Alignment data for SDR:"));
+    QCOMPARE(text(shown.tree(), QAccessible::Name), u"Alignment data for SDR:"_s);
     QCOMPARE(shown.Dialog.findChild<QLabel *>()->buddy(), &shown.tree());
     const QList<QPushButton *> buttons = shown.Dialog.findChildren<QPushButton *>();
     QCOMPARE(buttons.size(), 5);
@@ -423,11 +419,11 @@ void QDlgAlignmentCfgTest::screenReadersFindNamesAndDescriptions()
         QAccessible::queryAccessibleInterface(&shown.tree())->tableInterface();
     QVERIFY(table);
     QAccessibleInterface *const update = table->cellAt(3, 0);
-    QCOMPARE(update->text(QAccessible::Name), QStringLiteral("0x1"));
+    QCOMPARE(update->text(QAccessible::Name), u"0x1"_s);
     QVERIFY(update->state().checkable);
     QVERIFY(update->state().checked);
     QCOMPARE(table->cellAt(3, 1)->text(QAccessible::Name),
-             QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-06-01 present)"));
+             u"Aligned at: 2024-01-01 (Update from 2024-06-01 present)"_s);
 }
 
 void QDlgAlignmentCfgTest::aLargerFontGivesAWiderDialog()
@@ -439,40 +435,40 @@ void QDlgAlignmentCfgTest::aLargerFontGivesAWiderDialog()
     QApplication::setFont(larger);
     const int wider = AlignmentDialogFixture().Dialog.minimumWidth();
     QApplication::setFont(font);
-    QVERIFY2(wider > usual * 3 / 2, qPrintable(QStringLiteral("%1 and %2").arg(usual).arg(wider)));
+    QVERIFY2(wider > usual * 3 / 2, qPrintable(u"%1 and %2"_s.arg(usual).arg(wider)));
 }
 
 void QDlgAlignmentCfgTest::theTreeNeverAsksForMoreThanTheScreen()
 {
     QVERIFY(WriteStation());
     AlignmentDialogFixture shown;
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     const QAbstractItemView &view = shown.tree();
     int contents = 0; // what the fill before gave the columns; the last one is stretched beyond it
     for (const int column : {0, 1})
         contents += std::max(view.sizeHintForColumn(column), shown.tree().header()->sectionSizeHint(column));
     for (int fill = 0; fill < 3; ++fill) {
-        shown.button(QStringLiteral("Reset")).click();
+        shown.button(u"Reset"_s).click();
         QCOMPARE(shown.tree().minimumWidth(), contents + 10); // does not grow
     }
     shown.tree().setColumnWidth(0, 10'000);
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     QCOMPARE(shown.tree().minimumWidth(), QGuiApplication::primaryScreen()->availableGeometry().width() - 9);
     const int before = shown.tree().minimumWidth();
     shown.tree().header()->setMinimumSectionSize(1);
     shown.tree().setColumnWidth(0, 20);
     shown.tree().setColumnWidth(1, 20);
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     QCOMPARE(shown.tree().minimumWidth(), before); // 100 or less is not applied
 }
 
 void QDlgAlignmentCfgTest::theDialogGrowsWithTheTreeSoThatItIsNotCutOff()
 {
     // The id is as long as a file can hold it.
-    QVERIFY(WriteAlignmentFile(RecorderFile(QStringLiteral("TarnvikDriver_LimeUsb.ad")), SdrType::LimeUsb,
+    QVERIFY(WriteAlignmentFile(RecorderFile(u"TarnvikDriver_LimeUsb.ad"_s), SdrType::LimeUsb,
                                {{QByteArray(128, 'W'), Day("2024-01-01")}}));
     AlignmentDialogFixture shown;
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     QVERIFY(shown.tree().minimumWidth() > shown.Dialog.minimumWidth());
     QTRY_VERIFY(shown.tree().geometry().right() < shown.Dialog.width());
     QVERIFY(shown.tree().width() >= shown.tree().minimumWidth());
@@ -483,14 +479,13 @@ void QDlgAlignmentCfgTest::sixtyFiveThousandRowsAreShownQuickly()
     QList<FileTable> tables;
     for (unsigned i = 0; i < 65'535; ++i)
         tables.append({QByteArray::number(i * 2654435761U, 16), Day("2024-01-01") + i * 3600ULL});
-    QVERIFY(WriteAlignmentFile(RecorderFile(QStringLiteral("TarnvikDriver_x.ad")), static_cast<SdrType>(7),
-                               tables));
+    QVERIFY(WriteAlignmentFile(RecorderFile(u"TarnvikDriver_x.ad"_s), static_cast<SdrType>(7), tables));
     QElapsedTimer time;
     time.start();
     const AlignmentDialogFixture shown;
     const qint64 opened = time.restart();
     QCOMPARE(shown.tree().topLevelItem(0)->childCount(), 65'535);
-    shown.button(QStringLiteral("Reset")).click();
+    shown.button(u"Reset"_s).click();
     const qint64 refilled = time.restart();
     shown.tree().sortByColumn(1, Qt::DescendingOrder);
     const qint64 sorted = time.restart();

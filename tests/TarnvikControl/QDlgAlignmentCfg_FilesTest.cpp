@@ -20,6 +20,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::AlignmentDialogFixture;
 using tests::ImportFile;
 using tests::Rtl;
@@ -90,13 +92,13 @@ Qt::DropAction QDlgAlignmentCfg_FilesTest::drop(QMimeData &data)
 
 void QDlgAlignmentCfg_FilesTest::theImportDialogStartsOnTheDesktopThenWhereTheLastImportWas()
 {
-    Files->setFiles({ImportFile(QStringLiteral("r.ad"))});
-    Shown->button(QStringLiteral("Import...")).click();
+    Files->setFiles({ImportFile(u"r.ad"_s)});
+    Shown->button(u"Import..."_s).click();
     Files->setCancel();
-    Shown->button(QStringLiteral("Import...")).click();
+    Shown->button(u"Import..."_s).click();
     QCOMPARE(Files->offers().size(), 2);
     for (const tests::OfferedFiles &offer : Files->offers()) {
-        QCOMPARE(offer.Title, QStringLiteral("Choose alignment file for importing"));
+        QCOMPARE(offer.Title, u"Choose alignment file for importing"_s);
         QCOMPARE(offer.Filters, tests::FileFilters);
         QCOMPARE(offer.AcceptMode, QFileDialog::AcceptOpen);
         QCOMPARE(offer.FileMode, QFileDialog::ExistingFiles);
@@ -105,46 +107,44 @@ void QDlgAlignmentCfg_FilesTest::theImportDialogStartsOnTheDesktopThenWhereTheLa
     QCOMPARE(QFileInfo(Files->offers().first().Folder),
              QFileInfo(QStandardPaths::standardLocations(QStandardPaths::DesktopLocation).first()));
     QCOMPARE(QFileInfo(Files->offers().last().Folder), QFileInfo(ImportFile(QString()).chopped(1)));
-    QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1"))->text(1),
-             QStringLiteral("Aligned at: 2024-01-01 (Update from 2024-06-01 present)"));
+    QCOMPARE(Shown->item(Rtl, u"0x1"_s)->text(1),
+             u"Aligned at: 2024-01-01 (Update from 2024-06-01 present)"_s);
     QVERIFY(Answers->boxes().isEmpty());
 }
 
 void QDlgAlignmentCfg_FilesTest::severalFilesAreImportedAtOnce()
 {
-    Files->setFiles({ImportFile(QStringLiteral("r.ad")), ImportFile(QStringLiteral("a.ad"))});
-    Shown->button(QStringLiteral("Import...")).click();
-    QVERIFY(Shown->item(QStringLiteral("AirSpy"), QStringLiteral("0x9")));
-    QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1"))->checkState(0), Qt::Checked);
+    Files->setFiles({ImportFile(u"r.ad"_s), ImportFile(u"a.ad"_s)});
+    Shown->button(u"Import..."_s).click();
+    QVERIFY(Shown->item(u"AirSpy"_s, u"0x9"_s));
+    QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked);
 }
 
 void QDlgAlignmentCfg_FilesTest::cancellingTheFileDialogLeavesTheTreeAndItsCheckMarks()
 {
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("r.ad"))});
-    Shown->item(Rtl, QStringLiteral("0x1"))->setCheckState(0, Qt::Unchecked);
-    const QTreeWidgetItem *const item = Shown->item(Rtl, QStringLiteral("0x1"));
+    Shown->Dialog.Slot_Button_Import({ImportFile(u"r.ad"_s)});
+    Shown->item(Rtl, u"0x1"_s)->setCheckState(0, Qt::Unchecked);
+    const QTreeWidgetItem *const item = Shown->item(Rtl, u"0x1"_s);
     const QStringList before = Shown->lines();
-    Shown->button(QStringLiteral("Import...")).click();
+    Shown->button(u"Import..."_s).click();
     QCOMPARE(Files->offers().size(), 1);
     QCOMPARE(Shown->lines(), before);
-    QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1")), item); // not even filled anew
+    QCOMPARE(Shown->item(Rtl, u"0x1"_s), item); // not even filled anew
 }
 
 void QDlgAlignmentCfg_FilesTest::theErrorsOfAnImportAreOneWarning()
 {
-    QVERIFY(tests::WriteFileBytes(ImportFile(QStringLiteral("bad.ad")), "rubbish"));
-    Shown->Dialog.Slot_Button_Import({ImportFile(QStringLiteral("bad.ad")),
-                                      ImportFile(QStringLiteral("r.ad")),
-                                      ImportFile(QStringLiteral("missing.ad"))});
+    QVERIFY(tests::WriteFileBytes(ImportFile(u"bad.ad"_s), "rubbish"));
+    Shown->Dialog.Slot_Button_Import(
+        {ImportFile(u"bad.ad"_s), ImportFile(u"r.ad"_s), ImportFile(u"missing.ad"_s)});
     QCOMPARE(Answers->boxes().size(), 1);
     const tests::ShownBox &box = Answers->boxes().first();
-    QCOMPARE(box.Title, QStringLiteral("Importing alignment data"));
-    QCOMPARE(box.Text,
-             QStringLiteral("Error while loding:\nbad.ad: Version Missmatched\nmissing.ad: File Error"));
+    QCOMPARE(box.Title, u"Importing alignment data"_s);
+    QCOMPARE(box.Text, u"Error while loding:\nbad.ad: Version Missmatched\nmissing.ad: File Error"_s);
     QCOMPARE(box.Icon, QMessageBox::Warning);
     QCOMPARE(box.Buttons, QMessageBox::Ok);
     QCOMPARE(box.Parent, nullptr);
-    QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1"))->checkState(0), Qt::Checked); // what was read stays
+    QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked); // what was read stays
 }
 
 void QDlgAlignmentCfg_FilesTest::aDraggedFileIsAcceptedByItsName_data()
@@ -165,7 +165,7 @@ void QDlgAlignmentCfg_FilesTest::aDraggedFileIsAcceptedByItsName()
     QFETCH(QString, path);
     QFETCH(bool, accepted);
     QMimeData data;
-    data.setUrls({QUrl(QStringLiteral("https://example.org/x.ad")), QUrl::fromLocalFile(path)});
+    data.setUrls({QUrl(u"https://example.org/x.ad"_s), QUrl::fromLocalFile(path)});
     QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
     event.setAccepted(!accepted);
     send(event);
@@ -177,7 +177,7 @@ void QDlgAlignmentCfg_FilesTest::aDraggedFileIsAcceptedByItsName()
 void QDlgAlignmentCfg_FilesTest::dataWithoutUrlsIsIgnored()
 {
     QMimeData data;
-    data.setText(QStringLiteral("a.ad"));
+    data.setText(u"a.ad"_s);
     QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
     send(event);
     QVERIFY(!event.isAccepted());
@@ -189,13 +189,12 @@ void QDlgAlignmentCfg_FilesTest::dataWithoutUrlsIsIgnored()
 void QDlgAlignmentCfg_FilesTest::ofSeveralDroppedFilesTheAlignmentFilesAreImported()
 {
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/data/readme.txt")),
-                  QUrl::fromLocalFile(ImportFile(QStringLiteral("r.ad"))),
-                  QUrl::fromLocalFile(ImportFile(QStringLiteral("a.ad")))});
+    data.setUrls({QUrl::fromLocalFile(u"/data/readme.txt"_s), QUrl::fromLocalFile(ImportFile(u"r.ad"_s)),
+                  QUrl::fromLocalFile(ImportFile(u"a.ad"_s))});
     QCOMPARE(drop(data), Qt::CopyAction); // nobody may delete the files
     QVERIFY(Answers->boxes().isEmpty());
-    QCOMPARE(Shown->item(Rtl, QStringLiteral("0x1"))->checkState(0), Qt::Checked);
-    QVERIFY(Shown->item(QStringLiteral("AirSpy"), QStringLiteral("0x9")));
+    QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked);
+    QVERIFY(Shown->item(u"AirSpy"_s, u"0x9"_s));
 }
 
 TARNVIK_TEST_MAIN(QDlgAlignmentCfg_FilesTest, QApplication)

@@ -20,6 +20,8 @@
 #include <functional>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::AirSpy;
 using tests::AirspyFile;
 using tests::AlignmentDialogFixture;
@@ -34,16 +36,16 @@ using tests::WriteFileBytes;
 
 namespace {
 
-const QString RtlImport = QStringLiteral("r.ad");
-const QString AirspyImport = QStringLiteral("a.ad");
+const QString RtlImport = u"r.ad"_s;
+const QString AirspyImport = u"a.ad"_s;
 
 /// What Qt's file dialog asks when the chosen file exists has the file dialog's title.
-const QString ExportTitle = QStringLiteral("Choose alignment file for exporting");
-const QString ErrorTitle = QStringLiteral("Export alignment data");
+const QString ExportTitle = u"Choose alignment file for exporting"_s;
+const QString ErrorTitle = u"Export alignment data"_s;
 
 QString QuestionTitle(const QString &driver)
 {
-    return QStringLiteral("Update %1 alignment.").arg(driver);
+    return u"Update %1 alignment."_s.arg(driver);
 }
 
 /// All files of the recorder and all files to be imported, by path.
@@ -119,7 +121,7 @@ private slots:
 
 private:
     void import(const QStringList &names);
-    void save() { Shown->button(QStringLiteral("Save...")).click(); }
+    void save() { Shown->button(u"Save..."_s).click(); }
     void setChecked(const QString &hardwareId, bool checked);
     [[nodiscard]] QStringList titles() const;
 
@@ -171,7 +173,7 @@ void QDlgAlignmentCfg_SaveTest::theSaveDialogOffersTheDriversFile()
     const auto before = TableBytes(RecorderFile(RtlFile));
     import({RtlImport});
     Answers->setAnswer(QMessageBox::No); // for the driver without changes
-    const QString copy = ImportFile(QStringLiteral("copy.ad"));
+    const QString copy = ImportFile(u"copy.ad"_s);
     Files->setFiles({copy});
     save();
     QCOMPARE(Files->offers().size(), 1);
@@ -192,8 +194,8 @@ void QDlgAlignmentCfg_SaveTest::anOlderVersionCheckedByTheUserReplacesTheNewer()
 {
     const auto before = TableBytes(RecorderFile(RtlFile));
     import({RtlImport});
-    setChecked(QStringLiteral("0x1"), false);
-    setChecked(QStringLiteral("0x2"), true);
+    setChecked(u"0x1"_s, false);
+    setChecked(u"0x2"_s, true);
     Files->setTakeOffer();
     save();
     const auto after = TableBytes(RecorderFile(RtlFile));
@@ -204,7 +206,7 @@ void QDlgAlignmentCfg_SaveTest::anOlderVersionCheckedByTheUserReplacesTheNewer()
 void QDlgAlignmentCfg_SaveTest::twoCheckedTablesOfOneImportedFileAreBothTaken()
 {
     import({RtlImport});
-    setChecked(QStringLiteral("0x2"), true); // beside 0x1, which is checked by itself
+    setChecked(u"0x2"_s, true); // beside 0x1, which is checked by itself
     Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
     Files->setTakeOffer();
     save();
@@ -243,8 +245,7 @@ void QDlgAlignmentCfg_SaveTest::withNothingCheckedTheUserIsAsked()
     for (const tests::ShownBox &box : Answers->boxes()) {
         const QString driver = drivers.takeFirst();
         QCOMPARE(box.Title, QuestionTitle(driver));
-        QCOMPARE(box.Text,
-                 QStringLiteral("No changes for the %1 driver.\nDo you still want to save?").arg(driver));
+        QCOMPARE(box.Text, u"No changes for the %1 driver.\nDo you still want to save?"_s.arg(driver));
         QCOMPARE(box.Icon, QMessageBox::Information);
         QCOMPARE(box.Buttons, QMessageBox::Yes | QMessageBox::No);
         QCOMPARE(box.Parent, nullptr);
@@ -297,7 +298,7 @@ void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
 {
     QFETCH(bool, yes);
     QVERIFY(QFile::remove(RecorderFile(AirspyFile)));
-    Shown->button(QStringLiteral("Reset")).click();
+    Shown->button(u"Reset"_s).click();
     QVERIFY(!Shown->lines().contains(AirSpy));
     import({AirspyImport});
     QVERIFY(Shown->lines().contains(AirSpy));
@@ -347,10 +348,10 @@ void QDlgAlignmentCfg_SaveTest::afterACancelledFileDialogTheNextDriverIsWritten(
 void QDlgAlignmentCfg_SaveTest::noToReplacingTheFileAsksForAnotherOne()
 {
     auto expected = AllFiles();
-    expected.insert(ImportFile(QStringLiteral("other.ad")), FileBytes(RecorderFile(RtlFile)));
+    expected.insert(ImportFile(u"other.ad"_s), FileBytes(RecorderFile(RtlFile)));
     Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
     Answers->setAnswerTo(ExportTitle, QMessageBox::No);
-    Files->setFiles({ImportFile(QStringLiteral("other.ad"))});
+    Files->setFiles({ImportFile(u"other.ad"_s)});
     Files->setTakeOfferNext();
     save();
     QCOMPARE(titles(), (QStringList{QuestionTitle(AirSpy), QuestionTitle(Rtl), ExportTitle}));
@@ -361,7 +362,7 @@ void QDlgAlignmentCfg_SaveTest::aSecondSaveWorksFromTheSameCheckMarks()
 {
     const QByteArray before = FileBytes(RecorderFile(RtlFile));
     import({RtlImport});
-    setChecked(QStringLiteral("0x2"), true);
+    setChecked(u"0x2"_s, true);
     const QStringList lines = Shown->lines();
     Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
     Files->setTakeOffer();
@@ -421,11 +422,11 @@ void QDlgAlignmentCfg_SaveTest::anErrorIsAWarningAndNothingIsWritten_data()
            });
     newRow("the chosen file is in a folder that is missing", true, 1, "File Error",
            [](tests::FileDialogAnswers &files) {
-               files.setFiles({ImportFile(QStringLiteral("missing/copy.ad"))});
+               files.setFiles({ImportFile(u"missing/copy.ad"_s)});
                return true;
            });
     newRow("the chosen file is below a file", true, 1, "File Error", [](tests::FileDialogAnswers &files) {
-        files.setFiles({ImportFile(AirspyImport) + QStringLiteral("/copy.ad")});
+        files.setFiles({ImportFile(AirspyImport) + u"/copy.ad"_s});
         return true;
     });
 }
@@ -437,7 +438,7 @@ void QDlgAlignmentCfg_SaveTest::anErrorIsAWarningAndNothingIsWritten()
     QFETCH(int, fileDialogs);
     QFETCH(QString, message);
     import({RtlImport});
-    setChecked(QStringLiteral("0x1"), checked);
+    setChecked(u"0x1"_s, checked);
     QVERIFY(arrange(*Files));
     const auto before = AllFiles();
     Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
@@ -445,7 +446,7 @@ void QDlgAlignmentCfg_SaveTest::anErrorIsAWarningAndNothingIsWritten()
     QCOMPARE(titles().count(ErrorTitle), 1);
     const tests::ShownBox &box = Answers->boxes().last();
     QCOMPARE(box.Title, ErrorTitle);
-    QCOMPARE(box.Text, QStringLiteral("Error while exporting:\n") + message);
+    QCOMPARE(box.Text, u"Error while exporting:\n"_s + message);
     QCOMPARE(box.Icon, QMessageBox::Warning);
     QCOMPARE(box.Buttons, QMessageBox::Ok);
     QCOMPARE(box.Parent, nullptr);
@@ -476,7 +477,7 @@ void QDlgAlignmentCfg_SaveTest::anErrorInTheSecondDriverLeavesTheFirstWritten()
     Files->setTakeOffer();
     save();
     QCOMPARE(titles(), (QStringList{ExportTitle, ErrorTitle}));
-    QCOMPARE(Answers->boxes().last().Text, QStringLiteral("Error while exporting:\n") + message);
+    QCOMPARE(Answers->boxes().last().Text, u"Error while exporting:\n"_s + message);
     QCOMPARE(TableBytes(RecorderFile(AirspyFile)), tables);
     QCOMPARE(FileBytes(RecorderFile(RtlFile)), rtl);
 }

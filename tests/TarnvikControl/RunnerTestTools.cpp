@@ -4,6 +4,8 @@
 #include <QMutex>
 #include <QMutexLocker>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace tests {
@@ -72,13 +74,11 @@ QString Timeline::faultInPause(qsizetype end, std::chrono::milliseconds expected
     const auto milliseconds = [](Clock::duration time) {
         return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
     };
-    return QStringLiteral(
-               "after end %1 a pause of %2 ms was expected, but the start came %3 ms after the last "
-               "one and %4 ms after the end")
-        .arg(end)
-        .arg(expected.count())
-        .arg(milliseconds(sinceStart))
-        .arg(milliseconds(sinceEnd));
+    return u"after end %1 a pause of %2 ms was expected, but the start came %3 ms after the last "
+           "one and %4 ms after the end"_s.arg(end)
+               .arg(expected.count())
+               .arg(milliseconds(sinceStart))
+               .arg(milliseconds(sinceEnd));
 }
 
 void RunnerTest::init()

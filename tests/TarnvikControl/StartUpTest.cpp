@@ -16,6 +16,8 @@
 #include <cstring>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -55,7 +57,7 @@ int RunChild(int argc, char **argv)
         QTimer::singleShot(0, &application, [&types] { CallHandler(types); });
     if (scenario == "twice, the second while the loop ends")
         QObject::connect(&application, &QCoreApplication::aboutToQuit, &application,
-                         [] { CallHandler({QStringLiteral("0")}); });
+                         [] { CallHandler({u"0"_s}); });
     return QCoreApplication::exec();
 }
 
@@ -70,8 +72,7 @@ struct Result
 Result RunScenario(const QString &scenario, const QStringList &types)
 {
     QProcess child;
-    child.start(QCoreApplication::applicationFilePath(),
-                QStringList{QStringLiteral("child"), scenario} + types);
+    child.start(QCoreApplication::applicationFilePath(), QStringList{u"child"_s, scenario} + types);
     if (!child.waitForFinished() || child.exitStatus() != QProcess::NormalExit)
         return {-1, {child.errorString()}};
     QString output = QString::fromLocal8Bit(child.readAllStandardOutput());
@@ -176,10 +177,10 @@ void StartUpTest::theControlHandler()
     QFETCH(QStringList, types);
     QFETCH(QStringList, results);
     QFETCH(int, exitCode);
-    const Result result = RunScenario(QStringLiteral("in the loop"), types);
+    const Result result = RunScenario(u"in the loop"_s, types);
     QStringList expected;
     for (qsizetype i = 0; i < types.size(); ++i)
-        expected += {QStringLiteral("CtrlCException"), types[i] + QStringLiteral(": ") + results[i]};
+        expected += {u"CtrlCException"_s, types[i] + u": "_s + results[i]};
     QCOMPARE(result.Lines, expected);
     QCOMPARE(result.ExitCode, exitCode);
 }
@@ -188,7 +189,7 @@ void StartUpTest::theControlHandlerWithoutApplicationObject_data()
 {
     QTest::addColumn<QStringList>("types");
     QTest::addColumn<QStringList>("lines");
-    const QString log = QStringLiteral("CtrlCException");
+    const QString log = u"CtrlCException"_s;
     QTest::newRow("the first is handled, the second is not")
         << QStringList{"0", "0"} << QStringList{log, "0: handled", log, "0: not handled"};
     QTest::newRow("a shutdown is handled") << QStringList{"6"} << QStringList{log, "6: handled"};
@@ -199,21 +200,21 @@ void StartUpTest::theControlHandlerWithoutApplicationObject()
 {
     QFETCH(QStringList, types);
     QFETCH(QStringList, lines);
-    const Result result = RunScenario(QStringLiteral("no application"), types);
+    const Result result = RunScenario(u"no application"_s, types);
     QCOMPARE(result.Lines, lines);
     QCOMPARE(result.ExitCode, 0);
 }
 
 void StartUpTest::aRequestBeforeTheEventLoopBeginsEndsItAtOnce()
 {
-    const Result result = RunScenario(QStringLiteral("before the loop"), {"0"});
+    const Result result = RunScenario(u"before the loop"_s, {"0"});
     QCOMPARE(result.Lines, QStringList({"CtrlCException", "0: handled"}));
     QCOMPARE(result.ExitCode, 0);
 }
 
 void StartUpTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled()
 {
-    const Result result = RunScenario(QStringLiteral("twice, the second while the loop ends"), {"0"});
+    const Result result = RunScenario(u"twice, the second while the loop ends"_s, {"0"});
     QCOMPARE(result.Lines, QStringList({"CtrlCException", "0: handled", "CtrlCException", "0: not handled"}));
     QCOMPARE(result.ExitCode, 0);
 }

@@ -13,6 +13,8 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 Station::Station(const QString &recorderName, const QString &folderName) : Place(Folder.path())
@@ -52,7 +54,7 @@ QString Station::errorOutput()
     ErrorOutput += Process.readAllStandardError();
     // Qt 6.8 remarks on a locale that is not installed, and those of the tests are not everywhere.
     static const QRegularExpression remark(
-        QStringLiteral("^TarnvikControl [\\d:]+: Detected locale .*?for more information\\.\\n"),
+        u"^TarnvikControl [\\d:]+: Detected locale .*?for more information\\.\\n"_s,
         QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
     return QString::fromUtf8(ErrorOutput).remove(remark);
 }
@@ -67,20 +69,19 @@ bool PutTranslationsBeside(const Station &station)
 {
     const QDir built(QStringLiteral(BUILT_LANGUAGES));
     const QStringList files = built.entryList(QDir::Files);
-    bool copied = !files.isEmpty() && QDir().mkpath(station.path(QStringLiteral("languages")));
+    bool copied = !files.isEmpty() && QDir().mkpath(station.path(u"languages"_s));
     for (const QString &file : files)
-        copied =
-            QFile::copy(built.filePath(file), station.path(QStringLiteral("languages/") + file)) && copied;
+        copied = QFile::copy(built.filePath(file), station.path(u"languages/"_s + file)) && copied;
     return copied;
 }
 
 QProcessEnvironment SystemIn(const QString &locale, const QString &languages)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("LC_ALL"));
-    environment.insert(QStringLiteral("LANG"), locale);
-    environment.insert(QStringLiteral("LC_CTYPE"), QStringLiteral("C.UTF-8")); // exists everywhere
-    environment.insert(QStringLiteral("LANGUAGE"), languages);
+    environment.remove(u"LC_ALL"_s);
+    environment.insert(u"LANG"_s, locale);
+    environment.insert(u"LC_CTYPE"_s, u"C.UTF-8"_s); // exists everywhere
+    environment.insert(u"LANGUAGE"_s, languages);
     return environment;
 }
 
@@ -103,7 +104,7 @@ QString PanelText()
     // A message that comes between the two keys takes the selection away, and nothing is copied.
     for (int attempt = 0; attempt < 5; ++attempt) {
         QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-        if (!VirtualDesktop::press(window, {QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")}))
+        if (!VirtualDesktop::press(window, {u"ctrl+a"_s, u"ctrl+c"_s}))
             return QString();
         if (!changed.isEmpty() || changed.wait(1000))
             return QGuiApplication::clipboard()->text();

@@ -13,6 +13,8 @@
 #include <csignal>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::OnlyWindow;
 using tests::PanelText;
 using tests::QuitTitle;
@@ -57,7 +59,7 @@ private:
 void TarnvikControlTest::init()
 {
     Report = std::make_unique<tests::RecorderReport>();
-    QSettings(QStringLiteral("Quillane"), Title).clear();
+    QSettings(u"Quillane"_s, Title).clear();
 }
 
 void TarnvikControlTest::cleanup()
@@ -70,12 +72,12 @@ void TarnvikControlTest::theRecorderAndItsMessageAreShown()
     Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
     Station station;
     station.start();
-    const QString expected = QStringLiteral("Program information\n\nStart               : With open GUI\n\n"
-                                            "TarnvikRecord\n\nProgram status      : Running\n"
-                                            "Last message        : Recording 162.400 MHz\n") +
-                             QString(22, u' ') + QStringLiteral("File 1 of 4\n");
+    const QString expected = u"Program information\n\nStart               : With open GUI\n\n"
+                             "TarnvikRecord\n\nProgram status      : Running\n"
+                             "Last message        : Recording 162.400 MHz\n"_s +
+                             QString(22, u' ') + u"File 1 of 4\n"_s;
     QTRY_COMPARE_WITH_TIMEOUT(PanelText(), expected, 15000);
-    QTRY_VERIFY(station.output().contains(QStringLiteral("\nstand-in: status 1 written\n")));
+    QTRY_VERIFY(station.output().contains(u"\nstand-in: status 1 written\n"_s));
 }
 
 void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelShowsIt()
@@ -83,24 +85,24 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
     Report->setOption("INTERVAL_MS", "0");
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Running")), 15000);
-    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Running"_s), 15000);
+    QCOMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
-    while (Report->count(QStringLiteral("started")) < 2 && timer.elapsed() < 5000)
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    while (Report->count(u"started"_s) < 2 && timer.elapsed() < 5000)
         QTest::qWait(1);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+    QTRY_VERIFY(PanelText().contains(u"Running"_s));
     // The next end is followed by a pause: now the panel can be seen to say so.
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
     bool stopped = false;
     const auto stoppedWasShown = [&stopped] {
-        stopped = stopped || PanelText().contains(QStringLiteral("Stopped"));
+        stopped = stopped || PanelText().contains(u"Stopped"_s);
         return stopped;
     };
     QTRY_VERIFY(stoppedWasShown());
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Running")), 8000);
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Running"_s), 8000);
 }
 
 void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
@@ -111,16 +113,15 @@ void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
     QTRY_VERIFY(RecorderListens());
     Station second;
     second.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(QStringLiteral("Error...")).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(u"Error..."_s).isEmpty(), 15000);
     QCOMPARE(tests::VirtualDesktop::windows(Title).size(), 1);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QStringLiteral("Error...")), {QStringLiteral("Return")}));
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(u"Error..."_s), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
     QCOMPARE(second.output().section(u'\n', 1),
-             QStringLiteral("TarnvikControl: Error an instance is already running...\n"));
-    const QRegularExpression line(
-        QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!\n$"));
+             u"TarnvikControl: Error an instance is already running...\n"_s);
+    const QRegularExpression line(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!\n$"_s);
     QVERIFY2(line.match(second.errorOutput()).hasMatch(), qPrintable(second.errorOutput()));
-    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QCOMPARE(Report->count(u"started"_s), 1);
     QVERIFY(RecorderListens()); // the first one's recorder was not asked to quit
 }
 
@@ -128,11 +129,11 @@ void TarnvikControlTest::theInstanceAfterAKilledOneStarts()
 {
     Station station;
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 2, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
 }
 
 void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder_data()
@@ -150,11 +151,11 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
     QVERIFY(station.signal(number));
     QVERIFY(station.endedWith(0));
-    QVERIFY(station.output().contains(QStringLiteral("\nCtrlCException\n")));
+    QVERIFY(station.output().contains(u"\nCtrlCException\n"_s));
     QCOMPARE(station.errorOutput(), QString());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled()
@@ -163,14 +164,14 @@ void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled(
     Report->setOption("IGNORE_TERMINATE", "1");
     Station station;
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ready")), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
     QVERIFY(station.signal(SIGINT));
-    QTRY_VERIFY(station.output().contains(QStringLiteral("CtrlCException")));
+    QTRY_VERIFY(station.output().contains(u"CtrlCException"_s));
     QVERIFY(station.signal(SIGINT)); // while the program waits for its recorder
     QVERIFY(station.Process.waitForFinished(3000));
     QCOMPARE(station.Process.exitStatus(), QProcess::CrashExit);
     QCOMPARE(station.Process.exitCode(), SIGINT);
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone()
@@ -178,13 +179,13 @@ void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone(
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("ctrl+q")}));
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {u"ctrl+q"_s}));
     QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("alt+y")}));
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
     QVERIFY(station.endedWith(0));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QCOMPARE(station.errorOutput(), QString());
 }
 
@@ -193,9 +194,9 @@ void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("alt+F4")}));
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {u"alt+F4"_s}));
     QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("Escape")}));
+    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {u"Escape"_s}));
     QTRY_VERIFY(OnlyWindow(QuitTitle).isEmpty());
     QVERIFY(!OnlyWindow(Title).isEmpty());
     QVERIFY(RecorderListens());
@@ -208,8 +209,8 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     Report->setOption("IGNORE_TERMINATE", "1");
     Station station;
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ready")), 1, 15000);
-    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
+    const qint64 recorder = Report->lastProcess(u"started"_s);
     QTRY_VERIFY(!OnlyWindow(Title).isEmpty());
     QElapsedTimer timer;
     timer.start();
@@ -217,8 +218,8 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() >= 5000 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(!tests::IsAlive(recorder));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 0);
 }
 
 void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
@@ -226,27 +227,27 @@ void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
-    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(tests::IsAlive(recorder));
     QVERIFY(RecorderListens());
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ends"), recorder), 1, 15000);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
-    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
+    QTRY_VERIFY(PanelText().contains(u"Running"_s));
     QTRY_VERIFY(RecorderListens());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1); // it did not reach the new one
+    QCOMPARE(Report->count(u"quit-request"_s), 1); // it did not reach the new one
 }
 
 void TarnvikControlTest::startHiddenShowsNoWindow()
 {
-    QSettings(QStringLiteral("Quillane"), Title).setValue(QStringLiteral("StartHidden"), true);
+    QSettings(u"Quillane"_s, Title).setValue(u"StartHidden"_s, true);
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
-    QTRY_VERIFY(station.output().contains(QStringLiteral("status 2 written"))); // long after the start
+    QTRY_VERIFY(station.output().contains(u"status 2 written"_s)); // long after the start
     QVERIFY(tests::VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
@@ -271,23 +272,22 @@ void TarnvikControlTest::theDebugConsoleIsOpened()
     QFETCH(bool, opened);
     Station station;
     station.start(arguments.split(u' ', Qt::SkipEmptyParts));
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && station.output().contains(QStringLiteral("status 1")),
-                             15000);
+    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && station.output().contains(u"status 1"_s), 15000);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
-    QCOMPARE(station.output().contains(QStringLiteral("\nDebug console open:\n")), opened);
+    QCOMPARE(station.output().contains(u"\nDebug console open:\n"_s), opened);
 }
 
 void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
 {
     // The application object understands "-platform"; as the fifth argument it must not see it.
     Station station;
-    station.start(QStringLiteral("a b c d -platform nonsense").split(u' '));
+    station.start(u"a b c d -platform nonsense"_s.split(u' '));
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     Station other;
-    other.start(QStringLiteral("a b -platform nonsense").split(u' '));
+    other.start(u"a b -platform nonsense"_s.split(u' '));
     QVERIFY(other.Process.waitForFinished(15000));
     QVERIFY(other.Process.exitStatus() == QProcess::CrashExit || other.Process.exitCode() != 0);
 }
@@ -297,8 +297,8 @@ void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
     Station station;
     station.start({QString(260, u'x')});
     QVERIFY(station.endedWith(255));
-    QVERIFY(station.errorOutput().contains(QStringLiteral("An argument is longer than 259 bytes.")));
-    QCOMPARE(Report->count(QStringLiteral("started")), 0);
+    QVERIFY(station.errorOutput().contains(u"An argument is longer than 259 bytes."_s));
+    QCOMPARE(Report->count(u"started"_s), 0);
     Station longest;
     longest.start({QString(259, u'x')});
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
@@ -318,7 +318,7 @@ void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
     Report->setOption("INTERVAL_MS", "50"); // it logs a line each time
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(QStringLiteral("status 1")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 1"_s), 15000);
     station.Process.closeReadChannel(QProcess::StandardOutput);
     station.Process.closeReadChannel(QProcess::StandardError);
     bool reached = false; // the file is empty now and then, while it is rewritten
@@ -330,7 +330,7 @@ void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
     };
     QTRY_VERIFY(manyLinesWritten()); // so many lines went into the broken pipe
     QCOMPARE(station.Process.state(), QProcess::Running);
-    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QCOMPARE(Report->count(u"started"_s), 1);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
 }
@@ -340,18 +340,17 @@ void TarnvikControlTest::theWindowCarriesTheIconInItsSizes()
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
-    const QString icons = tests::VirtualDesktop::property(OnlyWindow(Title), QStringLiteral("_NET_WM_ICON"));
+    const QString icons = tests::VirtualDesktop::property(OnlyWindow(Title), u"_NET_WM_ICON"_s);
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
-        QVERIFY2(icons.contains(QStringLiteral("Icon (%1 x %1)").arg(size)),
-                 qPrintable(QString::number(size)));
+        QVERIFY2(icons.contains(u"Icon (%1 x %1)"_s.arg(size)), qPrintable(QString::number(size)));
 }
 
 void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
 {
     Station station{QString()};
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(QStringLiteral("Program status      : Stopped\n")), 15000);
-    QCOMPARE(Report->count(QStringLiteral("started")), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Program status      : Stopped\n"_s), 15000);
+    QCOMPARE(Report->count(u"started"_s), 0);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.errorOutput(), QString());
@@ -359,13 +358,13 @@ void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
 
 void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
 {
-    Station station(QStringLiteral("TarnvikRecord.exe"));
-    QFile wrong(station.path(QStringLiteral("TarnvikRecord")));
+    Station station(u"TarnvikRecord.exe"_s);
+    QFile wrong(station.path(u"TarnvikRecord"_s));
     QVERIFY(wrong.open(QIODevice::WriteOnly));
     wrong.close();
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
-    QTRY_VERIFY(PanelText().contains(QStringLiteral("Running")));
+    QTRY_VERIFY(PanelText().contains(u"Running"_s));
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControlTest)

@@ -18,14 +18,16 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::OnlyWindow;
 
 namespace {
 
-const QString Title = QStringLiteral("TarnvikControl");
-const QString QuitTitle = QStringLiteral("Close indication");
+const QString Title = u"TarnvikControl"_s;
+const QString QuitTitle = u"Close indication"_s;
 const QLatin1String OpenerArgument("--open");
-const QString Key = QStringLiteral("HKEY_CURRENT_USER\\Software\\Quillane\\TarnvikControl");
+const QString Key = u"HKEY_CURRENT_USER\\Software\\Quillane\\TarnvikControl"_s;
 
 /// A folder with the program and a recorder, and the process of the program.
 class Station
@@ -39,8 +41,8 @@ public:
             Place.mkdir(folderName);
             Place.cd(folderName);
         }
-        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(QStringLiteral("TarnvikControl.exe")));
-        QFile::copy(tests::StandInProgram(), path(QStringLiteral("TarnvikRecord.exe")));
+        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(u"TarnvikControl.exe"_s));
+        QFile::copy(tests::StandInProgram(), path(u"TarnvikRecord.exe"_s));
     }
     ~Station()
     {
@@ -57,7 +59,7 @@ public:
     [[nodiscard]] QString path(const QString &name) const { return Place.filePath(name); }
     void start(const QStringList &arguments = QStringList())
     {
-        Process.start(path(QStringLiteral("TarnvikControl.exe")), arguments);
+        Process.start(path(u"TarnvikControl.exe"_s), arguments);
     }
     [[nodiscard]] DWORD id() const { return static_cast<DWORD>(Process.processId()); }
     [[nodiscard]] HWND window(const QString &title = Title) const { return OnlyWindow(title, id()); }
@@ -165,12 +167,12 @@ void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
     Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
     Station station(*Report);
     station.start();
-    const QString expected = QStringLiteral("Program information\n\nStart               : With open GUI\n\n"
-                                            "TarnvikRecord\n\nProgram status      : Running\n"
-                                            "Last message        : Recording 162.400 MHz\n") +
-                             QString(22, u' ') + QStringLiteral("File 1 of 4\n");
+    const QString expected = u"Program information\n\nStart               : With open GUI\n\n"
+                             "TarnvikRecord\n\nProgram status      : Running\n"
+                             "Last message        : Recording 162.400 MHz\n"_s +
+                             QString(22, u' ') + u"File 1 of 4\n"_s;
     QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, 15000);
-    QTRY_VERIFY(station.output().contains(QStringLiteral("\nstand-in: status 1 written\n")));
+    QTRY_VERIFY(station.output().contains(u"\nstand-in: status 1 written\n"_s));
 }
 
 void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
@@ -187,17 +189,17 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
     Station station(*Report);
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
-    QTRY_VERIFY(station.panelText().contains(QStringLiteral("Running")));
+    QTRY_VERIFY(station.panelText().contains(u"Running"_s));
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
-    while (Report->count(QStringLiteral("started")) < 2 && timer.elapsed() < 5000)
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    while (Report->count(u"started"_s) < 2 && timer.elapsed() < 5000)
         QTest::qWait(1);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
     // The next end is followed by a pause: now the panel can be seen to say so.
-    QVERIFY(tests::KillProcess(Report->lastProcess(QStringLiteral("started"))));
-    QTRY_VERIFY(station.panelText().contains(QStringLiteral("Stopped")));
-    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(QStringLiteral("Running")), 8000);
+    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QTRY_VERIFY(station.panelText().contains(u"Stopped"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 8000);
 }
 
 void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
@@ -207,17 +209,16 @@ void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
     QTRY_VERIFY_WITH_TIMEOUT(first.window() && Report->recorderListens(), 15000);
     Station second(*Report);
     second.start();
-    QTRY_VERIFY_WITH_TIMEOUT(second.window(QStringLiteral("Error...")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.window(u"Error..."_s), 15000);
     QVERIFY(!second.window());
-    QVERIFY(tests::Press(second.window(QStringLiteral("Error...")), 0, VK_RETURN));
+    QVERIFY(tests::Press(second.window(u"Error..."_s), 0, VK_RETURN));
     QVERIFY(second.endedWith(-1));
     QCOMPARE(second.output().section(u'\n', 1),
-             QStringLiteral("TarnvikControl: Error an instance is already running...\n"));
-    const QRegularExpression line(
-        QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!$"),
-        QRegularExpression::MultilineOption);
+             u"TarnvikControl: Error an instance is already running...\n"_s);
+    const QRegularExpression line(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!$"_s,
+                                  QRegularExpression::MultilineOption);
     QVERIFY2(line.match(second.errorOutput()).hasMatch(), qPrintable(second.errorOutput()));
-    QCOMPARE(Report->count(QStringLiteral("started")), 1);
+    QCOMPARE(Report->count(u"started"_s), 1);
     QVERIFY(Report->recorderListens()); // the first one's recorder was not asked to quit
 }
 
@@ -225,11 +226,11 @@ void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
 {
     Station station(*Report);
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("started")), 2, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
 }
 
 void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond()
@@ -242,9 +243,9 @@ void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWi
     timer.start();
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
@@ -256,7 +257,7 @@ void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
     QVERIFY(station.endedWith(0));
     QStringList keys = QSettings(Key, QSettings::NativeFormat).childKeys();
     keys.sort();
-    QCOMPARE(keys.join(u' '), QStringLiteral("GuiStyle geometry windowState"));
+    QCOMPARE(keys.join(u' '), u"GuiStyle geometry windowState"_s);
 }
 
 void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTerminate()
@@ -264,12 +265,12 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTermina
     Report->setOption("IGNORE_QUIT", "1");
     Station station(*Report);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(QStringLiteral("ready")) == 1, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(u"ready"_s) == 1, 15000);
     QVERIFY(station.quit());
     QVERIFY(station.endedWith(0));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
 }
 
 void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
@@ -278,16 +279,16 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     Report->setOption("IGNORE_TERMINATE", "1");
     Station station(*Report);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(QStringLiteral("ready")) == 1, 15000);
-    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(u"ready"_s) == 1, 15000);
+    const qint64 recorder = Report->lastProcess(u"started"_s);
     QVERIFY(station.quit());
     QElapsedTimer timer;
     timer.start();
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(!tests::IsAlive(recorder));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 0);
 }
 
 void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
@@ -295,16 +296,16 @@ void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNext
     Station station(*Report);
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
-    const qint64 recorder = Report->lastProcess(QStringLiteral("started"));
+    const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(Report->recorderListens(recorder));
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(QStringLiteral("ends"), recorder), 1, 15000);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QTRY_COMPARE(Report->count(QStringLiteral("started")), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
     QTRY_VERIFY(Report->recorderListens());
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1); // it did not reach the new one
+    QCOMPARE(Report->count(u"quit-request"_s), 1); // it did not reach the new one
 }
 
 void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden_data()
@@ -327,7 +328,7 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
     QFETCH(int, command);
     QFETCH(bool, startHidden);
     QFETCH(QString, shown);
-    QSettings(Key, QSettings::NativeFormat).setValue(QStringLiteral("StartHidden"), startHidden);
+    QSettings(Key, QSettings::NativeFormat).setValue(u"StartHidden"_s, startHidden);
     Station station(*Report);
     station.Process.setCreateProcessArgumentsModifier([command](QProcess::CreateProcessArguments *arguments) {
         arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
@@ -335,15 +336,15 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
     });
     station.start();
     // The second status is written long after the start.
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(QStringLiteral("status 2 written")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 2 written"_s), 15000);
     const HWND window = station.window();
-    QString state = QStringLiteral("hidden");
+    QString state = u"hidden"_s;
     if (window && IsIconic(window) != FALSE)
-        state = QStringLiteral("minimised");
+        state = u"minimised"_s;
     else if (window && IsZoomed(window) != FALSE)
-        state = QStringLiteral("maximised");
+        state = u"maximised"_s;
     else if (window)
-        state = QStringLiteral("normal");
+        state = u"normal"_s;
     QCOMPARE(state, shown);
 }
 
@@ -365,7 +366,7 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
     Station station(*Report);
     station.start(arguments.split(u' ', Qt::SkipEmptyParts));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.window(), 15000);
-    const QString line = QStringLiteral("Debug console open:\n");
+    const QString line = u"Debug console open:\n"_s;
     if (opened)
         QTRY_VERIFY2(tests::ConsoleText(station.id()).startsWith(line),
                      qPrintable(tests::ConsoleText(station.id())));
@@ -377,12 +378,12 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
 void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
 {
     Station station(*Report);
-    station.start({QStringLiteral("--DEBUG")});
-    QTRY_VERIFY_WITH_TIMEOUT(
-        tests::ConsoleText(station.id()).contains(QStringLiteral("\nstand-in: status 2 written\n")), 15000);
+    station.start({u"--DEBUG"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(tests::ConsoleText(station.id()).contains(u"\nstand-in: status 2 written\n"_s),
+                             15000);
     // Ctrl+H belongs to two entries, which the toolkit warns of.
     QVERIFY(tests::Press(station.window(), VK_CONTROL, 'H'));
-    const QRegularExpression warning(QStringLiteral("^TarnvikControl \\d\\d:\\d\\d:\\d\\d: .*Ctrl\\+H$"),
+    const QRegularExpression warning(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: .*Ctrl\\+H$"_s,
                                      QRegularExpression::MultilineOption);
     QTRY_VERIFY2(warning.match(tests::ConsoleText(station.id())).hasMatch(),
                  qPrintable(tests::ConsoleText(station.id())));
@@ -391,19 +392,19 @@ void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
 void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder()
 {
     Station station(*Report);
-    station.start({QStringLiteral("--DEBUG")});
+    station.start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(
         Report->recorderListens() && station.window() && !tests::ConsoleText(station.id()).isEmpty(), 15000);
     QVERIFY(tests::SendCtrlC(station.id()));
     QVERIFY(station.endedWith(0));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
 {
     Station station(*Report);
-    station.start({QStringLiteral("--DEBUG")});
+    station.start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(station.id()).isEmpty(), 15000);
     const DWORD mode = tests::ConsoleInputMode(station.id());
     QVERIFY(mode != 0);
@@ -414,21 +415,20 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
 {
     // This program takes the place of the one that opens such files, and writes down what it was given.
     const QTemporaryDir folder;
-    const QString record = folder.filePath(QStringLiteral("opened"));
-    QSettings classes(QStringLiteral("HKEY_CLASSES_ROOT"), QSettings::NativeFormat);
-    const QString type = QStringLiteral("TarnvikControlWindowsTest");
-    classes.setValue(QStringLiteral(".pdf/."), type);
-    classes.setValue(type + QStringLiteral("/shell/open/command/."),
-                     u'"' + QDir::toNativeSeparators(QCoreApplication::applicationFilePath()) +
-                         QStringLiteral("\" ") + OpenerArgument + QStringLiteral(" \"") +
-                         QDir::toNativeSeparators(record) + QStringLiteral("\" \"%1\""));
+    const QString record = folder.filePath(u"opened"_s);
+    QSettings classes(u"HKEY_CLASSES_ROOT"_s, QSettings::NativeFormat);
+    const QString type = u"TarnvikControlWindowsTest"_s;
+    classes.setValue(u".pdf/."_s, type);
+    classes.setValue(type + u"/shell/open/command/."_s,
+                     u'"' + QDir::toNativeSeparators(QCoreApplication::applicationFilePath()) + u"\" "_s +
+                         OpenerArgument + u" \""_s + QDir::toNativeSeparators(record) + u"\" \"%1\""_s);
     classes.sync();
     const auto remove = qScopeGuard([&] {
-        classes.remove(QStringLiteral(".pdf"));
+        classes.remove(u".pdf"_s);
         classes.remove(type);
     });
-    Station station(*Report, QStringLiteral("Program Files ä"));
-    const QString guide = station.path(QStringLiteral("Tarnvik_EN.pdf"));
+    Station station(*Report, u"Program Files ä"_s);
+    const QString guide = station.path(u"Tarnvik_EN.pdf"_s);
     QFile file(guide);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("%PDF-1.4\n%%EOF\n") > 0);
     file.close();

@@ -21,6 +21,8 @@
 #include <csignal>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::Day;
 using tests::FileTable;
 using tests::OnlyWindow;
@@ -32,10 +34,10 @@ using tests::VirtualDesktop;
 
 namespace {
 
-const QString ImportTitle = QStringLiteral("Choose alignment file for importing");
-const QString ExportTitle = QStringLiteral("Choose alignment file for exporting");
-const QString DriverFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-const QString OtherDriverFile = QStringLiteral("TarnvikDriver_Airspy.ad");
+const QString ImportTitle = u"Choose alignment file for importing"_s;
+const QString ExportTitle = u"Choose alignment file for exporting"_s;
+const QString DriverFile = u"TarnvikDriver_RtlSdr.ad"_s;
+const QString OtherDriverFile = u"TarnvikDriver_Airspy.ad"_s;
 
 QString RecorderFile(const QString &name)
 {
@@ -48,7 +50,7 @@ class FileWindow : public QWidget
 public:
     explicit FileWindow(const QString &file) : File(file)
     {
-        setWindowTitle(QStringLiteral("Files"));
+        setWindowTitle(u"Files"_s);
         setGeometry(20, 500, 120, 100);
     }
     /// True when the target has taken the files. Only an event loop lets it read their names.
@@ -80,8 +82,7 @@ QString DialogWindow()
 {
     const QStringList windows = VirtualDesktop::windows(Title);
     const auto isDialog = [](const QString &window) {
-        return VirtualDesktop::property(window, QStringLiteral("_NET_WM_WINDOW_TYPE"))
-            .contains(QStringLiteral("_DIALOG"));
+        return VirtualDesktop::property(window, u"_NET_WM_WINDOW_TYPE"_s).contains(u"_DIALOG"_s);
     };
     const auto dialog = std::find_if(windows.begin(), windows.end(), isDialog);
     return dialog != windows.end() ? *dialog : QString();
@@ -101,7 +102,7 @@ QString WindowOf(const QString &title)
 
 QPoint TrayIcon()
 {
-    return VirtualDesktop::geometry(OnlyWindow(QStringLiteral("panel"))).center();
+    return VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).center();
 }
 
 } // namespace
@@ -131,7 +132,7 @@ private:
 
 void TarnvikControl_AlignmentTest::initTestCase()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quillane GmbH"));
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(Title);
     QVERIFY(QDir().mkpath(RecorderFile(QString())));
 }
@@ -139,7 +140,7 @@ void TarnvikControl_AlignmentTest::initTestCase()
 void TarnvikControl_AlignmentTest::init()
 {
     Report = std::make_unique<tests::RecorderReport>();
-    QSettings(QStringLiteral("Quillane"), Title).clear();
+    QSettings(u"Quillane"_s, Title).clear();
 }
 
 bool TarnvikControl_AlignmentTest::writeTwoDrivers()
@@ -157,8 +158,8 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     const QString target = RecorderFile(DriverFile);
     const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     QVERIFY(QDir().mkpath(desktop)); // where the file dialog for importing starts
-    const QString first = desktop + QStringLiteral("/first.ad");
-    const QString second = desktop + QStringLiteral("/second.ad");
+    const QString first = desktop + u"/first.ad"_s;
+    const QString second = desktop + u"/second.ad"_s;
     const QList<FileTable> present = {
         {"0x1", Day("2024-01-01")}, {"0x2", Day("2024-01-02")}, {"0x3", Day("2024-01-03")}};
     QVERIFY(tests::WriteAlignmentFile(target, SdrType::RtlSdr, present));
@@ -174,17 +175,15 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
     // The menu "Alignment", entry "Show...".
-    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {QStringLiteral("Alt_L"), QStringLiteral("Right"),
-                                                      QStringLiteral("Down"), QStringLiteral("Return")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
     QTRY_VERIFY(!DialogWindow().isEmpty());
 
     // Tree, Reset, Clear, Import...
-    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("Tab"), QStringLiteral("Tab"),
-                                                   QStringLiteral("Tab"), QStringLiteral("space")}));
+    QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}));
     QTRY_VERIFY(!OnlyWindow(ImportTitle).isEmpty());
-    QVERIFY(VirtualDesktop::press(OnlyWindow(ImportTitle), {QStringLiteral("ctrl+a")}));
-    QVERIFY(VirtualDesktop::type(QStringLiteral("first.ad")));
-    QVERIFY(VirtualDesktop::press({QStringLiteral("Return")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(ImportTitle), {u"ctrl+a"_s}));
+    QVERIFY(VirtualDesktop::type(u"first.ad"_s));
+    QVERIFY(VirtualDesktop::press({u"Return"_s}));
     QTRY_VERIFY(VirtualDesktop::windows(ImportTitle).isEmpty());
 
     FileWindow files(second);
@@ -196,17 +195,16 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     files.hide();
 
     // Back to the tree: the driver's line comes first, 0x4 last. Enter presses "Save...".
-    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("shift+Tab"), QStringLiteral("shift+Tab"),
-                                                   QStringLiteral("shift+Tab"), QStringLiteral("End"),
-                                                   QStringLiteral("space"), QStringLiteral("Return")}));
+    QVERIFY(VirtualDesktop::press(
+        DialogWindow(), {u"shift+Tab"_s, u"shift+Tab"_s, u"shift+Tab"_s, u"End"_s, u"space"_s, u"Return"_s}));
     QTRY_VERIFY(!OnlyWindow(ExportTitle).isEmpty());
-    QVERIFY(VirtualDesktop::press(OnlyWindow(ExportTitle), {QStringLiteral("Return")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(ExportTitle), {u"Return"_s}));
     QTRY_COMPARE(VirtualDesktop::windows(ExportTitle).size(), 2); // it asks whether to replace the file
-    QVERIFY(VirtualDesktop::press(VirtualDesktop::windows(ExportTitle).last(), {QStringLiteral("alt+y")}));
+    QVERIFY(VirtualDesktop::press(VirtualDesktop::windows(ExportTitle).last(), {u"alt+y"_s}));
     QTRY_VERIFY(VirtualDesktop::windows(ExportTitle).isEmpty());
     QTRY_COMPARE(tests::FileBytes(target), expected);
 
-    QVERIFY(VirtualDesktop::press(DialogWindow(), {QStringLiteral("Escape")}));
+    QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Escape"_s}));
     QTRY_VERIFY(DialogWindow().isEmpty());
     QVERIFY(RecorderListens());
     QCOMPARE(station.errorOutput(), QString());
@@ -217,7 +215,7 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
-    QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(QStringLiteral("panel"))).width() > 10); // with the icon
+    QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).width() > 10); // with the icon
     QVERIFY(VirtualDesktop::click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(VirtualDesktop::click(TrayIcon()));
@@ -232,11 +230,11 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
     const QRect menu = VirtualDesktop::openMenu();
     QVERIFY(VirtualDesktop::click({menu.center().x(), menu.bottom() - 10}));
     QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
-    QVERIFY(VirtualDesktop::press(OnlyWindow(QuitTitle), {QStringLiteral("alt+y")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
     QVERIFY(station.endedWith(0));
-    QCOMPARE(Report->count(QStringLiteral("started")), 1);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(Report->count(u"started"_s), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QCOMPARE(station.errorOutput(), QString());
 }
 
@@ -244,27 +242,24 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen_data(
 {
     QTest::addColumn<QList<Step>>("steps");
     QTest::addColumn<QString>("title"); // of the window that is open then; empty: the alignment dialog
-    const Step show = {Title, {QStringLiteral("ctrl+s")}};
-    const Step pressSave = {{}, {QStringLiteral("Return")}};
-    const Step pressImport = {
-        {}, {QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("Tab"), QStringLiteral("space")}};
+    const Step show = {Title, {u"ctrl+s"_s}};
+    const Step pressSave = {{}, {u"Return"_s}};
+    const Step pressImport = {{}, {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}};
     const Step chooseDamagedFile = {ImportTitle,
-                                    {QStringLiteral("ctrl+a"), QStringLiteral("d"), QStringLiteral("period"),
-                                     QStringLiteral("a"), QStringLiteral("d"), QStringLiteral("Return")}};
-    const QString firstQuestion = QStringLiteral("Update AirSpy alignment.");
-    const QString secondQuestion = QStringLiteral("Update RTL-SDR alignment.");
+                                    {u"ctrl+a"_s, u"d"_s, u"period"_s, u"a"_s, u"d"_s, u"Return"_s}};
+    const QString firstQuestion = u"Update AirSpy alignment."_s;
+    const QString secondQuestion = u"Update RTL-SDR alignment."_s;
     QTest::newRow("the alignment dialog") << QList<Step>{show} << QString();
     QTest::newRow("the dialog's file dialog") << QList<Step>{show, pressImport} << ImportTitle;
     QTest::newRow("the warning about a damaged file")
-        << QList<Step>{show, pressImport, chooseDamagedFile} << QStringLiteral("Importing alignment data");
+        << QList<Step>{show, pressImport, chooseDamagedFile} << u"Importing alignment data"_s;
     QTest::newRow("the question about saving without changes, for the first of two drivers")
         << QList<Step>{show, pressSave} << firstQuestion;
     QTest::newRow("the file dialog of saving, for the first of two drivers")
-        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+y")}}} << ExportTitle;
+        << QList<Step>{show, pressSave, {firstQuestion, {u"alt+y"_s}}} << ExportTitle;
     QTest::newRow("the question about the second driver")
-        << QList<Step>{show, pressSave, {firstQuestion, {QStringLiteral("alt+n")}}} << secondQuestion;
-    QTest::newRow("the question about quitting")
-        << QList<Step>{{Title, {QStringLiteral("ctrl+q")}}} << QuitTitle;
+        << QList<Step>{show, pressSave, {firstQuestion, {u"alt+n"_s}}} << secondQuestion;
+    QTest::newRow("the question about quitting") << QList<Step>{{Title, {u"ctrl+q"_s}}} << QuitTitle;
 }
 
 void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
@@ -274,7 +269,7 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QVERIFY(writeTwoDrivers());
     const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     QVERIFY(QDir().mkpath(desktop));
-    QVERIFY(tests::WriteFileBytes(desktop + QStringLiteral("/d.ad"), "rubbish"));
+    QVERIFY(tests::WriteFileBytes(desktop + u"/d.ad"_s, "rubbish"));
     Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
@@ -285,9 +280,9 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QTRY_VERIFY(!WindowOf(title).isEmpty());
     QVERIFY(station.signal(SIGTERM));
     QVERIFY(station.endedWith(0));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(QStringLiteral("started"))));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
     QCOMPARE(station.errorOutput(), QString());
     QCOMPARE(tests::FileBytes(RecorderFile(DriverFile)), DriverBytes);
     QCOMPARE(tests::FileBytes(RecorderFile(OtherDriverFile)), OtherDriverBytes);

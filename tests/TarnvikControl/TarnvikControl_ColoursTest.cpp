@@ -10,6 +10,8 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 using tests::OnlyWindow;
 using tests::Station;
 using tests::VirtualDesktop;
@@ -20,7 +22,7 @@ namespace {
 QImage WindowPicture()
 {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("desktop.png"));
+    const QString file = folder.filePath(u"desktop.png"_s);
     const QRect window = VirtualDesktop::geometry(OnlyWindow(tests::Title));
     return !window.isEmpty() && VirtualDesktop::savePicture(file) ? QImage(file).copy(window) : QImage();
 }
@@ -76,21 +78,19 @@ void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
     QFETCH(QColor, running);
     const tests::RecorderReport report;
     const QTemporaryDir desktop;
-    QSettings colours(desktop.filePath(QStringLiteral("kdeglobals")), QSettings::IniFormat);
+    QSettings colours(desktop.filePath(u"kdeglobals"_s), QSettings::IniFormat);
     for (const char *area : {"Window", "View", "Button"}) {
-        colours.setValue(QStringLiteral("Colors:%1/BackgroundNormal").arg(QLatin1String(area)),
-                         background.split(u','));
-        colours.setValue(QStringLiteral("Colors:%1/ForegroundNormal").arg(QLatin1String(area)),
-                         text.split(u','));
+        colours.setValue(u"Colors:%1/BackgroundNormal"_s.arg(QLatin1String(area)), background.split(u','));
+        colours.setValue(u"Colors:%1/ForegroundNormal"_s.arg(QLatin1String(area)), text.split(u','));
     }
     colours.sync();
-    QSettings(QStringLiteral("Quillane"), tests::Title).setValue(QStringLiteral("GuiStyle"), style);
+    QSettings(u"Quillane"_s, tests::Title).setValue(u"GuiStyle"_s, style);
 
     Station station;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("KDE"));
-    environment.insert(QStringLiteral("KDE_SESSION_VERSION"), QStringLiteral("5"));
-    environment.insert(QStringLiteral("XDG_CONFIG_DIRS"), desktop.path());
+    environment.insert(u"XDG_CURRENT_DESKTOP"_s, u"KDE"_s);
+    environment.insert(u"KDE_SESSION_VERSION"_s, u"5"_s);
+    environment.insert(u"XDG_CONFIG_DIRS"_s, desktop.path());
     station.Process.setProcessEnvironment(environment);
     station.start();
     QImage picture;

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 using tests::OnlyWindow;
 using tests::Station;
 using tests::Title;
@@ -14,8 +16,8 @@ using tests::VirtualDesktop;
 
 namespace {
 
-const QString GermanGuide = QStringLiteral("Tarnvik_DE.pdf");
-const QString EnglishGuide = QStringLiteral("Tarnvik_EN.pdf");
+const QString GermanGuide = u"Tarnvik_DE.pdf"_s;
+const QString EnglishGuide = u"Tarnvik_EN.pdf"_s;
 
 bool WriteFile(const QString &path, const QByteArray &content)
 {
@@ -30,13 +32,12 @@ class RecordingOpener
 public:
     [[nodiscard]] bool install(QProcessEnvironment &environment) const
     {
-        const QString opener = Folder.filePath(QStringLiteral("xdg-open"));
+        const QString opener = Folder.filePath(u"xdg-open"_s);
         // Complete at once, so that nobody reads half a list.
         const QByteArray script = "#!/bin/sh\nprintf '%s\\n' \"$@\" >'" + QFile::encodeName(record()) +
                                   ".new' && mv '" + QFile::encodeName(record()) + ".new' '" +
                                   QFile::encodeName(record()) + "'\n";
-        environment.insert(QStringLiteral("PATH"),
-                           Folder.path() + u':' + environment.value(QStringLiteral("PATH")));
+        environment.insert(u"PATH"_s, Folder.path() + u':' + environment.value(u"PATH"_s));
         return WriteFile(opener, script) &&
                QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
@@ -48,17 +49,17 @@ public:
     }
 
 private:
-    [[nodiscard]] QString record() const { return Folder.filePath(QStringLiteral("opened")); }
+    [[nodiscard]] QString record() const { return Folder.filePath(u"opened"_s); }
 
-    QTemporaryDir Folder{QStringLiteral("/tmp/tarnvik-opener-XXXXXX")};
+    QTemporaryDir Folder{u"/tmp/tarnvik-opener-XXXXXX"_s};
 };
 
 /// Chooses the menu's entry: the sixth of the third menu, behind windows, close and start, languages.
 bool ChooseTheGuide()
 {
-    QStringList keys = {QStringLiteral("Alt_L"), QStringLiteral("Right"), QStringLiteral("Right")};
-    keys += QStringList(6, QStringLiteral("Down"));
-    return VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{QStringLiteral("Return")});
+    QStringList keys = {u"Alt_L"_s, u"Right"_s, u"Right"_s};
+    keys += QStringList(6, u"Down"_s);
+    return VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{u"Return"_s});
 }
 
 } // namespace
@@ -126,12 +127,12 @@ void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder_data()
 void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
 {
     QFETCH(QString, folder);
-    Station station(QStringLiteral("TarnvikRecord"), folder);
+    Station station(u"TarnvikRecord"_s, folder);
     QVERIFY(tests::PutTranslationsBeside(station)); // the menu is the same everywhere
     const QString guide = station.path(EnglishGuide);
     QVERIFY(WriteFile(guide, "%PDF-1.4\n%%EOF\n"));
     const RecordingOpener opener;
-    QProcessEnvironment environment = tests::SystemIn(QStringLiteral("C"));
+    QProcessEnvironment environment = tests::SystemIn(u"C"_s);
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
     station.start();

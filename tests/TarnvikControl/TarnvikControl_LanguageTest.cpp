@@ -3,6 +3,8 @@
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/RecorderReport.h"
 
+using namespace Qt::StringLiterals;
+
 using tests::OnlyWindow;
 using tests::PanelText;
 using tests::PutTranslationsBeside;
@@ -12,12 +14,12 @@ using tests::VirtualDesktop;
 
 namespace {
 
-const QString GermanPanel = QStringLiteral(
-    "Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\nTarnvikRecord\n\n"
-    "Programmstatus      : Läuft\nLetzte Meldung      : ready\n");
+const QString GermanPanel =
+    u"Programminformationen\n\nStart               : Mit geöffnetem Fenster\n\nTarnvikRecord\n\n"
+    "Programmstatus      : Läuft\nLetzte Meldung      : ready\n"_s;
 const QString EnglishPanel =
-    QStringLiteral("Program information\n\nStart               : With open GUI\n\nTarnvikRecord\n\n"
-                   "Program status      : Running\nLast message        : ready\n");
+    u"Program information\n\nStart               : With open GUI\n\nTarnvikRecord\n\n"
+    "Program status      : Running\nLast message        : ready\n"_s;
 
 } // namespace
 
@@ -38,8 +40,8 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage_data()
     QTest::addColumn<QString>("panel");
     QTest::addColumn<QString>("question");
     QTest::addColumn<QString>("yes");
-    const QString german = QStringLiteral("Programm beenden");
-    const QString english = QStringLiteral("Close indication");
+    const QString german = u"Programm beenden"_s;
+    const QString english = u"Close indication"_s;
     QTest::newRow("Germany") << "de_DE.UTF-8"
                              << "" << GermanPanel << german << "alt+j";
     QTest::newRow("Austria") << "de_AT.UTF-8"
@@ -69,7 +71,7 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     station.Process.setProcessEnvironment(SystemIn(locale, languages));
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(PanelText(), panel, 15000);
-    QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {QStringLiteral("ctrl+q")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {u"ctrl+q"_s}));
     QTRY_VERIFY(!OnlyWindow(question).isEmpty());
     QVERIFY(VirtualDesktop::press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
     QVERIFY(station.endedWith(0));
@@ -79,20 +81,19 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
 void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
 {
     const tests::RecorderReport report;
-    const QString refusal = QStringLiteral("Fehler...");
+    const QString refusal = u"Fehler..."_s;
     Station first;
     first.start();
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(tests::Title).isEmpty(), 15000);
     Station second;
     QVERIFY(PutTranslationsBeside(second));
-    second.Process.setProcessEnvironment(SystemIn(QStringLiteral("de_DE.UTF-8")));
+    second.Process.setProcessEnvironment(SystemIn(u"de_DE.UTF-8"_s));
     second.start();
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
-    QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {QStringLiteral("Return")}));
+    QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
-    QCOMPARE(second.output().section(u'\n', 1),
-             QStringLiteral("TarnvikControl: Fehler: Das Programm läuft bereits...\n"));
-    QVERIFY(second.errorOutput().endsWith(QStringLiteral(": TarnvikControl: Fehler -1!\n")));
+    QCOMPARE(second.output().section(u'\n', 1), u"TarnvikControl: Fehler: Das Programm läuft bereits...\n"_s);
+    QVERIFY(second.errorOutput().endsWith(u": TarnvikControl: Fehler -1!\n"_s));
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_LanguageTest)

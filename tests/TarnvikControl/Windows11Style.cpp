@@ -5,13 +5,15 @@
 #include <QStylePlugin>
 #include <QtPlugin>
 
+using namespace Qt::StringLiterals;
+
 class Windows11Style : public QStylePlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QStyleFactoryInterface_iid FILE "Windows11Style.json")
 
 public:
-    QStyle *create(const QString & /*key*/) override { return new QProxyStyle(QStringLiteral("Fusion")); }
+    QStyle *create(const QString & /*key*/) override { return new QProxyStyle(u"Fusion"_s); }
 };
 
 Q_IMPORT_PLUGIN(Windows11Style)

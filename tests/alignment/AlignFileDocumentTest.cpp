@@ -15,6 +15,8 @@
 #include <cstddef>
 #include <cstdint>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::array<std::uint8_t, 9> Digits = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
@@ -23,7 +25,7 @@ constexpr std::array<std::uint8_t, 9> Digits = {'1', '2', '3', '4', '5', '6', '7
 /// something else stands there.
 QByteArray BytesOf(const QString &example)
 {
-    static const QRegularExpression form(QStringLiteral("^(?:(\\d+)\\*)?([0-9A-F]{2})$"));
+    static const QRegularExpression form(u"^(?:(\\d+)\\*)?([0-9A-F]{2})$"_s);
     QByteArray bytes;
     const QStringList lines = example.split(u'\n');
     for (const QString &line : lines) {
@@ -83,7 +85,7 @@ private:
 void AlignFileDocumentTest::initTestCase()
 {
     Document = QString::fromUtf8(tests::FileBytes(QStringLiteral(FORMAT_DOCUMENT)));
-    static const QRegularExpression block(QStringLiteral("```hex\n(.*?)```"),
+    static const QRegularExpression block(u"```hex\n(.*?)```"_s,
                                           QRegularExpression::DotMatchesEverythingOption);
     QRegularExpressionMatchIterator blocks = block.globalMatch(Document);
     while (blocks.hasNext())
@@ -123,11 +125,11 @@ void AlignFileDocumentTest::theProgramWritesTheExample()
         FillDataSet(table->DataSets[0]);
     }
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("example.ad"));
+    const QString path = folder.filePath(u"example.ad"_s);
     QCOMPARE(store.SaveFile(path), AlignResult::Ok);
     QCOMPARE(Examples.at(example).toHex(' '), tests::FileBytes(path).toHex(' '));
     QCOMPARE(Examples.at(example).size(), qsizetype{size});
-    QVERIFY(Document.contains(QStringLiteral("; %1 bytes:").arg(size)));
+    QVERIFY(Document.contains(u"; %1 bytes:"_s.arg(size)));
 
     // And reads it back.
     QVERIFY(tests::WriteFileBytes(path, Examples.at(example)));
@@ -138,7 +140,7 @@ void AlignFileDocumentTest::theProgramWritesTheExample()
 
 void AlignFileDocumentTest::theCheckValuesAreThoseOfTheProgram()
 {
-    static const QRegularExpression row(QStringLiteral("^\\| CRC-(8|32) .*\\| `(0x[0-9A-F]+)` \\|$"),
+    static const QRegularExpression row(u"^\\| CRC-(8|32) .*\\| `(0x[0-9A-F]+)` \\|$"_s,
                                         QRegularExpression::MultilineOption);
     QMap<QString, QString> checkValues;
     QRegularExpressionMatchIterator rows = row.globalMatch(Document);
@@ -146,16 +148,15 @@ void AlignFileDocumentTest::theCheckValuesAreThoseOfTheProgram()
         const QRegularExpressionMatch match = rows.next();
         checkValues.insert(match.captured(1), match.captured(2));
     }
-    QCOMPARE(checkValues.value(QStringLiteral("8")).toUInt(nullptr, 16), static_cast<uint>(Crc8(Digits)));
-    QCOMPARE(checkValues.value(QStringLiteral("32")).toUInt(nullptr, 16), static_cast<uint>(Crc32(Digits)));
+    QCOMPARE(checkValues.value(u"8"_s).toUInt(nullptr, 16), static_cast<uint>(Crc8(Digits)));
+    QCOMPARE(checkValues.value(u"32"_s).toUInt(nullptr, 16), static_cast<uint>(Crc32(Digits)));
 }
 
 void AlignFileDocumentTest::theTableOfTypesIsThatOfTheProgram()
 {
     for (std::size_t type = 1; type < AlignDriverNames.size(); ++type) {
         const QString row =
-            QStringLiteral("| %1 | %2 | `%3` | %4 |\n")
-                .arg(type)
+            u"| %1 | %2 | `%3` | %4 |\n"_s.arg(type)
                 .arg(QLatin1String(AlignDriverNames.at(type)), QLatin1String(AlignDriverFileNames.at(type)))
                 .arg(AlignDataSetCapacityOf(static_cast<SdrType>(type)));
         QVERIFY2(Document.contains(row), qPrintable(row));

@@ -19,6 +19,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// No file of this process can become longer than the limit as long as the object lives: a write beyond it
@@ -67,7 +69,7 @@ private:
 /// Lets everybody pass through the folders of the test down to `folder`.
 bool OpenFoldersTo(const QString &folder)
 {
-    const QString shared = QDir::cleanPath(QDir::rootPath() + QStringLiteral("tmp"));
+    const QString shared = QDir::cleanPath(QDir::rootPath() + u"tmp"_s);
     for (QDir dir(folder); dir.path() != shared && !dir.isRoot(); dir = QDir(QFileInfo(dir.path()).path())) {
         const QFileDevice::Permissions pass = QFileDevice::ExeGroup | QFileDevice::ExeOther;
         const QFileDevice::Permissions permissions = QFile::permissions(dir.path());
@@ -109,7 +111,7 @@ void AlignFileLinuxTest::init()
 {
     Folder = std::make_unique<QTemporaryDir>();
     QVERIFY(Folder->isValid());
-    Path = Folder->filePath(QStringLiteral("file.ad"));
+    Path = Folder->filePath(u"file.ad"_s);
 }
 
 void AlignFileLinuxTest::saveToAFullDiskGives9_data()
@@ -127,8 +129,8 @@ void AlignFileLinuxTest::saveToAFullDiskGives9()
     store.SdrType = SdrType::AirSpy;
     QVERIFY(generator.AppendEmptyTables(store, 1));
     QVERIFY(generator.AppendFullTables(store, fullTables, tests::AlignmentGenerator::Full::Deep));
-    QVERIFY(QFileInfo::exists(QStringLiteral("/dev/full")));
-    QCOMPARE(store.SaveFile(QStringLiteral("/dev/full")), AlignResult::FileError);
+    QVERIFY(QFileInfo::exists(u"/dev/full"_s));
+    QCOMPARE(store.SaveFile(u"/dev/full"_s), AlignResult::FileError);
     QCOMPARE(int{store.Tables.Count}, 1 + fullTables);
 }
 
@@ -189,7 +191,7 @@ void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas(
 {
     AlignStore store;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
-    const QString readable = Folder->filePath(QStringLiteral("readable.ad"));
+    const QString readable = Folder->filePath(u"readable.ad"_s);
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
     QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
@@ -213,7 +215,7 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
 {
     AlignStore store;
     QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
-    const QString writable = Folder->filePath(QStringLiteral("writable.ad"));
+    const QString writable = Folder->filePath(u"writable.ad"_s);
     QVERIFY(tests::WriteFileBytes(Path, "untouched"));
     QVERIFY(tests::WriteFileBytes(writable, "replaced"));
     QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
@@ -238,7 +240,7 @@ void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()
     // Half a letter cannot be written as UTF-8; whatever comes of it must be an error or a file, no crash.
     AlignStore store;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
-    const QString path = Folder->filePath(QString(QChar(0xDC00)) + QStringLiteral(".ad"));
+    const QString path = Folder->filePath(QString(QChar(0xDC00)) + u".ad"_s);
     QCOMPARE(store.SaveFile(path), AlignResult::Ok);
     QCOMPARE(store.LoadFile(path, store.ImportTables, true), AlignResult::Ok);
 }
@@ -266,14 +268,14 @@ void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
     QProcess probe;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // The sanitizers' own calloc gives up the process unless told otherwise.
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("allocator_may_return_null=1"));
+    environment.insert(u"ASAN_OPTIONS"_s, u"allocator_may_return_null=1"_s);
     probe.setProcessEnvironment(environment);
-    probe.start(QStringLiteral(ALIGNMENT_PROBE), {QStringLiteral("load"), Path});
+    probe.start(QStringLiteral(ALIGNMENT_PROBE), {u"load"_s, Path});
     QTRY_VERIFY(probe.canReadLine());
     QCOMPARE(probe.readLine(), QByteArray("ready\n"));
 
     // From here on the child gets a quarter of what the large file needs beyond what it has.
-    QFile statm(QStringLiteral("/proc/%1/statm").arg(probe.processId()));
+    QFile statm(u"/proc/%1/statm"_s.arg(probe.processId()));
     QVERIFY(statm.open(QIODevice::ReadOnly));
     const rlim_t used =
         statm.readAll().split(' ').value(0).toULongLong() * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));

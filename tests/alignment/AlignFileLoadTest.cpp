@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::ByteCrcChunk;
 using tests::DataSetPayload;
 using tests::FileOf150Bytes;
@@ -63,7 +65,7 @@ void AlignFileLoadTest::init()
 {
     Folder = std::make_unique<QTemporaryDir>();
     QVERIFY(Folder->isValid());
-    Path = Folder->filePath(QStringLiteral("TarnvikDriver_LimeMini.ad"));
+    Path = Folder->filePath(u"TarnvikDriver_LimeMini.ad"_s);
 }
 
 void AlignFileLoadTest::loadingThe150BytesBackWithAdoptionGivesAnEqualTable()
@@ -327,7 +329,7 @@ void AlignFileLoadTest::versionMessage()
     QFETCH(QByteArray, message);
     QVERIFY(tests::WriteFileBytes(Path, WithByte(FileOf150Bytes(), position, 4)));
     QProcess probe;
-    probe.start(QStringLiteral(ALIGNMENT_PROBE), {QStringLiteral("load"), Path});
+    probe.start(QStringLiteral(ALIGNMENT_PROBE), {u"load"_s, Path});
     probe.write("\n");
     QVERIFY2(probe.waitForFinished(), qPrintable(probe.errorString()));
     QCOMPARE(probe.exitCode(), 0);

@@ -13,6 +13,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::DataSetPayload;
 using tests::FileOf150Bytes;
 using tests::HeaderChunk;
@@ -55,7 +57,7 @@ void AlignFileSaveTest::init()
 {
     Folder = std::make_unique<QTemporaryDir>();
     QVERIFY(Folder->isValid());
-    Path = Folder->filePath(QStringLiteral("TarnvikDriver_LimeMini.ad"));
+    Path = Folder->filePath(u"TarnvikDriver_LimeMini.ad"_s);
 }
 
 void AlignFileSaveTest::oneLimeMiniTableSavesTo150Bytes()
@@ -199,7 +201,7 @@ void AlignFileSaveTest::saveOfAnEmptyListGives22AndLeavesTheFileUntouched()
     QVERIFY(store.AppendNewTable(store.ImportTables) != nullptr); // not what is saved
     QCOMPARE(store.SaveFile(Path), AlignResult::ListIsEmpty);
     QCOMPARE(tests::FileBytes(Path), QByteArray("untouched"));
-    const QString missing = Folder->filePath(QStringLiteral("missing.ad"));
+    const QString missing = Folder->filePath(u"missing.ad"_s);
     QCOMPARE(store.SaveFile(missing), AlignResult::ListIsEmpty);
     QVERIFY(!QFileInfo::exists(missing));
 }
@@ -275,7 +277,7 @@ void AlignFileSaveTest::saveIntoAMissingFolderGives9()
 {
     AlignStore store;
     QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
-    QCOMPARE(store.SaveFile(Folder->filePath(QStringLiteral("missing/file.ad"))), AlignResult::FileError);
+    QCOMPARE(store.SaveFile(Folder->filePath(u"missing/file.ad"_s)), AlignResult::FileError);
     QCOMPARE(store.SaveFile(QString()), AlignResult::FileError);
     QCOMPARE(store.Tables.Count, std::uint16_t{1});
 }
@@ -290,11 +292,11 @@ void AlignFileSaveTest::saveToAFolderGives9()
 void AlignFileSaveTest::pathWithNonAsciiLetters_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("umlauts") << QStringLiteral("Übermaß.ad");
-    QTest::newRow("Cyrillic") << QStringLiteral("Приёмник.ad");
-    QTest::newRow("Chinese") << QStringLiteral("接收机.ad");
-    QTest::newRow("beyond the first 65536 letters") << QStringLiteral("📡.ad");
-    QTest::newRow("blanks") << QStringLiteral("a file.ad");
+    QTest::newRow("umlauts") << u"Übermaß.ad"_s;
+    QTest::newRow("Cyrillic") << u"Приёмник.ad"_s;
+    QTest::newRow("Chinese") << u"接收机.ad"_s;
+    QTest::newRow("beyond the first 65536 letters") << u"📡.ad"_s;
+    QTest::newRow("blanks") << u"a file.ad"_s;
 }
 
 void AlignFileSaveTest::pathWithNonAsciiLetters()

@@ -14,6 +14,8 @@
 #include <optional>
 #include <set>
 
+using namespace Qt::StringLiterals;
+
 class AlignHostileFileTest : public QObject
 {
     Q_OBJECT
@@ -66,7 +68,7 @@ const tests::ChunkPosition &AlignHostileFileTest::ChunkAt(qsizetype position) co
 void AlignHostileFileTest::initTestCase()
 {
     QVERIFY(Folder.isValid());
-    Path = Folder.filePath(QStringLiteral("hostile.ad"));
+    Path = Folder.filePath(u"hostile.ad"_s);
     tests::AlignmentGenerator generator(20261101);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
@@ -101,7 +103,7 @@ void AlignHostileFileTest::everyTruncationGives14Or9AndLeavesTheListEmpty()
         const bool inPayloadOrCrc = length >= ChunkAt(length).payload;
         const AlignResult expected = inPayloadOrCrc ? AlignResult::FileCrcFailed : AlignResult::FileError;
         const std::optional<AlignResult> result = Load(File.left(length));
-        QVERIFY2(result == expected, qPrintable(QStringLiteral("length %1").arg(length)));
+        QVERIFY2(result == expected, qPrintable(u"length %1"_s.arg(length)));
     }
 }
 
@@ -113,7 +115,7 @@ void AlignHostileFileTest::everyFlippedBit()
             QByteArray bytes = File;
             bytes[position] = static_cast<char>(bytes.at(position) ^ (1 << bit));
             const std::optional<AlignResult> result = Load(bytes);
-            const QByteArray place = QStringLiteral("bit %1 of byte %2").arg(bit).arg(position).toLatin1();
+            const QByteArray place = u"bit %1 of byte %2"_s.arg(bit).arg(position).toLatin1();
             QVERIFY2(result.has_value(), place.constData());
             if (chunk.isVersion(position)) {
                 QVERIFY2(result == AlignResult::VersionMismatch, place.constData());

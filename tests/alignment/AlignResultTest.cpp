@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Marks every text of the dialog's context, so that a test sees what passed through the translation and
@@ -23,7 +25,7 @@ public:
     {
         if (qstrcmp(context, "QDlgAlignmentCfg") != 0)
             return {};
-        return QStringLiteral("[de] ") + QString::fromLatin1(sourceText);
+        return u"[de] "_s + QString::fromLatin1(sourceText);
     }
 };
 
@@ -85,12 +87,10 @@ void AlignResultTest::codeThatIsNoneGivesErrorAndTheNumber_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("message");
-    QTest::newRow("23 gives Error <23>") << 23 << QStringLiteral("Error <23>");
-    QTest::newRow("-1 gives Error <-1>") << -1 << QStringLiteral("Error <-1>");
-    QTest::newRow("the greatest number")
-        << std::numeric_limits<int>::max() << QStringLiteral("Error <2147483647>");
-    QTest::newRow("the least number")
-        << std::numeric_limits<int>::min() << QStringLiteral("Error <-2147483648>");
+    QTest::newRow("23 gives Error <23>") << 23 << u"Error <23>"_s;
+    QTest::newRow("-1 gives Error <-1>") << -1 << u"Error <-1>"_s;
+    QTest::newRow("the greatest number") << std::numeric_limits<int>::max() << u"Error <2147483647>"_s;
+    QTest::newRow("the least number") << std::numeric_limits<int>::min() << u"Error <-2147483648>"_s;
 }
 
 void AlignResultTest::codeThatIsNoneGivesErrorAndTheNumber()
@@ -105,12 +105,11 @@ void AlignResultTest::messagesAreTranslatedInTheDialogsContext()
     MarkingTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     for (int code = 0; code <= 22; ++code) {
-        QVERIFY2(AlignResultText(code).startsWith(QStringLiteral("[de] ")),
-                 qPrintable(AlignResultText(code)));
+        QVERIFY2(AlignResultText(code).startsWith(u"[de] "_s), qPrintable(AlignResultText(code)));
     }
-    QCOMPARE(AlignResultText(23), QStringLiteral("[de] Error <23>"));
+    QCOMPARE(AlignResultText(23), u"[de] Error <23>"_s);
     QVERIFY(QCoreApplication::removeTranslator(&translator));
-    QCOMPARE(AlignResultText(9), QStringLiteral("File Error"));
+    QCOMPARE(AlignResultText(9), u"File Error"_s);
 }
 
 TARNVIK_TEST_MAIN(AlignResultTest, QCoreApplication)

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <set>
 
+using namespace Qt::StringLiterals;
+
 class AlignRoundTripTest : public QObject
 {
     Q_OBJECT
@@ -34,7 +36,7 @@ void AlignRoundTripTest::init()
 {
     Folder = std::make_unique<QTemporaryDir>();
     QVERIFY(Folder->isValid());
-    Path = Folder->filePath(QStringLiteral("round trip.ad"));
+    Path = Folder->filePath(u"round trip.ad"_s);
 }
 
 void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
@@ -47,7 +49,7 @@ void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
     bool bytesBehindTheNul = false;
     qsizetype greatestFile = 0;
 
-    const QString secondPath = Folder->filePath(QStringLiteral("second.ad"));
+    const QString secondPath = Folder->filePath(u"second.ad"_s);
     for (std::uint64_t seed = 0; seed < 2000; ++seed) {
         tests::AlignmentGenerator generator(seed);
         AlignStore store;
@@ -72,7 +74,7 @@ void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
         QCOMPARE(loaded.LoadFile(Path, loaded.Tables, true), AlignResult::Ok);
         QCOMPARE(loaded.SdrType, store.SdrType);
         const QString difference = tests::Difference(loaded.Tables, store.Tables);
-        QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("seed %1: %2").arg(seed).arg(difference)));
+        QVERIFY2(difference.isEmpty(), qPrintable(u"seed %1: %2"_s.arg(seed).arg(difference)));
 
         QCOMPARE(loaded.SaveFile(secondPath), AlignResult::Ok);
         const QByteArray bytes = tests::FileBytes(Path);
@@ -162,7 +164,7 @@ void AlignRoundTripTest::loadedTablesMergeIntoAnotherStore()
         selection.push_back({id.toStdString(), 0});
     QCOMPARE(store.MergeTables(store.Tables, store.ImportTables, selection), AlignResult::Ok);
     AlignStore::ClearList(store.ImportTables);
-    const QString secondPath = Folder->filePath(QStringLiteral("second.ad"));
+    const QString secondPath = Folder->filePath(u"second.ad"_s);
     QCOMPARE(store.SaveFile(secondPath), AlignResult::Ok);
     QVERIFY(tests::FileBytes(secondPath) == tests::FileBytes(Path));
 }

@@ -11,13 +11,15 @@
 #include <algorithm>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// What the probe program reports for a removal: all its output, or a text that begins with "failed".
 QByteArray OutputOfRemoval(const QStringList &arguments)
 {
     QProcess probe;
-    probe.start(QStringLiteral(ALIGNMENT_PROBE), QStringList{QStringLiteral("remove")} + arguments);
+    probe.start(QStringLiteral(ALIGNMENT_PROBE), QStringList{u"remove"_s} + arguments);
     if (!probe.waitForFinished() || probe.exitStatus() != QProcess::NormalExit || probe.exitCode() != 0)
         return "failed: " + probe.errorString().toUtf8();
     return probe.readAllStandardOutput().replace("\r\n", "\n");
@@ -307,13 +309,13 @@ void AlignStoreTest::clearTableByHwIdSkipsANodeWithoutTable()
 
 void AlignStoreTest::clearTableByHwIdPrintsTheGivenId()
 {
-    QCOMPARE(OutputOfRemoval({QStringLiteral("ABC"), QStringLiteral("X"), QStringLiteral("ABCDEF")}),
+    QCOMPARE(OutputOfRemoval({u"ABC"_s, u"X"_s, u"ABCDEF"_s}),
              QByteArray("debug: [OK] raw_clearListElementByHwID, cleared ABC from pstList\nresult X\n"));
 }
 
 void AlignStoreTest::clearTableByHwIdWithAnIdThatMatchesNothingPrintsNothing()
 {
-    QCOMPARE(OutputOfRemoval({QStringLiteral("XYZ"), QStringLiteral("ABC")}), QByteArray("result ABC\n"));
+    QCOMPARE(OutputOfRemoval({u"XYZ"_s, u"ABC"_s}), QByteArray("result ABC\n"));
 }
 
 TARNVIK_TEST_MAIN(AlignStoreTest, QCoreApplication)

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -37,13 +39,13 @@ QString DataSetDifference(const AlignDataSet &left, const AlignDataSet &right)
                                   set.FreqPointCount};
     };
     if (fields(left) != fields(right))
-        return QStringLiteral("fields");
+        return u"fields"_s;
     for (std::size_t i = 0; i < left.FreqPointCount; ++i) {
         const AlignFreqPoint &leftPoint = left.FreqPoints.at(i);
         const AlignFreqPoint &rightPoint = right.FreqPoints.at(i);
         if (leftPoint.Frequency != rightPoint.Frequency || leftPoint.Attr != rightPoint.Attr ||
             leftPoint.SampleRatePointCount != rightPoint.SampleRatePointCount)
-            return QStringLiteral("frequency point %1").arg(i);
+            return u"frequency point %1"_s.arg(i);
         for (std::size_t j = 0; j < leftPoint.SampleRatePointCount; ++j) {
             const AlignSampleRatePoint &leftRate = leftPoint.SampleRatePoints.at(j);
             const AlignSampleRatePoint &rightRate = rightPoint.SampleRatePoints.at(j);
@@ -51,7 +53,7 @@ QString DataSetDifference(const AlignDataSet &left, const AlignDataSet &right)
                 leftRate.GainEntryCount != rightRate.GainEntryCount ||
                 std::memcmp(leftRate.GainEntries.data(), rightRate.GainEntries.data(),
                             leftRate.GainEntryCount * sizeof(AlignGainEntry)) != 0)
-                return QStringLiteral("frequency point %1, sample-rate point %2").arg(i).arg(j);
+                return u"frequency point %1, sample-rate point %2"_s.arg(i).arg(j);
         }
     }
     return {};
@@ -167,18 +169,18 @@ quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk)
 QString Difference(const AlignTable &left, const AlignTable &right)
 {
     if (left.DataType != right.DataType || left.SdrType != right.SdrType || left.Version != right.Version)
-        return QStringLiteral("tag, type or version");
+        return u"tag, type or version"_s;
     if (left.HwId != right.HwId)
-        return QStringLiteral("hardware id");
+        return u"hardware id"_s;
     if (left.AlignedAt != right.AlignedAt)
-        return QStringLiteral("date of alignment");
+        return u"date of alignment"_s;
     if (left.DataSetCapacity != right.DataSetCapacity || left.DataSetCount != right.DataSetCount ||
         left.DataSets.size() != right.DataSets.size())
-        return QStringLiteral("number of data sets");
+        return u"number of data sets"_s;
     for (std::size_t i = 0; i < left.DataSets.size(); ++i) {
         const QString difference = DataSetDifference(left.DataSets[i], right.DataSets[i]);
         if (!difference.isEmpty())
-            return QStringLiteral("data set %1: %2").arg(i).arg(difference);
+            return u"data set %1: %2"_s.arg(i).arg(difference);
     }
     return {};
 }
@@ -186,19 +188,19 @@ QString Difference(const AlignTable &left, const AlignTable &right)
 QString Difference(const AlignTableList &left, const AlignTableList &right)
 {
     if (left.Count != right.Count)
-        return QStringLiteral("%1 tables and %2 tables").arg(left.Count).arg(right.Count);
+        return u"%1 tables and %2 tables"_s.arg(left.Count).arg(right.Count);
     const AlignTableNode *rightNode = right.Head;
     int index = 0;
     for (const AlignTableNode *node = left.Head; node != nullptr; node = node->Next, ++index) {
         if (rightNode == nullptr)
-            return QStringLiteral("fewer nodes than Count says");
+            return u"fewer nodes than Count says"_s;
         const QString difference = Difference(*node->Table, *rightNode->Table);
         if (!difference.isEmpty())
-            return QStringLiteral("table %1: %2").arg(index).arg(difference);
+            return u"table %1: %2"_s.arg(index).arg(difference);
         rightNode = rightNode->Next;
     }
     if (index != left.Count || rightNode != nullptr)
-        return QStringLiteral("more or fewer nodes than Count says");
+        return u"more or fewer nodes than Count says"_s;
     return {};
 }
 

@@ -11,6 +11,8 @@
 #include <random>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::array<std::uint8_t, 9> digits = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
@@ -89,7 +91,7 @@ void CrcTest::everyLengthAtEveryAlignmentEqualsTheBitwiseForm()
         for (std::size_t length = 0; length <= 300; ++length) {
             const auto part = std::span(bytes.data).subspan(alignment, length);
             if (Crc8(part) != tests::BitwiseCrc8(part) || Crc32(part) != tests::BitwiseCrc32(part))
-                QFAIL(qPrintable(QStringLiteral("length %1 at alignment %2").arg(length).arg(alignment)));
+                QFAIL(qPrintable(u"length %1 at alignment %2"_s.arg(length).arg(alignment)));
         }
     }
 }

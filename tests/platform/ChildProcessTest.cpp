@@ -14,6 +14,8 @@
 
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void MakeFile(const QString &path)
@@ -39,12 +41,11 @@ void ChildProcessTest::theRecorderIsFound_data()
     QTest::addColumn<QStringList>("files");
     QTest::addColumn<QString>("found");
     QTest::newRow("nothing there") << QStringList{} << "/TarnvikRecord.exe";
-    QTest::newRow("with ending") << QStringList{QStringLiteral("/TarnvikRecord.exe")} << "/TarnvikRecord.exe";
-    QTest::newRow("both") << QStringList{QStringLiteral("/TarnvikRecord.exe"),
-                                         QStringLiteral("/TarnvikRecord")}
+    QTest::newRow("with ending") << QStringList{u"/TarnvikRecord.exe"_s} << "/TarnvikRecord.exe";
+    QTest::newRow("both") << QStringList{u"/TarnvikRecord.exe"_s, u"/TarnvikRecord"_s}
                           << "/TarnvikRecord.exe";
     const bool windows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
-    QTest::newRow("without ending") << QStringList{QStringLiteral("/TarnvikRecord")}
+    QTest::newRow("without ending") << QStringList{u"/TarnvikRecord"_s}
                                     << (windows ? "/TarnvikRecord.exe" : "/TarnvikRecord");
 }
 
@@ -66,15 +67,15 @@ void ChildProcessTest::aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes()
     report.setOption("IGNORE_QUIT", "1");
     report.setOption("EXIT_AFTER_MS", "3000");
     QProcess parent;
-    parent.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("parent")});
-    QTRY_COMPARE(report.count(QStringLiteral("ready")), 1);
-    const qint64 recorder = report.lastProcess(QStringLiteral("started"));
+    parent.start(QCoreApplication::applicationFilePath(), QStringList{u"parent"_s});
+    QTRY_COMPARE(report.count(u"ready"_s), 1);
+    const qint64 recorder = report.lastProcess(u"started"_s);
     parent.kill();
     QVERIFY(parent.waitForFinished());
     QVERIFY(tests::IsAlive(recorder));
     // It prints into broken pipes for three seconds and then comes to its own end.
-    QTRY_COMPARE(report.count(QStringLiteral("ends"), recorder), 1);
-    QCOMPARE(report.count(QStringLiteral("terminate-request")), 0);
+    QTRY_COMPARE(report.count(u"ends"_s, recorder), 1);
+    QCOMPARE(report.count(u"terminate-request"_s), 0);
 }
 
 int main(int argc, char **argv)

@@ -18,6 +18,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::atomic<int> LastType = -1;
@@ -132,7 +134,7 @@ void ControlEventsTest::anEventThatIsNotHandledEndsTheProcessByItsSignal()
     QFETCH(int, first);
     QFETCH(int, second);
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("once")});
+    process.start(QCoreApplication::applicationFilePath(), QStringList{u"once"_s});
     QVERIFY(process.waitForReadyRead());
     QCOMPARE(process.readAllStandardOutput(), QByteArray("ready"));
     QVERIFY(SendSignal(process, first));
@@ -148,7 +150,7 @@ void ControlEventsTest::childProcessesStartWithTheDefaultActions()
 {
     QVERIFY(platform::InstallControlHandler(Handle));
     QProcess child;
-    child.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("plain")});
+    child.start(QCoreApplication::applicationFilePath(), QStringList{u"plain"_s});
     QVERIFY(child.waitForReadyRead());
     QVERIFY(SendSignal(child, SIGTERM));
     QVERIFY(child.waitForFinished());

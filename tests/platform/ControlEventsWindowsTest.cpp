@@ -18,6 +18,8 @@
 #include <string>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int Survived = 7;  // the exit code of a process that no event ended
@@ -187,9 +189,9 @@ void ControlEventsWindowsTest::aDetachedRecorderDoesNotGetIt()
     tests::RecorderReport report;
     report.setOption("INTERVAL_MS", "50");
     report.setOption("STATUS", "none");
-    QCOMPARE(runSelf(QStringLiteral("recorder")), DWORD{Survived});
-    QCOMPARE(report.count(QStringLiteral("ready")), 1);
-    QCOMPARE(report.count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(runSelf(u"recorder"_s), DWORD{Survived});
+    QCOMPARE(report.count(u"ready"_s), 1);
+    QCOMPARE(report.count(u"terminate-request"_s), 0);
 }
 
 void ControlEventsWindowsTest::installFailsWithoutHandlerOrWhenThereIsOneAlready()

@@ -12,6 +12,8 @@
 #include <memory>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Other runs of this test on the machine must not meet this one: the name holds the first process's id.
@@ -78,7 +80,7 @@ void InstanceLockTest::theNameIsFreeAfterTheProcessWasKilled()
 {
     QProcess other;
     other.start(QCoreApplication::applicationFilePath(),
-                QStringList{QStringLiteral("claim"), QString::fromStdString(Name)});
+                QStringList{u"claim"_s, QString::fromStdString(Name)});
     QVERIFY(other.waitForReadyRead());
     QCOMPARE(other.readAllStandardOutput(), QByteArray("free"));
     QCOMPARE(Run("ask"), QByteArray("taken"));
@@ -93,7 +95,7 @@ void InstanceLockTest::aChildThatOutlivesTheClaimDoesNotKeepTheName()
     QVERIFY(!lock->alreadyExisted());
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(),
-                QStringList{QStringLiteral("linger"), QString::fromStdString(Name)});
+                QStringList{u"linger"_s, QString::fromStdString(Name)});
     QVERIFY(child.waitForReadyRead());
     lock.reset();
     QCOMPARE(Run("ask"), QByteArray("free"));

@@ -13,6 +13,8 @@
 #include <atomic>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Waits on the semaphore on a thread of its own, until it is released or the object goes.
@@ -89,7 +91,7 @@ void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
     QVERIFY(semaphore.release());
     platform::SettleQuitSignal(RecorderQuitKey);
     QVERIFY(recorder.waitForFinished());
-    QCOMPARE(report.count(QStringLiteral("quit-request")), 1);
+    QCOMPARE(report.count(u"quit-request"_s), 1);
     const Listener listener(RecorderQuitKey);
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
     QVERIFY(!listener.Woken);

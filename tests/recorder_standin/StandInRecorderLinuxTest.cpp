@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::StandIn;
 
 namespace {
@@ -68,7 +70,7 @@ void StandInRecorderLinuxTest::theStatusFileKeepsItsInode()
     StandIn recorder;
     recorder.start();
     for (int sequenceNr = 1; sequenceNr <= 10; ++sequenceNr) {
-        QTRY_VERIFY(recorder.hasPrinted(QStringLiteral("stand-in: status %1 written").arg(sequenceNr)));
+        QTRY_VERIFY(recorder.hasPrinted(u"stand-in: status %1 written"_s.arg(sequenceNr)));
         QCOMPARE(Inode(RecorderStatusFile()), inode);
     }
     // Empty for a moment each time.

@@ -14,6 +14,8 @@
 #include <chrono>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 using tests::ReadStatus;
 using tests::StandIn;
 
@@ -29,7 +31,7 @@ qint64 SteadyMicroseconds()
 
 QString StatusLine(quint32 sequenceNr)
 {
-    return QStringLiteral("stand-in: status %1 written").arg(sequenceNr);
+    return u"stand-in: status %1 written"_s.arg(sequenceNr);
 }
 
 void SendQuit()
@@ -100,7 +102,7 @@ void StandInRecorderTest::theStatusFileHoldsAllFourValues()
     QCOMPARE(status.SequenceNr, 1U);
     QCOMPARE(status.LastAction, 1);
     QCOMPARE(status.LastActionResult, 0);
-    QCOMPARE(status.Message, QStringLiteral("<INFO>Recorder started"));
+    QCOMPARE(status.Message, u"<INFO>Recorder started"_s);
 }
 
 void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven_data()
@@ -111,7 +113,7 @@ void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven_data()
     QTest::newRow("a comma is no list") << "one, two, three";
     QTest::newRow("quotes, semicolons and backslashes") << "say \"yes\"; C:\\records\\new; 50 %";
     QTest::newRow("several lines") << "one\ntwo\n\nfour";
-    QTest::newRow("letters beyond ASCII") << QStringLiteral("größe 12 µs, 你好 😀");
+    QTest::newRow("letters beyond ASCII") << u"größe 12 µs, 你好 😀"_s;
     QTest::newRow("blanks at both ends") << "  inside  ";
 }
 
@@ -223,7 +225,7 @@ void StandInRecorderTest::aDamagedFileCannotBeRead()
     QVERIFY(QFileInfo(RecorderStatusFile()).size() > 0);
     const QSettings status(RecorderStatusFile(), QSettings::IniFormat);
     // The first access to a key notices the errors.
-    QCOMPARE(status.value(QStringLiteral("Message")).toString(), QString());
+    QCOMPARE(status.value(u"Message"_s).toString(), QString());
     QCOMPARE(status.status(), QSettings::FormatError);
 }
 
@@ -251,7 +253,7 @@ void StandInRecorderTest::bothOutputChannelsAreUsed()
         recorder.collect();
         return recorder.errorLines();
     };
-    const QString line = QStringLiteral("stand-in: a line on the error channel, %1");
+    const QString line = u"stand-in: a line on the error channel, %1"_s;
     QTRY_VERIFY(errorLines().size() >= 2);
     QCOMPARE(errorLines().mid(0, 2), QStringList({line.arg(5), line.arg(10)}));
 }
@@ -278,9 +280,9 @@ void StandInRecorderTest::itEndsByItselfWithACode()
     QVERIFY(recorder.endsWith(exitCode));
     const QList<tests::RecorderEvent> events = Report->events();
     QCOMPARE(events.size(), 3);
-    QCOMPARE(events[0].Event, QStringLiteral("started"));
-    QCOMPARE(events[1].Event, QStringLiteral("ready"));
-    QCOMPARE(events[2].Event, QStringLiteral("ends"));
+    QCOMPARE(events[0].Event, u"started"_s);
+    QCOMPARE(events[1].Event, u"ready"_s);
+    QCOMPARE(events[2].Event, u"ends"_s);
     QVERIFY(events[2].Microseconds - events[0].Microseconds >= 280'000); // a coarse timer may be 5 % early
 }
 
@@ -293,8 +295,8 @@ void StandInRecorderTest::itCrashes()
     QVERIFY(recorder.Process.waitForFinished());
     // Some Windows run-time libraries end an aborted program with exit code 3.
     QVERIFY(recorder.Process.exitStatus() == QProcess::CrashExit || recorder.Process.exitCode() == 3);
-    QCOMPARE(Report->count(QStringLiteral("ready")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(Report->count(u"ready"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 0);
 }
 
 void StandInRecorderTest::itEndsOnTheQuitRequest()
@@ -305,10 +307,10 @@ void StandInRecorderTest::itEndsOnTheQuitRequest()
     QTRY_VERIFY(Report->recorderListens());
     SendQuit();
     QVERIFY(recorder.endsWith(0));
-    QCOMPARE(recorder.standardLines().last(), QStringLiteral("stand-in: asked to quit"));
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 0);
+    QCOMPARE(recorder.standardLines().last(), u"stand-in: asked to quit"_s);
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
 
 void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
@@ -322,7 +324,7 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
     const auto after = static_cast<quint32>(recorder.standardLines().size() + 10);
     QTRY_VERIFY(recorder.hasPrinted(StatusLine(after)));
     QCOMPARE(recorder.Process.state(), QProcess::Running);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+    QCOMPARE(Report->count(u"quit-request"_s), 0);
 }
 
 void StandInRecorderTest::itEndsWhenAskedToTerminate()
@@ -330,12 +332,12 @@ void StandInRecorderTest::itEndsWhenAskedToTerminate()
     Report->setOption("INTERVAL_MS", "30");
     StandIn recorder;
     recorder.start();
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
     recorder.Process.terminate();
     QVERIFY(recorder.endsWith(0));
-    QCOMPARE(Report->count(QStringLiteral("terminate-request")), 1);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 1);
-    QCOMPARE(Report->count(QStringLiteral("quit-request")), 0);
+    QCOMPARE(Report->count(u"terminate-request"_s), 1);
+    QCOMPARE(Report->count(u"ends"_s), 1);
+    QCOMPARE(Report->count(u"quit-request"_s), 0);
 }
 
 void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
@@ -344,16 +346,16 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
     Report->setOption("INTERVAL_MS", "30");
     StandIn recorder;
     recorder.start();
-    QTRY_COMPARE(Report->count(QStringLiteral("ready")), 1);
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
     for (int request = 1; request <= 3; ++request) {
         recorder.Process.terminate();
-        QTRY_COMPARE(Report->count(QStringLiteral("terminate-request")), request);
+        QTRY_COMPARE(Report->count(u"terminate-request"_s), request);
         recorder.collect();
         const qsizetype next = recorder.standardLines().size() + 3;
-        QTRY_VERIFY(recorder.hasPrinted(QStringLiteral("stand-in: status %1 written").arg(next)));
+        QTRY_VERIFY(recorder.hasPrinted(u"stand-in: status %1 written"_s.arg(next)));
     }
     QCOMPARE(recorder.Process.state(), QProcess::Running);
-    QCOMPARE(Report->count(QStringLiteral("ends")), 0);
+    QCOMPARE(Report->count(u"ends"_s), 0);
 }
 
 void StandInRecorderTest::aFloodArrivesWholeAndInOrder()
@@ -368,9 +370,8 @@ void StandInRecorderTest::aFloodArrivesWholeAndInOrder()
     const QStringList lines = recorder.standardLines();
     QCOMPARE(lines.size(), lineCount);
     for (int i = 0; i < lineCount; ++i)
-        QCOMPARE(lines[i], QStringLiteral("stand-in: line %1 of %2, as fast as it is taken; grüße, 你好")
-                               .arg(i + 1)
-                               .arg(lineCount));
+        QCOMPARE(lines[i],
+                 u"stand-in: line %1 of %2, as fast as it is taken; grüße, 你好"_s.arg(i + 1).arg(lineCount));
 }
 
 void StandInRecorderTest::theReportTellsTimeProcessAndEvents()
@@ -449,8 +450,8 @@ void StandInRecorderTest::aValueThatMakesNoSenseIsRefused()
     recorder.start();
     QVERIFY(recorder.endsWith(64));
     QCOMPARE(recorder.errorLines(),
-             QStringList{QStringLiteral("TarnvikRecord (stand-in): TARNVIK_STANDIN_%1 makes no sense")
-                             .arg(QString::fromLatin1(option))});
+             QStringList{u"TarnvikRecord (stand-in): TARNVIK_STANDIN_%1 makes no sense"_s.arg(
+                 QString::fromLatin1(option))});
     QCOMPARE(recorder.standardLines(), QStringList());
     QCOMPARE(Report->events().size(), 0);
     QVERIFY(!QFile::exists(RecorderStatusFile()));

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QMainWindow>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     QMainWindow window;
-    window.setWindowTitle(QStringLiteral("EmptyWindow"));
+    window.setWindowTitle(u"EmptyWindow"_s);
     window.show();
     return QApplication::exec();
 }

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 FileDialogAnswers::FileDialogAnswers()
@@ -42,7 +44,7 @@ void FileDialogAnswers::look()
     auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
     if (!dialog || !dialog->isVisible())
         return;
-    auto *const name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    auto *const name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
     Offers.append({dialog->windowTitle(), dialog->directory().absolutePath(), name->text(),
                    dialog->nameFilters(), dialog->acceptMode(), dialog->fileMode(), dialog->parentWidget()});
     const Kind answer = std::exchange(Next, std::nullopt).value_or(Answer);
@@ -51,7 +53,7 @@ void FileDialogAnswers::look()
         return;
     }
     if (answer == Kind::Files)
-        name->setText(Files.size() == 1 ? Files.first() : u'"' + Files.join(QStringLiteral("\" \"")) + u'"');
+        name->setText(Files.size() == 1 ? Files.first() : u'"' + Files.join(u"\" \""_s) + u'"');
     QTest::keyClick(name, Qt::Key_Return);
 }
 

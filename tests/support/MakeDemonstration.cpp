@@ -20,6 +20,8 @@
 #include <cstdio>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::array<int, 5> TablesOf = {0, 3, 2, 4, 2}; // by receiver type
@@ -44,9 +46,9 @@ std::unique_ptr<AlignStore> StationTables(SdrType sdrType)
 bool Save(AlignStore *store, const QString &path)
 {
     if (store == nullptr)
-        return Complain(QStringLiteral("out of memory"));
+        return Complain(u"out of memory"_s);
     const AlignResult result = store->SaveFile(path);
-    return result == AlignResult::Ok || Complain(path + QStringLiteral(": ") + AlignResultText(result));
+    return result == AlignResult::Ok || Complain(path + u": "_s + AlignResultText(result));
 }
 
 /// Writes a file with one table, measured `days` after the station's first table of the type (before it when
@@ -59,7 +61,7 @@ bool SaveMeasurement(SdrType sdrType, qint64 days, bool newReceiver, const QStri
     store.SdrType = sdrType;
     tests::AlignmentGenerator generator(1'000 + static_cast<std::uint64_t>(sdrType));
     if (!station || !generator.AppendDemonstrationTables(store, 1))
-        return Complain(QStringLiteral("out of memory"));
+        return Complain(u"out of memory"_s);
     const AlignTable &first = *station->Tables.Head->Table;
     AlignTable &table = *store.Tables.Head->Table;
     table.AlignedAt = first.AlignedAt + static_cast<std::uint64_t>(days * SecondsOfDay);
@@ -86,17 +88,16 @@ bool MakeRecorderFolder(const QDir &folder, const QString &recordFolder)
         if (!Save(StationTables(type).get(), folder.filePath(QString::fromLatin1(name))))
             return false;
     }
-    QSettings location(folder.filePath(QStringLiteral("tarnviklocation.ini")), QSettings::IniFormat);
-    location.setValue(QStringLiteral("Record/RecordPath"), recordFolder);
+    QSettings location(folder.filePath(u"tarnviklocation.ini"_s), QSettings::IniFormat);
+    location.setValue(u"Record/RecordPath"_s, recordFolder);
     location.sync();
-    return location.status() == QSettings::NoError || Complain(QStringLiteral("tarnviklocation.ini"));
+    return location.status() == QSettings::NoError || Complain(u"tarnviklocation.ini"_s);
 }
 
 bool MakeRecords(const QDir &folder)
 {
     for (const int hour : {0, 6, 12, 18}) {
-        QFile record(folder.filePath(
-            QStringLiteral("162400kHz_2025-11-03_%1-00.iq").arg(hour, 2, 10, QLatin1Char('0'))));
+        QFile record(folder.filePath(u"162400kHz_2025-11-03_%1-00.iq"_s.arg(hour, 2, 10, QLatin1Char('0'))));
         if (!record.open(QIODevice::WriteOnly) || record.write(QByteArray(4096, '\0')) < 0)
             return Complain(record.errorString());
     }
@@ -105,13 +106,10 @@ bool MakeRecords(const QDir &folder)
 
 bool MakeImportFolder(const QDir &folder)
 {
-    const QString damaged = folder.filePath(QStringLiteral("AirSpy damaged.ad"));
-    return SaveMeasurement(SdrType::LimeUsb, 200, false,
-                           folder.filePath(QStringLiteral("LimeUsb newer.ad"))) &&
-           SaveMeasurement(SdrType::RtlSdr, -300, false,
-                           folder.filePath(QStringLiteral("RTL-SDR older.ad"))) &&
-           SaveMeasurement(SdrType::LimeMini, 100, true,
-                           folder.filePath(QStringLiteral("LimeMini new receiver.ad"))) &&
+    const QString damaged = folder.filePath(u"AirSpy damaged.ad"_s);
+    return SaveMeasurement(SdrType::LimeUsb, 200, false, folder.filePath(u"LimeUsb newer.ad"_s)) &&
+           SaveMeasurement(SdrType::RtlSdr, -300, false, folder.filePath(u"RTL-SDR older.ad"_s)) &&
+           SaveMeasurement(SdrType::LimeMini, 100, true, folder.filePath(u"LimeMini new receiver.ad"_s)) &&
            SaveMeasurement(SdrType::AirSpy, 200, false, damaged) && Damage(damaged);
 }
 
@@ -123,7 +121,7 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         folders.append(QDir(QFile::decodeName(argv[i])).absolutePath());
     if (folders.size() != 3) {
-        Complain(QStringLiteral("three folders are needed: recorder, records, import"));
+        Complain(u"three folders are needed: recorder, records, import"_s);
         return 2;
     }
     for (const QString &folder : folders) {

@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 ProcessResources ProcessResources::Count()
@@ -12,11 +14,11 @@ ProcessResources ProcessResources::Count()
         return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     };
     ProcessResources resources;
-    const QStringList threads = entries(QStringLiteral("/proc/self/task"));
+    const QStringList threads = entries(u"/proc/self/task"_s);
     resources.Threads = threads.size();
-    resources.Descriptors = entries(QStringLiteral("/proc/self/fd")).size();
+    resources.Descriptors = entries(u"/proc/self/fd"_s).size();
     for (const QString &thread : threads) {
-        QFile children(QStringLiteral("/proc/self/task/%1/children").arg(thread));
+        QFile children(u"/proc/self/task/%1/children"_s.arg(thread));
         if (!children.open(QIODevice::ReadOnly))
             continue;
         const QString list = QString::fromLatin1(children.readAll());

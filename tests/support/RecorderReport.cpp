@@ -9,6 +9,8 @@
 #include <QSystemSemaphore>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -20,7 +22,7 @@ QByteArray Variable(const char *option)
 
 } // namespace
 
-RecorderReport::RecorderReport() : File(QDir::tempPath() + QStringLiteral("/recorder report.txt"))
+RecorderReport::RecorderReport() : File(QDir::tempPath() + u"/recorder report.txt"_s)
 {
     QFile::remove(File);
     setOption("REPORT", QFile::encodeName(File));
@@ -102,8 +104,8 @@ qint64 RecorderReport::lastProcess(const QString &event) const
 
 bool RecorderReport::recorderListens(qint64 processId) const
 {
-    const qint64 process = processId != 0 ? processId : lastProcess(QStringLiteral("started"));
-    return count(QStringLiteral("ready"), process) == 1 && IsAlive(process) &&
+    const qint64 process = processId != 0 ? processId : lastProcess(u"started"_s);
+    return count(u"ready"_s, process) == 1 && IsAlive(process) &&
            platform::QuitSignalHasListener(RecorderQuitKey);
 }
 

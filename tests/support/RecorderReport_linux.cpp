@@ -7,12 +7,14 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 bool IsAlive(qint64 processId)
 {
     // The third field of the stat file is the state; Z: ended, not yet collected by its parent.
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(processId));
+    QFile stat(u"/proc/%1/stat"_s.arg(processId));
     if (!stat.open(QIODevice::ReadOnly))
         return false;
     const QByteArray content = stat.readAll();

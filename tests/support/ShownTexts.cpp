@@ -13,6 +13,8 @@
 #include <QTextEdit>
 #include <QTreeWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -79,7 +81,7 @@ public:
     {
         for (const QStringList &texts : TextsByKey) {
             if (texts.size() > 1)
-                collisions.append(texts.join(QStringLiteral(" / ")));
+                collisions.append(texts.join(u" / "_s));
         }
     }
 

@@ -4,10 +4,12 @@
 #include <QDir>
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 TestIsolation::TestIsolation(Settings settings)
-    : StartFolder(QDir::currentPath()), Root(QDir::tempPath() + QStringLiteral("/tarnvik tëst XXXXXX"))
+    : StartFolder(QDir::currentPath()), Root(QDir::tempPath() + u"/tarnvik tëst XXXXXX"_s)
 {
     if (!Root.isValid())
         qFatal("the test's own folders cannot be made");
@@ -34,7 +36,7 @@ TestIsolation::TestIsolation(Settings settings)
             qFatal("the test's own folder cannot be made: %s", folder.Path);
         qputenv(folder.Variable, QFile::encodeName(QDir::toNativeSeparators(path)));
     }
-    QFile::setPermissions(Root.filePath(QStringLiteral("run")),
+    QFile::setPermissions(Root.filePath(u"run"_s),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     if (settings == Settings::Own)
         IsolateSettings();

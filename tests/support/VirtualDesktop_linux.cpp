@@ -6,6 +6,8 @@
 #include <QList>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -36,8 +38,7 @@ QByteArray Output(const QString &program, const QStringList &arguments)
 /// the tray.
 QList<qulonglong> ManagedWindows()
 {
-    const QByteArray list =
-        Output(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")});
+    const QByteArray list = Output(u"xprop"_s, {u"-root"_s, u"_NET_CLIENT_LIST"_s});
     QList<qulonglong> windows;
     for (const QByteArray &window : list.mid(list.indexOf('#') + 1).split(','))
         windows.append(window.trimmed().toULongLong(nullptr, 0));
@@ -47,7 +48,7 @@ QList<qulonglong> ManagedWindows()
 
 bool XDoTool(const QStringList &arguments)
 {
-    return Run(QStringLiteral("xdotool"), arguments);
+    return Run(u"xdotool"_s, arguments);
 }
 
 } // namespace
@@ -59,23 +60,20 @@ VirtualDesktop::VirtualDesktop()
     qputenv("QT_QPA_PLATFORM", "xcb");
     qunsetenv("SESSION_MANAGER");
     qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the tray of this desktop is the X11 one
-    if (!startProgram(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")}))
+    if (!startProgram(u"openbox"_s, {u"--sm-disable"_s}))
         return;
     // The tray needs the window manager, and a program that starts before both are there would find a
     // different desktop.
     const auto managerAnswers = [] {
-        return Output(QStringLiteral("xprop"),
-                      {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
-            .contains("window id");
+        return Output(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).contains("window id");
     };
-    const QString trayer =
-        QStringLiteral("trayer --edge bottom --align right --widthtype request --height 26");
+    const QString trayer = u"trayer --edge bottom --align right --widthtype request --height 26"_s;
     QStringList trayerArguments = trayer.split(u' ');
     const QString trayerProgram = trayerArguments.takeFirst();
     const QDeadlineTimer deadline(StartTimeoutMs);
     while (!managerAnswers()) {
         if (deadline.hasExpired()) {
-            Error = QStringLiteral("the window manager does not answer");
+            Error = u"the window manager does not answer"_s;
             return;
         }
     }
@@ -97,11 +95,10 @@ bool VirtualDesktop::startDisplay()
     // -noreset: otherwise the end of a tool that is the only client for a moment resets the display, and
     // throws out whoever connects at that moment.
     auto display = std::make_unique<QProcess>();
-    display->start(QStringLiteral("Xvfb"),
-                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1000x700x24"), QStringLiteral("-noreset")});
+    display->start(u"Xvfb"_s,
+                   {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1000x700x24"_s, u"-noreset"_s});
     if (!display->waitForReadyRead(StartTimeoutMs)) {
-        Error = QStringLiteral("Xvfb: ") + display->errorString();
+        Error = u"Xvfb: "_s + display->errorString();
         return false;
     }
     // It prints the number that it chose.
@@ -116,7 +113,7 @@ bool VirtualDesktop::startProgram(const QString &program, const QStringList &arg
     process->setStandardErrorFile(QProcess::nullDevice());
     process->start(program, arguments);
     if (!process->waitForStarted(StartTimeoutMs)) {
-        Error = program + QStringLiteral(": ") + process->errorString();
+        Error = program + u": "_s + process->errorString();
         return false;
     }
     Programs.push_back(std::move(process));
@@ -128,7 +125,7 @@ QStringList VirtualDesktop::windows(const QString &title)
     QStringList windows;
     for (const qulonglong id : ManagedWindows()) {
         const QString window = QString::number(id);
-        if (property(window, QStringLiteral("_NET_WM_NAME")).section(u'"', 1, -2) == title)
+        if (property(window, u"_NET_WM_NAME"_s).section(u'"', 1, -2) == title)
             windows.append(window);
     }
     return windows;
@@ -136,54 +133,46 @@ QStringList VirtualDesktop::windows(const QString &title)
 
 QString VirtualDesktop::property(const QString &window, const QString &name)
 {
-    return QString::fromUtf8(
-        Output(QStringLiteral("xprop"),
-               {QStringLiteral("-len"), QStringLiteral("4000000"), QStringLiteral("-id"), window, name}));
+    return QString::fromUtf8(Output(u"xprop"_s, {u"-len"_s, u"4000000"_s, u"-id"_s, window, name}));
 }
 
 bool VirtualDesktop::press(const QString &window, const QStringList &keys)
 {
-    return XDoTool({QStringLiteral("windowactivate"), QStringLiteral("--sync"), window}) &&
-           XDoTool(QStringList{QStringLiteral("key"), QStringLiteral("--clearmodifiers")} + keys);
+    return XDoTool({u"windowactivate"_s, u"--sync"_s, window}) &&
+           XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
 
 bool VirtualDesktop::press(const QStringList &keys)
 {
-    return XDoTool(QStringList{QStringLiteral("key"), QStringLiteral("--clearmodifiers")} + keys);
+    return XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
 
 bool VirtualDesktop::type(const QString &text)
 {
-    return XDoTool({QStringLiteral("type"), QStringLiteral("--clearmodifiers"), QStringLiteral("--delay"),
-                    QStringLiteral("2"), text});
+    return XDoTool({u"type"_s, u"--clearmodifiers"_s, u"--delay"_s, u"2"_s, text});
 }
 
 QRect VirtualDesktop::geometry(const QString &window)
 {
     const QByteArray output = // lines as "X=10"
-        Output(QStringLiteral("xdotool"),
-               {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window});
+        Output(u"xdotool"_s, {u"getwindowgeometry"_s, u"--shell"_s, window});
     const auto number = [lines = QString::fromLatin1(output).split(u'\n')](const QString &name) {
         return lines.filter(QRegularExpression(u'^' + name + u'=')).value(0).section(u'=', 1).toInt();
     };
-    return {number(QStringLiteral("X")), number(QStringLiteral("Y")), number(QStringLiteral("WIDTH")),
-            number(QStringLiteral("HEIGHT"))};
+    return {number(u"X"_s), number(u"Y"_s), number(u"WIDTH"_s), number(u"HEIGHT"_s)};
 }
 
 QRect VirtualDesktop::openMenu()
 {
     // It has a type as all top-level windows, but the window manager does not know it. So is the icon in the
     // tray, whose type tells about that.
-    const QByteArray output =
-        Output(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                           QStringLiteral("--name"), QString()});
+    const QByteArray output = Output(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, QString()});
     const QList<qulonglong> managed = ManagedWindows();
     const QStringList visible = QString::fromLatin1(output).split(u'\n', Qt::SkipEmptyParts);
     for (const QString &window : visible) {
-        const QString type = property(window, QStringLiteral("_NET_WM_WINDOW_TYPE"));
-        if (!managed.contains(window.toULongLong()) &&
-            type.contains(QStringLiteral("_NET_WM_WINDOW_TYPE_NORMAL")) &&
-            !type.contains(QStringLiteral("OVERRIDE")))
+        const QString type = property(window, u"_NET_WM_WINDOW_TYPE"_s);
+        if (!managed.contains(window.toULongLong()) && type.contains(u"_NET_WM_WINDOW_TYPE_NORMAL"_s) &&
+            !type.contains(u"OVERRIDE"_s))
             return geometry(window);
     }
     return {};
@@ -191,29 +180,28 @@ QRect VirtualDesktop::openMenu()
 
 bool VirtualDesktop::click(const QPoint &place, int button)
 {
-    return XDoTool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
-                    QStringLiteral("click"), QString::number(button)});
+    return XDoTool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s,
+                    QString::number(button)});
 }
 
 bool VirtualDesktop::startDragAndDrop(const QPoint &from, const QPoint &to)
 {
     // A drag begins after some pixels, and the target answers while the mouse moves over it.
-    QStringList arguments = {QStringLiteral("mousemove"), QString::number(from.x()),
-                             QString::number(from.y()), QStringLiteral("mousedown"), QStringLiteral("1")};
+    QStringList arguments = {u"mousemove"_s, QString::number(from.x()), QString::number(from.y()),
+                             u"mousedown"_s, u"1"_s};
     constexpr int steps = 20;
     for (int step = 1; step <= steps; ++step) {
         const QPoint place = from + (to - from) * step / steps;
-        arguments += {QStringLiteral("sleep"), QStringLiteral("0.03"), QStringLiteral("mousemove"),
-                      QString::number(place.x()), QString::number(place.y())};
+        arguments +=
+            {u"sleep"_s, u"0.03"_s, u"mousemove"_s, QString::number(place.x()), QString::number(place.y())};
     }
-    arguments +=
-        {QStringLiteral("sleep"), QStringLiteral("0.3"), QStringLiteral("mouseup"), QStringLiteral("1")};
-    return QProcess::startDetached(QStringLiteral("xdotool"), arguments);
+    arguments += {u"sleep"_s, u"0.3"_s, u"mouseup"_s, u"1"_s};
+    return QProcess::startDetached(u"xdotool"_s, arguments);
 }
 
 bool VirtualDesktop::savePicture(const QString &file)
 {
-    return Run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"), file});
+    return Run(u"import"_s, {u"-window"_s, u"root"_s, file});
 }
 
 } // namespace tests

@@ -7,27 +7,29 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
 
 /// The parts of Qt whose texts the program can show.
 const QStringList QtContexts = {
-    QStringLiteral("QAbstractFileIconProvider"),
-    QStringLiteral("QDialogButtonBox"),
-    QStringLiteral("QFileDialog"),
-    QStringLiteral("QFileSystemModel"),
-    QStringLiteral("QLineEdit"),
-    QStringLiteral("QMessageBox"),
-    QStringLiteral("QPlatformTheme"),
-    QStringLiteral("QScrollBar"),
-    QStringLiteral("QWidgetTextControl"),
+    u"QAbstractFileIconProvider"_s,
+    u"QDialogButtonBox"_s,
+    u"QFileDialog"_s,
+    u"QFileSystemModel"_s,
+    u"QLineEdit"_s,
+    u"QMessageBox"_s,
+    u"QPlatformTheme"_s,
+    u"QScrollBar"_s,
+    u"QWidgetTextControl"_s,
 };
 
 /// Menus show a mnemonic's letter without "&", and tool tips made from entries lose the ellipsis too.
 QString Plain(QString text)
 {
-    if (text.endsWith(QStringLiteral("...")))
+    if (text.endsWith(u"..."_s))
         text.chop(3);
     return text.remove(u'&');
 }
@@ -59,26 +61,26 @@ KnownTexts::KnownTexts(const QString &language)
 
 void KnownTexts::add(const QString &text)
 {
-    if (text.contains(QStringLiteral(";;"))) { // file filters, shown one by one
-        const QStringList filters = text.split(QStringLiteral(";;"));
+    if (text.contains(u";;"_s)) { // file filters, shown one by one
+        const QStringList filters = text.split(u";;"_s);
         for (const QString &filter : filters)
             add(filter);
         return;
     }
-    static const QRegularExpression placeholder(QStringLiteral("%L?\\d"));
-    static const QRegularExpression letters(QStringLiteral("\\p{L}{3}"));
+    static const QRegularExpression placeholder(u"%L?\\d"_s);
+    static const QRegularExpression letters(u"\\p{L}{3}"_s);
     QString pattern;
     qsizetype position = 0;
     QString plain = Plain(text).trimmed();
     if (text.endsWith(u' ')) // something is appended
-        plain += QStringLiteral(" %1");
+        plain += u" %1"_s;
     // With a placeholder, a text that is hardly more than that would know everything.
     if (plain.isEmpty() || (placeholder.match(plain).hasMatch() && !letters.match(plain).hasMatch()))
         return;
     for (auto it = placeholder.globalMatch(plain); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
-        pattern += QRegularExpression::escape(plain.mid(position, match.capturedStart() - position)) +
-                   QStringLiteral("(.*)");
+        pattern +=
+            QRegularExpression::escape(plain.mid(position, match.capturedStart() - position)) + u"(.*)"_s;
         position = match.capturedEnd();
     }
     pattern += QRegularExpression::escape(plain.mid(position));
@@ -114,7 +116,7 @@ bool KnownTexts::knows(const QString &text) const
     const QString plain = Plain(text).trimmed();
     if (knowsLine(plain))
         return true;
-    static const QRegularExpression separator(QStringLiteral("[\n\t]")); // a tab comes before a shortcut
+    static const QRegularExpression separator(u"[\n\t]"_s); // a tab comes before a shortcut
     const QStringList lines = plain.split(separator);
     return lines.size() > 1 && std::all_of(lines.begin(), lines.end(), [this](const QString &line) {
                return knowsLine(Plain(line).trimmed());

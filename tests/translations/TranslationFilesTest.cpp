@@ -8,13 +8,15 @@
 #include <QRegularExpression>
 #include <QTranslator>
 
+using namespace Qt::StringLiterals;
+
 using tests::Losses;
 using tests::ReadTsFile;
 using tests::TsMessage;
 
 namespace {
 
-const QString Program = QStringLiteral("TarnvikControl");
+const QString Program = u"TarnvikControl"_s;
 
 QString TsPath(const QString &name, const QString &language)
 {
@@ -142,7 +144,7 @@ void TranslationFilesTest::aLossIsFound()
     QFETCH(QString, source);
     QFETCH(QString, translation);
     QFETCH(QString, losses);
-    QCOMPARE(Losses(source, translation).join(QStringLiteral(", ")), losses);
+    QCOMPARE(Losses(source, translation).join(u", "_s), losses);
 }
 
 void TranslationFilesTest::nothingIsLostInTranslation_data()
@@ -167,15 +169,15 @@ void TranslationFilesTest::nothingIsLostInTranslation()
     for (const TsMessage &message : messages) {
         const QStringList losses = Losses(message.Source, message.Translation);
         if (!losses.isEmpty() || !message.Finished)
-            found.append(message.key() + QStringLiteral(" -> ") + losses.join(u' '));
+            found.append(message.key() + u" -> "_s + losses.join(u' '));
     }
     QCOMPARE(found.join(u'\n'), QString());
 }
 
 void TranslationFilesTest::theEnglishTextsAreThoseOfTheSources()
 {
-    for (const QString &name : {Program, QStringLiteral("qt")}) {
-        const QList<TsMessage> messages = ReadTsFile(TsPath(name, QStringLiteral("en")));
+    for (const QString &name : {Program, u"qt"_s}) {
+        const QList<TsMessage> messages = ReadTsFile(TsPath(name, u"en"_s));
         QVERIFY(!messages.isEmpty());
         for (const TsMessage &message : messages)
             QCOMPARE(message.Translation, message.Source);
@@ -185,13 +187,13 @@ void TranslationFilesTest::theEnglishTextsAreThoseOfTheSources()
 void TranslationFilesTest::onlyNamesAndFormatsAreTheSameInGerman()
 {
     QStringList same;
-    const QList<TsMessage> messages = ReadTsFile(TsPath(Program, QStringLiteral("de")));
+    const QList<TsMessage> messages = ReadTsFile(TsPath(Program, u"de"_s));
     for (const TsMessage &message : messages) {
-        static const QRegularExpression letters(QStringLiteral("\\p{L}{2}"));
+        static const QRegularExpression letters(u"\\p{L}{2}"_s);
         if (message.Translation == message.Source && letters.match(message.Source).hasMatch())
             same.append(message.Source);
     }
-    QCOMPARE(same.join(u' '), QStringLiteral("Tarnvik Start TarnvikRecord SDR"));
+    QCOMPARE(same.join(u' '), u"Tarnvik Start TarnvikRecord SDR"_s);
 }
 
 void TranslationFilesTest::theBuiltFilesHoldTheTranslations_data()

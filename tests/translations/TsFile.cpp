@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 
+using namespace Qt::StringLiterals;
+
 namespace tests {
 
 namespace {
@@ -40,7 +42,7 @@ QStringList Matches(const QString &text, const QRegularExpression &pattern)
 
 QString BlanksAtTheEnds(const QString &text)
 {
-    static const QRegularExpression ends(QStringLiteral("^( *)(?:.*[^ ])?( *)$"),
+    static const QRegularExpression ends(u"^( *)(?:.*[^ ])?( *)$"_s,
                                          QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = ends.match(text);
     return match.captured(1) + u'|' + match.captured(2);
@@ -50,9 +52,8 @@ QString BlanksAtTheEnds(const QString &text)
 
 QString TsMessage::key() const
 {
-    const QString text = QString(Source).replace(u'\n', QStringLiteral("\\n"));
-    return QStringLiteral("%1: \"%2\"").arg(Context, text) +
-           (Comment.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(Comment));
+    const QString text = QString(Source).replace(u'\n', u"\\n"_s);
+    return u"%1: \"%2\""_s.arg(Context, text) + (Comment.isEmpty() ? QString() : u" (%1)"_s.arg(Comment));
 }
 
 QList<TsMessage> ReadTsFile(const QString &path)
@@ -89,13 +90,13 @@ QStringList Losses(const QString &source, const QString &translation)
         QRegularExpression Pattern;
     };
     static const Kind kinds[] = {
-        {"placeholders", QRegularExpression(QStringLiteral("%(L?\\d+|n)"))},
-        {"line breaks", QRegularExpression(QStringLiteral("\n"))},
-        {"mnemonics", QRegularExpression(QStringLiteral("&(?=[^\\s&])(?!\\w+;)"))},
-        {"tags", QRegularExpression(QStringLiteral("</?(a|b|br|h\\d|i|p|u)\\b[^>]*>"))},
-        {"angle brackets", QRegularExpression(QStringLiteral("[<>]"))},
-        {"ellipses", QRegularExpression(QStringLiteral("\\.\\.\\."))},
-        {"file patterns", QRegularExpression(QStringLiteral("\\([^)]*\\*[^)]*\\)(;;)?"))},
+        {"placeholders", QRegularExpression(u"%(L?\\d+|n)"_s)},
+        {"line breaks", QRegularExpression(u"\n"_s)},
+        {"mnemonics", QRegularExpression(u"&(?=[^\\s&])(?!\\w+;)"_s)},
+        {"tags", QRegularExpression(u"</?(a|b|br|h\\d|i|p|u)\\b[^>]*>"_s)},
+        {"angle brackets", QRegularExpression(u"[<>]"_s)},
+        {"ellipses", QRegularExpression(u"\\.\\.\\."_s)},
+        {"file patterns", QRegularExpression(u"\\([^)]*\\*[^)]*\\)(;;)?"_s)},
     };
     QStringList losses;
     for (const Kind &kind : kinds) {
@@ -103,13 +104,11 @@ QStringList Losses(const QString &source, const QString &translation)
             losses.append(QString::fromLatin1(kind.Name));
     }
     // Blanks before a colon fill a label up to its column; their number follows the label's length.
-    static const QRegularExpression filler(QStringLiteral("^ +:"));
+    static const QRegularExpression filler(u"^ +:"_s);
     const bool fills = filler.match(source).hasMatch() && filler.match(translation).hasMatch();
-    const auto shortened = [fills](QString text) {
-        return fills ? text.replace(filler, QStringLiteral(":")) : text;
-    };
+    const auto shortened = [fills](QString text) { return fills ? text.replace(filler, u":"_s) : text; };
     if (BlanksAtTheEnds(shortened(source)) != BlanksAtTheEnds(shortened(translation)))
-        losses.append(QStringLiteral("blanks at the ends"));
+        losses.append(u"blanks at the ends"_s);
     return losses;
 }
 
