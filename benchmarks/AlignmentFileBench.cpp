@@ -10,7 +10,7 @@
 #include "alignment/AlignFileFormat.h"
 #include "alignment/AlignStore.h"
 #include "benchmarks/ProcessMemory.h"
-#include "tests/support/AlignmentGenerator.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QTemporaryDir>
 
@@ -29,7 +29,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using Full = tests::AlignmentGenerator::Full;
+using Full = tools::AlignmentGenerator::Full;
 
 constexpr auto none = static_cast<std::int64_t>(SdrType::None);
 constexpr auto limeUsb = static_cast<std::int64_t>(SdrType::LimeUsb);
@@ -57,7 +57,7 @@ public:
         if (StatusMegabytes("/proc/meminfo", "MemAvailable:") < 8000 && state.range(0) == limeUsb &&
             state.range(1) >= 1000)
             return;
-        tests::AlignmentGenerator generator(1);
+        tools::AlignmentGenerator generator(1);
         Store.SdrType = static_cast<SdrType>(state.range(0));
         const auto count = static_cast<int>(state.range(1));
         const bool made =

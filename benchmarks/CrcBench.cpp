@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The checksums of the alignment files against their bit-by-bit form and against other libraries' CRC-32.
 #include "alignment/Crc.h"
-#include "tests/support/BitwiseCrc.h"
+#include "tools/BitwiseCrc.h"
 
 #include <benchmark/benchmark.h>
 
@@ -46,7 +46,7 @@ void BM_Crc8(benchmark::State &state)
 
 void BM_Crc8Bitwise(benchmark::State &state)
 {
-    Measure(state, [](auto data) { return tests::BitwiseCrc8(data); });
+    Measure(state, [](auto data) { return tools::BitwiseCrc8(data); });
 }
 
 void BM_Crc32(benchmark::State &state)
@@ -56,7 +56,7 @@ void BM_Crc32(benchmark::State &state)
 
 void BM_Crc32Bitwise(benchmark::State &state)
 {
-    Measure(state, [](auto data) { return tests::BitwiseCrc32(data); });
+    Measure(state, [](auto data) { return tools::BitwiseCrc32(data); });
 }
 
 BENCHMARK(BM_Crc8)->Arg(tablePayload)->Arg(fullDataSet);

@@ -8,8 +8,8 @@
 #include "benchmarks/ProcessMemory.h"
 #include "benchmarks/TimeTable.h"
 #include "platform/LargeBlocks.h"
-#include "tests/support/AlignmentGenerator.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/AlignmentGenerator.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QApplication>
 #include <QDir>
@@ -33,7 +33,7 @@ constexpr auto Driver = SdrType::RtlSdr;
 bool WriteDriverFile()
 {
     const QString folder = QTarnvikBasic::GetRecorderFile(QString());
-    tests::AlignmentGenerator generator(1);
+    tools::AlignmentGenerator generator(1);
     AlignStore store;
     store.SdrType = Driver;
     return QDir().mkpath(folder) && generator.AppendEmptyTables(store, Tables) &&
@@ -85,7 +85,7 @@ bool MeasureOnce(Times &times)
 int main(int argc, char **argv)
 {
     platform::KeepLargeBlocksMapped(); // as the program does
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);

@@ -5,8 +5,8 @@
 // The times are the stand-in's own: its report holds the steady clock, which is the same for all processes of
 // the machine. How often this program looks at the report does not matter.
 #include "benchmarks/TimeTable.h"
-#include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -48,7 +48,7 @@ void Complain(const QString &text)
 class Station
 {
 public:
-    Station(const QString &program, const tests::RecorderReport &report) : Program(program), Report(report)
+    Station(const QString &program, const tools::RecorderReport &report) : Program(program), Report(report)
     {
         Control.setProcessChannelMode(QProcess::MergedChannels);
     }
@@ -58,8 +58,8 @@ public:
             Control.kill();
             Control.waitForFinished();
         }
-        if (tests::IsAlive(Recorder))
-            tests::KillProcess(Recorder);
+        if (tools::IsAlive(Recorder))
+            tools::KillProcess(Recorder);
     }
     Q_DISABLE_COPY_MOVE(Station)
 
@@ -84,7 +84,7 @@ public:
     {
         const qsizetype before = starts().size();
         const qint64 from = SteadyMicroseconds();
-        if (!tests::KillProcess(Recorder))
+        if (!tools::KillProcess(Recorder))
             return std::nullopt;
         const std::optional<qint64> to = waitForStart(before);
         return to ? std::optional(static_cast<double>(*to - from) / 1000) : std::nullopt;
@@ -97,7 +97,7 @@ public:
     {
         Control.terminate();
         if (!Control.waitForFinished(PatienceMs) || Control.exitStatus() != QProcess::NormalExit ||
-            Control.exitCode() != 0 || tests::IsAlive(Recorder))
+            Control.exitCode() != 0 || tools::IsAlive(Recorder))
             return false;
         Recorder = 0; // the system may give its id to another process now
         return true;
@@ -106,11 +106,11 @@ public:
     [[nodiscard]] QString output() const { return QString::fromLocal8Bit(Output); }
 
 private:
-    [[nodiscard]] QList<tests::RecorderEvent> starts() const
+    [[nodiscard]] QList<tools::RecorderEvent> starts() const
     {
-        QList<tests::RecorderEvent> starts = Report.events();
+        QList<tools::RecorderEvent> starts = Report.events();
         starts.removeIf(
-            [](const tests::RecorderEvent &event) { return event.Event != QLatin1String("started"); });
+            [](const tools::RecorderEvent &event) { return event.Event != QLatin1String("started"); });
         return starts;
     }
 
@@ -130,7 +130,7 @@ private:
     {
         const QDeadlineTimer deadline(PatienceMs);
         while (!deadline.hasExpired() && Control.state() != QProcess::NotRunning && !refused()) {
-            const QList<tests::RecorderEvent> events = starts();
+            const QList<tools::RecorderEvent> events = starts();
             if (events.size() > known) {
                 Recorder = events[known].ProcessId;
                 return events[known].Microseconds;
@@ -141,7 +141,7 @@ private:
     }
 
     const QString &Program;
-    const tests::RecorderReport &Report;
+    const tools::RecorderReport &Report;
     QProcess Control;
     QByteArray Output;
     qint64 Recorder = 0; // the process id of the one that runs, 0 when none does
@@ -154,7 +154,7 @@ struct Times
 };
 
 /// One run; false when it could not be measured, which has been told then.
-bool MeasureOnce(const QString &program, const tests::RecorderReport &report, Times &times)
+bool MeasureOnce(const QString &program, const tools::RecorderReport &report, Times &times)
 {
     for (int attempt = 0; attempt < Retries; ++attempt) {
         Station station(program, report);
@@ -199,7 +199,7 @@ QString CopyProgram(const QString &program, const QString &folder)
 
 int main(int argc, char **argv)
 {
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     // The program's texts stay English, so that its refusal is recognised.
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANGUAGE", "");
@@ -212,12 +212,12 @@ int main(int argc, char **argv)
         return 1;
     }
     const QString program = CopyProgram(QStringLiteral(CONTROL_PROGRAM), folder);
-    if (program.isEmpty() || CopyProgram(tests::StandInProgram(), folder).isEmpty()) {
+    if (program.isEmpty() || CopyProgram(tools::StandInProgram(), folder).isEmpty()) {
         Complain(u"the programs cannot be copied."_s);
         return 1;
     }
 
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "0"); // a silent recorder: nothing but starts is measured
     Times times;
     for (int run = -WarmUpRuns; run < Runs; ++run) {

@@ -46,3 +46,17 @@ if(WIN32)
 else()
     set(PLATFORM_SUFFIX linux)
 endif()
+
+# What the programs of a build are told of it are paths of the machine that runs them: Wine shows this one's as drive Z.
+set(WINE_DRIVE "")
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+    set(WINE_DRIVE "Z:")
+endif()
+
+# Qt Test, for whatever uses its macros: link `tarnvik_qt_test` after find_package(Qt6 COMPONENTS Test).
+add_library(tarnvik_qt_test INTERFACE)
+target_link_libraries(tarnvik_qt_test INTERFACE Qt6::Test)
+if(Qt6_VERSION VERSION_GREATER_EQUAL 6.8 AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    # The waiting macros of that Qt's tests count milliseconds of 64 bits in an int.
+    target_compile_options(tarnvik_qt_test INTERFACE -Wno-conversion)
+endif()

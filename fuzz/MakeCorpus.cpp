@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Writes the seed corpus into a folder: small valid files of every receiver type, and a few invalid ones.
-#include "tests/support/AlignmentGenerator.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +21,7 @@ bool Save(AlignStore &store, const QDir &folder, const char *name)
 /// A file of one table whose data sets have at most `payloadSize` bytes each; none when that is 0.
 bool SaveTables(const QDir &folder, const char *name, SdrType sdrType, int tables, std::size_t payloadSize)
 {
-    tests::AlignmentGenerator generator(static_cast<std::uint64_t>(sdrType));
+    tools::AlignmentGenerator generator(static_cast<std::uint64_t>(sdrType));
     AlignStore store;
     store.SdrType = sdrType;
     for (int i = 0; i < tables; ++i) {

@@ -68,6 +68,6 @@ build() {
 make_demonstration() {
     [ -e "$1/.complete" ] && return
     say "making demonstration data in $1"
-    build/release/tests/bin/MakeDemonstration "$1/.config/Quillane GmbH/TarnvikRecord" "$1/Records" "$1/Import"
+    build/release/tools/MakeDemonstration "$1/.config/Quillane GmbH/TarnvikRecord" "$1/Records" "$1/Import"
     touch "$1/.complete"
 }

@@ -2,9 +2,9 @@
 // The quit request and a semaphore that outlives its processes. On Windows it goes with its last handle, and
 // a count stays for a recorder that holds it open.
 #include "Common_Files/RecorderNames.h"
-#include "Common_Files/TarnvikBasic.h"
-#include "tests/support/RecorderReport.h"
+#include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,17 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void SendQuit()
-{
-    QString program;
-    QString folder;
-    QStringList arguments;
-    QTarnvikBasic::SendRecorderQuit(nullptr, program, folder, arguments);
-}
-
-} // namespace
+using tests::SendQuit;
 
 class TarnvikBasic_QuitLinuxTest : public QObject
 {
@@ -36,7 +26,7 @@ private slots:
 
 void TarnvikBasic_QuitLinuxTest::aCountLeftBehindByOthersDoesNotReachARecorder()
 {
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "0");
     // The maker keeps the semaphore alive, as a recorder that does not listen yet would.
     QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
@@ -45,7 +35,7 @@ void TarnvikBasic_QuitLinuxTest::aCountLeftBehindByOthersDoesNotReachARecorder()
     SendQuit();
     QProcess recorder;
     recorder.setProcessChannelMode(QProcess::ForwardedChannels);
-    recorder.start(tests::StandInProgram(), QStringList());
+    recorder.start(tools::StandInProgram(), QStringList());
     QTRY_VERIFY(report.recorderListens());
     SendQuit();
     QVERIFY(recorder.waitForFinished(5000));

@@ -2,9 +2,9 @@
 // The quit request, with real recorder processes. A recorder that finds a stale request ends before it
 // listens, so "it listens" proves that there was none.
 #include "Common_Files/RecorderNames.h"
-#include "Common_Files/TarnvikBasic.h"
-#include "tests/support/RecorderReport.h"
+#include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -13,18 +13,11 @@
 
 using namespace Qt::StringLiterals;
 
+using tests::SendQuit;
+
 namespace {
 
 constexpr int Rounds = 10;
-
-void SendQuit()
-{
-    QString program;
-    QString folder;
-    QStringList arguments;
-    QTarnvikBasic::SendRecorderQuit(nullptr, program, folder, arguments);
-    QVERIFY(program.isEmpty() && folder.isEmpty() && arguments.isEmpty());
-}
 
 } // namespace
 
@@ -46,12 +39,12 @@ private:
     std::unique_ptr<QProcess> startRecorder();
     void leaveASemaphoreBehind();
 
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void TarnvikBasic_QuitTest::init()
 {
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     Report->setOption("INTERVAL_MS", "0");
 }
 
@@ -64,7 +57,7 @@ std::unique_ptr<QProcess> TarnvikBasic_QuitTest::startRecorder()
 {
     auto recorder = std::make_unique<QProcess>();
     recorder->setProcessChannelMode(QProcess::ForwardedChannels);
-    recorder->start(tests::StandInProgram(), QStringList());
+    recorder->start(tools::StandInProgram(), QStringList());
     if (!recorder->waitForStarted())
         return nullptr;
     return recorder;

@@ -3,7 +3,7 @@
 
 #include "alignment/AlignStore.h"
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/AlignmentGenerator.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -29,7 +29,7 @@ bool WriteAlignmentFile(const QString &path, SdrType sdrType, const QList<FileTa
             return false;
         table->AlignedAt = wanted.AlignedAt;
         table->DataSetCount = static_cast<std::uint8_t>(table->DataSets.size());
-        AlignmentGenerator generator(qHash(wanted.HwId, 1) ^ wanted.AlignedAt);
+        tools::AlignmentGenerator generator(qHash(wanted.HwId, 1) ^ wanted.AlignedAt);
         for (std::size_t i = 0; i < table->DataSets.size(); ++i)
             generator.FillDataSet(table->DataSets[i], 300);
     }

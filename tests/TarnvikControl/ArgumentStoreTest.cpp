@@ -2,7 +2,7 @@
 // The tests make the application objects themselves, one after the other, on the stores that they fill.
 #include "TarnvikControl/ArgumentStore.h"
 
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -188,7 +188,7 @@ void ArgumentStoreTest::theDebugConsoleIsDecidedByTheArgumentsAsGivenWhateverQtT
 
 int main(int argc, char **argv)
 {
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     ArgumentStoreTest test;
     return QTest::qExec(&test, argc, argv);
 }

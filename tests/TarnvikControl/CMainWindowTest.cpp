@@ -6,8 +6,8 @@
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
-#include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
+#include "tools/RecorderReport.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -142,7 +142,7 @@ private slots:
     void destroyingTheWindowStopsTheRecorder();
 
 private:
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void CMainWindowTest::initTestCase()
@@ -154,7 +154,7 @@ void CMainWindowTest::initTestCase()
 void CMainWindowTest::init()
 {
     StoredSettings().clear();
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     Report->setOption("INTERVAL_MS", "0");
 }
 
@@ -311,7 +311,7 @@ void CMainWindowTest::aKilledRecorderIsShownAsStoppedAndRunningAgain()
     bool stoppedShown = false;
     connect(Panel(window).document(), &QTextDocument::contentsChanged, this,
             [&] { stoppedShown = stoppedShown || Panel(window).toPlainText().contains(u"Stopped"_s); });
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     QTRY_VERIFY(stoppedShown);
     QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
     QTRY_COMPARE(Report->count(u"started"_s), 2);
@@ -343,7 +343,7 @@ void CMainWindowTest::theStatusFileIsEmptyAfterTheStartWhateverItHeldBefore()
 void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts()
 {
     QProcess old;
-    old.start(tests::StandInProgram(), QStringList());
+    old.start(tools::StandInProgram(), QStringList());
     QTRY_VERIFY(Report->recorderListens());
     const qint64 oldProcess = old.processId();
     const CMainWindow window;
@@ -352,8 +352,8 @@ void CMainWindowTest::aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts(
     QCOMPARE(Report->count(u"quit-request"_s, oldProcess), 1);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     QStringList order;
-    const QList<tests::RecorderEvent> events = Report->events();
-    for (const tests::RecorderEvent &event : events) {
+    const QList<tools::RecorderEvent> events = Report->events();
+    for (const tools::RecorderEvent &event : events) {
         if (event.Event == QLatin1String("quit-request") || event.Event == QLatin1String("started"))
             order.append(event.Event);
     }

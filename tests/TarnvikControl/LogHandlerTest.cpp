@@ -3,7 +3,7 @@
 // "child" and the name of what the child is to log, and reads the child's two channels through pipes.
 #include "TarnvikControl/LogHandler.h"
 
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -323,7 +323,7 @@ int main(int argc, char **argv)
     qputenv("TZ", "TST-05:30");
     if (argc == 3 && std::strcmp(argv[1], "child") == 0)
         return RunChild(argv[2]);
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     const QCoreApplication application(argc, argv);
     LogHandlerTest test;
     return QTest::qExec(&test, argc, argv);

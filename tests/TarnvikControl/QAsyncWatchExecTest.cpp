@@ -198,7 +198,7 @@ void QAsyncWatchExecTest::longOutputIsLoggedWhole()
                         .size();
     const tests::MessageLog log;
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     QVERIFY(runner.Start());
     const auto loggedSize = [&log] {
         qsizetype size = 0;

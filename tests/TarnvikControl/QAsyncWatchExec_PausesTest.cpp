@@ -112,14 +112,14 @@ void QAsyncWatchExec_PausesTest::checkPausesAfterRuns(std::chrono::milliseconds 
 {
     QAsyncWatchExec runner;
     runner.Second = second;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
     for (int end = 0; end < static_cast<int>(pauses.size()); ++end) {
         QTRY_COMPARE(Report->count(u"started"_s), end + 1);
         QTRY_VERIFY(runner.IsProcessRunning());
         QTest::qWait(static_cast<int>(second.count()) * runSeconds); // nothing is to be seen in this time
-        QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+        QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
         QTRY_COMPARE(timeline.startCount(), end + 2);
         QCOMPARE(timeline.faultInPause(end, pauses[static_cast<std::size_t>(end)] * second,
                                        SlackInSeconds * second),
@@ -170,12 +170,12 @@ void QAsyncWatchExec_PausesTest::aRecorderThatIsStartingWhenAPauseExpiresIsLeftA
 void QAsyncWatchExec_PausesTest::aKilledProcessIsRunningAgainWithinASecond()
 {
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
 }

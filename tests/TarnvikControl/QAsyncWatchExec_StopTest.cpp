@@ -43,7 +43,7 @@ private slots:
 void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
 {
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     runner.StopHook = RecordHook;
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
@@ -54,7 +54,7 @@ void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
     QVERIFY(runner.Start());
     QVERIFY2(timer.elapsed() < 4500, qPrintable(QString::number(timer.elapsed()))); // killed after 5 s
     QCOMPARE(HookCalls.size(), 1);
-    QVERIFY(!tests::IsAlive(oldProcess));
+    QVERIFY(!tools::IsAlive(oldProcess));
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s, oldProcess),
              1); // it came to its own end: it was not killed
@@ -79,7 +79,7 @@ void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
 void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturnsAsSoonAsItHasEnded()
 {
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
     QTRY_VERIFY(runner.IsProcessRunning() && Report->recorderListens());
@@ -96,7 +96,7 @@ void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphor
 {
     Report->setOption("IGNORE_QUIT", "1");
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
@@ -112,7 +112,7 @@ void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphor
 void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
 {
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
     QElapsedTimer timer;
@@ -129,7 +129,7 @@ void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
     Report->setOption("IGNORE_TERMINATE", "1");
     const tests::MessageLog log;
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
@@ -139,7 +139,7 @@ void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
     runner.Stop();
     const qint64 elapsed = timer.elapsed();
     QVERIFY2(elapsed >= 5000 && elapsed < 6000, qPrintable(QString::number(elapsed)));
-    QVERIFY(!tests::IsAlive(process));
+    QVERIFY(!tools::IsAlive(process));
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 0);
     QCOMPARE(log.texts(QtWarningMsg), QStringList());
@@ -203,13 +203,13 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
 void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
 {
     auto runner = std::make_unique<QAsyncWatchExec>();
-    runner->Program = tests::StandInProgram();
+    runner->Program = tools::StandInProgram();
     runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner->Start());
     QTRY_VERIFY(runner->IsProcessRunning() && Report->recorderListens());
     const qint64 process = Report->lastProcess(u"started"_s);
     runner.reset();
-    QVERIFY(!tests::IsAlive(process));
+    QVERIFY(!tools::IsAlive(process));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
@@ -217,7 +217,7 @@ void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
 void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopALaterRecorder()
 {
     QAsyncWatchExec runner;
-    runner.Program = tests::StandInProgram();
+    runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     for (int round = 0; round < 10; ++round) {
         QVERIFY(runner.Start());

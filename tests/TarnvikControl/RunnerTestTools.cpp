@@ -83,7 +83,7 @@ QString Timeline::faultInPause(qsizetype end, std::chrono::milliseconds expected
 
 void RunnerTest::init()
 {
-    Report = std::make_unique<RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     Report->setOption("INTERVAL_MS", "0");
     HookCalls.clear();
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "TarnvikControl/QAsyncWatchExec.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QList>
 #include <QObject>
@@ -63,7 +63,7 @@ class RunnerTest : public QObject
     Q_OBJECT
 
 protected:
-    std::unique_ptr<RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 
 private slots:
     void init();

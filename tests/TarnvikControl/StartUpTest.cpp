@@ -4,7 +4,7 @@
 #include "TarnvikControl/StartUp.h"
 
 #include "TarnvikControl/LogHandler.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -223,7 +223,7 @@ int main(int argc, char **argv)
 {
     if (argc >= 3 && std::strcmp(argv[1], "child") == 0)
         return RunChild(argc, argv);
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     const QApplication application(argc, argv);
     StartUpTest test;
     return QTest::qExec(&test, argc, argv);

@@ -4,7 +4,7 @@
 #include "TarnvikControl/StartUp.h"
 
 #include "platform/ControlEvents.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QTest>
 
@@ -26,7 +26,7 @@ void StartUp_EarlyEndTest::aRequestBeforeTheApplicationObjectIsNotLost()
 
 int main(int argc, char **argv)
 {
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     StartUp_EarlyEndTest test; // the program makes the application object
     return QTest::qExec(&test, argc, argv);
 }

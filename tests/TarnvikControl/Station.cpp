@@ -3,7 +3,7 @@
 
 #include "Common_Files/RecorderNames.h"
 #include "platform/QuitSignal.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -25,7 +25,7 @@ Station::Station(const QString &recorderName, const QString &folderName) : Place
     }
     QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
     if (!recorderName.isEmpty())
-        QFile::copy(StandInProgram(), path(recorderName));
+        QFile::copy(tools::StandInProgram(), path(recorderName));
 }
 
 Station::~Station()

@@ -2,8 +2,8 @@
 // The whole program as a process beside a recorder, on a desktop of its own, and what a user sees of it.
 #pragma once
 
-#include "tests/support/TestIsolation.h"
 #include "tests/support/VirtualDesktop.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QApplication>
 #include <QByteArray>
@@ -74,7 +74,7 @@ private:
 #define TARNVIK_DESKTOP_TEST_MAIN(TestClass)                                                                 \
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
-        const tests::TestIsolation isolation;                                                                \
+        const tools::IsolatedFolders isolation;                                                              \
         const tests::VirtualDesktop desktop;                                                                 \
         if (!desktop.error().isEmpty())                                                                      \
             qFatal("no desktop to test on: %s", qUtf8Printable(desktop.error()));                            \

@@ -3,7 +3,7 @@
 #include "Common_Files/OstrelRecordStatus.h"
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/Station.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -53,12 +53,12 @@ private slots:
     void theRecorderWithTheEndingExeComesFirst();
 
 private:
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void TarnvikControlTest::init()
 {
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     QSettings(u"Quillane"_s, Title).clear();
 }
 
@@ -89,13 +89,13 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
     QCOMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     while (Report->count(u"started"_s) < 2 && timer.elapsed() < 5000)
         QTest::qWait(1);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
     QTRY_VERIFY(PanelText().contains(u"Running"_s));
     // The next end is followed by a pause: now the panel can be seen to say so.
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     bool stopped = false;
     const auto stoppedWasShown = [&stopped] {
         stopped = stopped || PanelText().contains(u"Stopped"_s);
@@ -155,7 +155,7 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
     QCOMPARE(station.errorOutput(), QString());
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
+    QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled()
@@ -171,7 +171,7 @@ void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled(
     QVERIFY(station.Process.waitForFinished(3000));
     QCOMPARE(station.Process.exitStatus(), QProcess::CrashExit);
     QCOMPARE(station.Process.exitCode(), SIGINT);
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone()
@@ -217,7 +217,7 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() >= 5000 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(!tests::IsAlive(recorder));
+    QVERIFY(!tools::IsAlive(recorder));
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 0);
 }
@@ -230,7 +230,7 @@ void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
-    QVERIFY(tests::IsAlive(recorder));
+    QVERIFY(tools::IsAlive(recorder));
     QVERIFY(RecorderListens());
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The whole program as a process on the desktop, with the stand-in recorder beside it.
 #include "Common_Files/RecorderNames.h"
-#include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
 #include "tests/support/WindowsDesktop_windows.h"
+#include "tools/IsolatedFolders.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,7 +34,7 @@ class Station
 {
 public:
     /// With a folder's name program and recorder lie in a folder of that name.
-    explicit Station(const tests::RecorderReport &report, const QString &folderName = QString())
+    explicit Station(const tools::RecorderReport &report, const QString &folderName = QString())
         : Report(report), Place(Folder.path())
     {
         if (!folderName.isEmpty()) {
@@ -42,7 +42,7 @@ public:
             Place.cd(folderName);
         }
         QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(u"TarnvikControl.exe"_s));
-        QFile::copy(tests::StandInProgram(), path(u"TarnvikRecord.exe"_s));
+        QFile::copy(tools::StandInProgram(), path(u"TarnvikRecord.exe"_s));
     }
     ~Station()
     {
@@ -111,7 +111,7 @@ public:
     QProcess Process;
 
 private:
-    const tests::RecorderReport &Report;
+    const tools::RecorderReport &Report;
     QTemporaryDir Folder;
     QDir Place;
     QByteArray Output;
@@ -148,12 +148,12 @@ private slots:
     void theGuideIsOpenedFromAFolderLikeProgramFiles();
 
 private:
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void TarnvikControlWindowsTest::init()
 {
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     QSettings(Key, QSettings::NativeFormat).clear();
 }
 
@@ -192,12 +192,12 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     while (Report->count(u"started"_s) < 2 && timer.elapsed() < 5000)
         QTest::qWait(1);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
     // The next end is followed by a pause: now the panel can be seen to say so.
-    QVERIFY(tests::KillProcess(Report->lastProcess(u"started"_s)));
+    QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     QTRY_VERIFY(station.panelText().contains(u"Stopped"_s));
     QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 8000);
 }
@@ -245,7 +245,7 @@ void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWi
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 1);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
+    QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
@@ -286,7 +286,7 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     timer.start();
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() >= 4500 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(!tests::IsAlive(recorder));
+    QVERIFY(!tools::IsAlive(recorder));
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 0);
 }
@@ -398,7 +398,7 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
     QVERIFY(tests::SendCtrlC(station.id()));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
+    QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
 }
 
 void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
@@ -458,7 +458,7 @@ int main(int argc, char **argv)
                    ? 0
                    : 1;
     }
-    const tests::TestIsolation isolation(tests::TestIsolation::Settings::Users);
+    const tools::IsolatedFolders isolation(tools::IsolatedFolders::Settings::Users);
     const QCoreApplication application(argc, argv);
     TarnvikControlWindowsTest test;
     return QTest::qExec(&test, argc, argv);

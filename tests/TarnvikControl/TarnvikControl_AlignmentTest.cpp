@@ -5,7 +5,7 @@
 #include "tests/TarnvikControl/AlignmentFiles.h"
 #include "tests/TarnvikControl/Station.h"
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QDir>
 #include <QDrag>
@@ -127,7 +127,7 @@ private:
 
     QByteArray DriverBytes;
     QByteArray OtherDriverBytes;
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void TarnvikControl_AlignmentTest::initTestCase()
@@ -139,7 +139,7 @@ void TarnvikControl_AlignmentTest::initTestCase()
 
 void TarnvikControl_AlignmentTest::init()
 {
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     QSettings(u"Quillane"_s, Title).clear();
 }
 
@@ -282,7 +282,7 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
-    QVERIFY(!tests::IsAlive(Report->lastProcess(u"started"_s)));
+    QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
     QCOMPARE(station.errorOutput(), QString());
     QCOMPARE(tests::FileBytes(RecorderFile(DriverFile)), DriverBytes);
     QCOMPARE(tests::FileBytes(RecorderFile(OtherDriverFile)), OtherDriverBytes);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program on desktops that have chosen their colours, high-contrast ones among them.
 #include "tests/TarnvikControl/Station.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QColor>
 #include <QImage>
@@ -76,7 +76,7 @@ void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
     QFETCH(QString, text);
     QFETCH(QColor, shown);
     QFETCH(QColor, running);
-    const tests::RecorderReport report;
+    const tools::RecorderReport report;
     const QTemporaryDir desktop;
     QSettings colours(desktop.filePath(u"kdeglobals"_s), QSettings::IniFormat);
     for (const char *area : {"Window", "View", "Button"}) {

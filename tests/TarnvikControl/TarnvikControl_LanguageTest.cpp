@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program with the built translations beside it, on systems in several languages.
 #include "tests/TarnvikControl/Station.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,7 +64,7 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     QFETCH(QString, panel);
     QFETCH(QString, question);
     QFETCH(QString, yes);
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("MESSAGE", "ready");
     Station station;
     QVERIFY(PutTranslationsBeside(station));
@@ -80,7 +80,7 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
 
 void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
 {
-    const tests::RecorderReport report;
+    const tools::RecorderReport report;
     const QString refusal = u"Fehler..."_s;
     Station first;
     first.start();

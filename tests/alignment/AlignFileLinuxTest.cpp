@@ -4,8 +4,8 @@
 #include "alignment/AlignStore.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/AlignmentGenerator.h"
 #include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QDir>
 #include <QFile>
@@ -124,11 +124,11 @@ void AlignFileLinuxTest::saveToAFullDiskGives9_data()
 void AlignFileLinuxTest::saveToAFullDiskGives9()
 {
     QFETCH(int, fullTables);
-    tests::AlignmentGenerator generator(1);
+    tools::AlignmentGenerator generator(1);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
     QVERIFY(generator.AppendEmptyTables(store, 1));
-    QVERIFY(generator.AppendFullTables(store, fullTables, tests::AlignmentGenerator::Full::Deep));
+    QVERIFY(generator.AppendFullTables(store, fullTables, tools::AlignmentGenerator::Full::Deep));
     QVERIFY(QFileInfo::exists(u"/dev/full"_s));
     QCOMPARE(store.SaveFile(u"/dev/full"_s), AlignResult::FileError);
     QCOMPARE(int{store.Tables.Count}, 1 + fullTables);
@@ -136,7 +136,7 @@ void AlignFileLinuxTest::saveToAFullDiskGives9()
 
 void AlignFileLinuxTest::saveToADiskThatFillsUpGives9WhereverThatHappens()
 {
-    tests::AlignmentGenerator generator(2);
+    tools::AlignmentGenerator generator(2);
     AlignStore store;
     store.SdrType = SdrType::RtlSdr;
     AlignTable *table = store.AppendNewTable(store.Tables);
@@ -169,10 +169,10 @@ void AlignFileLinuxTest::saveOfALargeFileToADiskThatFillsUpGives9_data()
 void AlignFileLinuxTest::saveOfALargeFileToADiskThatFillsUpGives9()
 {
     QFETCH(int, room);
-    tests::AlignmentGenerator generator(3);
+    tools::AlignmentGenerator generator(3);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
-    QVERIFY(generator.AppendFullTables(store, 5, tests::AlignmentGenerator::Full::Deep));
+    QVERIFY(generator.AppendFullTables(store, 5, tools::AlignmentGenerator::Full::Deep));
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     const qint64 size = QFileInfo(Path).size();
     const qint64 limited = room < 0 ? size + room : room;
@@ -258,7 +258,7 @@ void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
 {
     QFETCH(int, tables);
     QFETCH(int, result);
-    tests::AlignmentGenerator generator(4);
+    tools::AlignmentGenerator generator(4);
     {
         AlignStore store;
         store.SdrType = SdrType::LimeUsb;

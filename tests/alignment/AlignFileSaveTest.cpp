@@ -3,8 +3,8 @@
 #include "alignment/AlignStore.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/AlignmentGenerator.h"
 #include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -313,7 +313,7 @@ void AlignFileSaveTest::pathWithNonAsciiLetters()
 
 void AlignFileSaveTest::loadAndSave65535Tables()
 {
-    tests::AlignmentGenerator generator(3);
+    tools::AlignmentGenerator generator(3);
     AlignStore store;
     QVERIFY(generator.AppendEmptyTables(store, 65535)); // of no type: without blocks
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);

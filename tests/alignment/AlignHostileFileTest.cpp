@@ -4,8 +4,8 @@
 #include "alignment/AlignStore.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/AlignmentGenerator.h"
 #include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -69,7 +69,7 @@ void AlignHostileFileTest::initTestCase()
 {
     QVERIFY(Folder.isValid());
     Path = Folder.filePath(u"hostile.ad"_s);
-    tests::AlignmentGenerator generator(20261101);
+    tools::AlignmentGenerator generator(20261101);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
     for (std::uint8_t dataSets = 1; dataSets <= 3; ++dataSets) {
@@ -193,7 +193,7 @@ void AlignHostileFileTest::everyCountOfDataSetsForEveryType()
 void AlignHostileFileTest::arbitraryBytes()
 {
     // Behind a valid header, so that the reader gets somewhere.
-    tests::AlignmentGenerator generator(7);
+    tools::AlignmentGenerator generator(7);
     for (int round = 0; round < 500; ++round) {
         QByteArray bytes = tests::HeaderChunk(generator.AnySdrType(), 3);
         const auto length = static_cast<qsizetype>(generator.UpTo(2000));

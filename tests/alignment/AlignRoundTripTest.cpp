@@ -3,8 +3,8 @@
 #include "alignment/AlignStore.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/AlignmentGenerator.h"
 #include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -51,7 +51,7 @@ void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
 
     const QString secondPath = Folder->filePath(u"second.ad"_s);
     for (std::uint64_t seed = 0; seed < 2000; ++seed) {
-        tests::AlignmentGenerator generator(seed);
+        tools::AlignmentGenerator generator(seed);
         AlignStore store;
         store.SdrType = generator.AnySdrType();
         const std::uint64_t tables = 1 + generator.UpTo(2);
@@ -98,7 +98,7 @@ void AlignRoundTripTest::sameSeedGivesTheSameStore()
     AlignStore second;
     AlignStore other;
     for (AlignStore *store : {&first, &second, &other}) {
-        tests::AlignmentGenerator generator(store == &other ? 2 : 1);
+        tools::AlignmentGenerator generator(store == &other ? 2 : 1);
         store->SdrType = SdrType::LimeMini;
         QVERIFY(generator.AppendTable(*store) != nullptr);
         QVERIFY(generator.AppendDemonstrationTables(*store, 2));
@@ -109,7 +109,7 @@ void AlignRoundTripTest::sameSeedGivesTheSameStore()
 
 void AlignRoundTripTest::fullTablesComeBackEqual_data()
 {
-    using Full = tests::AlignmentGenerator::Full;
+    using Full = tools::AlignmentGenerator::Full;
     QTest::addColumn<Full>("layout");
     QTest::addColumn<int>("freqPoints");
     QTest::newRow("few frequency points with everything in them") << Full::Deep << 4;
@@ -118,9 +118,9 @@ void AlignRoundTripTest::fullTablesComeBackEqual_data()
 
 void AlignRoundTripTest::fullTablesComeBackEqual()
 {
-    QFETCH(tests::AlignmentGenerator::Full, layout);
+    QFETCH(tools::AlignmentGenerator::Full, layout);
     QFETCH(int, freqPoints);
-    tests::AlignmentGenerator generator(1);
+    tools::AlignmentGenerator generator(1);
     AlignStore store;
     store.SdrType = SdrType::LimeUsb;
     QVERIFY(generator.AppendFullTables(store, 3, layout));
@@ -136,7 +136,7 @@ void AlignRoundTripTest::fullTablesComeBackEqual()
 
 void AlignRoundTripTest::demonstrationTablesHaveReadableIdsOfTheirOwn()
 {
-    tests::AlignmentGenerator generator(1);
+    tools::AlignmentGenerator generator(1);
     AlignStore store;
     store.SdrType = SdrType::RtlSdr;
     QVERIFY(generator.AppendDemonstrationTables(store, 100));
@@ -150,7 +150,7 @@ void AlignRoundTripTest::demonstrationTablesHaveReadableIdsOfTheirOwn()
 
 void AlignRoundTripTest::loadedTablesMergeIntoAnotherStore()
 {
-    tests::AlignmentGenerator generator(11);
+    tools::AlignmentGenerator generator(11);
     AlignStore imported;
     imported.SdrType = SdrType::AirSpy;
     QVERIFY(generator.AppendDemonstrationTables(imported, 5));

@@ -4,8 +4,8 @@
 
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment/FailingAllocations.h"
-#include "tests/support/AlignmentGenerator.h"
 #include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QTest>
 
@@ -144,10 +144,10 @@ void AlignStoreMergeTest::mergeCopiesWhatWasWrittenToADataSetThatDoesNotCount()
 void AlignStoreMergeTest::mergedTableMergesAgain()
 {
     // The copy of a copy is as complete as the first one.
-    tests::AlignmentGenerator generator(5);
+    tools::AlignmentGenerator generator(5);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
-    QVERIFY(generator.AppendFullTables(store, 1, tests::AlignmentGenerator::Full::Wide));
+    QVERIFY(generator.AppendFullTables(store, 1, tools::AlignmentGenerator::Full::Wide));
     const std::vector<AlignSelectionEntry> selection = Selection(tests::HwIdsOf(store.Tables));
     QCOMPARE(store.MergeTables(store.ImportTables, store.Tables, selection), AlignResult::Ok);
     AlignTableList again;
@@ -229,17 +229,17 @@ void AlignStoreMergeTest::mergeNeverReadsBeyondASmallerSourceBlock()
 
 void AlignStoreMergeTest::mergedTableIsIndependentOfItsSource()
 {
-    tests::AlignmentGenerator generator(1);
+    tools::AlignmentGenerator generator(1);
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
-    QVERIFY(generator.AppendFullTables(store, 1, tests::AlignmentGenerator::Full::Wide));
+    QVERIFY(generator.AppendFullTables(store, 1, tools::AlignmentGenerator::Full::Wide));
     AlignTable expected;
     AlignStore::InitTable(expected, SdrType::AirSpy);
     {
         AlignStore source;
         source.SdrType = SdrType::AirSpy;
-        tests::AlignmentGenerator sameGenerator(1);
-        QVERIFY(sameGenerator.AppendFullTables(source, 1, tests::AlignmentGenerator::Full::Wide));
+        tools::AlignmentGenerator sameGenerator(1);
+        QVERIFY(sameGenerator.AppendFullTables(source, 1, tools::AlignmentGenerator::Full::Wide));
         const QList<QByteArray> ids = tests::HwIdsOf(source.Tables);
         QCOMPARE(store.MergeTables(store.ImportTables, source.Tables, Selection(ids)), AlignResult::Ok);
         QVERIFY(source.Tables.Head->Table->DataSets[0].FreqPointCount == 100);
@@ -302,7 +302,7 @@ void AlignStoreMergeTest::mergeLooksUp65535NamesInAListOf65535Tables()
 {
     // All but the last table have an id that the selection does not name, so that no memory is needed for
     // copies.
-    tests::AlignmentGenerator generator(2);
+    tools::AlignmentGenerator generator(2);
     AlignStore store;
     QVERIFY(generator.AppendEmptyTables(store, 65534));
     store.SdrType = SdrType::RtlSdr;

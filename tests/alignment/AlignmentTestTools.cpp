@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/alignment/AlignmentTestTools.h"
 
-#include "tests/support/BitwiseCrc.h"
+#include "tools/BitwiseCrc.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -79,13 +79,13 @@ bool WriteFileBytes(const QString &path, const QByteArray &bytes)
 QByteArray ByteCrcChunk(const QByteArray &payload, int version)
 {
     return LittleEndian(static_cast<quint8>(version)) + LittleEndian(static_cast<quint16>(payload.size())) +
-           payload + LittleEndian(BitwiseCrc8(BytesOf(payload)));
+           payload + LittleEndian(tools::BitwiseCrc8(BytesOf(payload)));
 }
 
 QByteArray WordCrcChunk(const QByteArray &payload)
 {
     return LittleEndian(static_cast<quint16>(payload.size())) + payload +
-           LittleEndian(BitwiseCrc32(BytesOf(payload)));
+           LittleEndian(tools::BitwiseCrc32(BytesOf(payload)));
 }
 
 QByteArray HeaderChunk(SdrType sdrType, int tableCount)
@@ -163,7 +163,7 @@ QList<ChunkPosition> ChunksOf(const QByteArray &file)
 quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk)
 {
     const QByteArray payload = file.mid(chunk.payload, chunk.crc - chunk.payload);
-    return chunk.isDataSet ? BitwiseCrc32(BytesOf(payload)) : BitwiseCrc8(BytesOf(payload));
+    return chunk.isDataSet ? tools::BitwiseCrc32(BytesOf(payload)) : tools::BitwiseCrc8(BytesOf(payload));
 }
 
 QString Difference(const AlignTable &left, const AlignTable &right)

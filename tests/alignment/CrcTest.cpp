@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "alignment/Crc.h"
 
-#include "tests/support/BitwiseCrc.h"
 #include "tests/support/TestMain.h"
+#include "tools/BitwiseCrc.h"
 
 #include <QTest>
 
@@ -59,8 +59,8 @@ void CrcTest::crc32OverTheDigitsIsThePublishedCheckValue()
 
 void CrcTest::bitwiseFormsGiveTheSameCheckValues()
 {
-    QCOMPARE(tests::BitwiseCrc8(digits), std::uint8_t{0xF4});
-    QCOMPARE(tests::BitwiseCrc32(digits), std::uint32_t{0x89A1897F});
+    QCOMPARE(tools::BitwiseCrc8(digits), std::uint8_t{0xF4});
+    QCOMPARE(tools::BitwiseCrc32(digits), std::uint32_t{0x89A1897F});
 }
 
 void CrcTest::crcOfNothingIsZero()
@@ -90,7 +90,7 @@ void CrcTest::everyLengthAtEveryAlignmentEqualsTheBitwiseForm()
     for (std::size_t alignment = 0; alignment <= 15; ++alignment) {
         for (std::size_t length = 0; length <= 300; ++length) {
             const auto part = std::span(bytes.data).subspan(alignment, length);
-            if (Crc8(part) != tests::BitwiseCrc8(part) || Crc32(part) != tests::BitwiseCrc32(part))
+            if (Crc8(part) != tools::BitwiseCrc8(part) || Crc32(part) != tools::BitwiseCrc32(part))
                 QFAIL(qPrintable(u"length %1 at alignment %2"_s.arg(length).arg(alignment)));
         }
     }

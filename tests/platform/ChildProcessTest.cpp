@@ -2,8 +2,8 @@
 // A recorder survives the program that started it. The test plays that program by running itself again with
 // the argument "parent".
 #include "platform/ChildProcess.h"
-#include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -61,7 +61,7 @@ void ChildProcessTest::theRecorderIsFound()
 
 void ChildProcessTest::aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes()
 {
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "20"); // it prints a line each time
     report.setOption("STATUS", "none");
     report.setOption("IGNORE_QUIT", "1");
@@ -72,7 +72,7 @@ void ChildProcessTest::aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes()
     const qint64 recorder = report.lastProcess(u"started"_s);
     parent.kill();
     QVERIFY(parent.waitForFinished());
-    QVERIFY(tests::IsAlive(recorder));
+    QVERIFY(tools::IsAlive(recorder));
     // It prints into broken pipes for three seconds and then comes to its own end.
     QTRY_COMPARE(report.count(u"ends"_s, recorder), 1);
     QCOMPARE(report.count(u"terminate-request"_s), 0);
@@ -84,10 +84,10 @@ int main(int argc, char **argv)
         QCoreApplication application(argc, argv);
         QProcess recorder;
         platform::DetachFromThisProgram(recorder);
-        recorder.start(tests::StandInProgram(), QStringList(), QIODevice::ReadOnly);
+        recorder.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly);
         return QCoreApplication::exec();
     }
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     QCoreApplication application(argc, argv);
     ChildProcessTest test;
     return QTest::qExec(&test, argc, argv);

@@ -2,7 +2,7 @@
 // Signals in place of control events. What ends a process is shown by the test running itself again with an
 // argument.
 #include "platform/ControlEvents.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -170,7 +170,7 @@ int main(int argc, char **argv)
         return 2;
     }
     MainThread = std::this_thread::get_id();
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     QCoreApplication application(argc, argv);
     ControlEventsTest test;
     return QTest::qExec(&test, argc, argv);

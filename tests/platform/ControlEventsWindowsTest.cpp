@@ -4,8 +4,8 @@
 #include "platform/ChildProcess.h"
 #include "platform/Console.h"
 #include "platform/ControlEvents.h"
-#include "tests/support/RecorderReport.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -117,7 +117,7 @@ int WithARecorder()
         return BadSetUp;
     QProcess recorder;
     platform::DetachFromThisProgram(recorder);
-    recorder.start(tests::StandInProgram(), QStringList(), QIODevice::ReadOnly);
+    recorder.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly);
     if (!recorder.waitForReadyRead())
         return BadSetUp;
     const int result = FirstIsHandled();
@@ -186,7 +186,7 @@ void ControlEventsWindowsTest::anEventMeetsTheHandler()
 
 void ControlEventsWindowsTest::aDetachedRecorderDoesNotGetIt()
 {
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "50");
     report.setOption("STATUS", "none");
     QCOMPARE(runSelf(u"recorder"_s), DWORD{Survived});
@@ -212,7 +212,7 @@ int main(int argc, char **argv)
         return argv[1] == std::string("recorder") ? WithARecorder()
                                                   : Cases[QByteArray(argv[1]).toInt()].Run();
     }
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     QCoreApplication application(argc, argv);
     ControlEventsWindowsTest test;
     return QTest::qExec(&test, argc, argv);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Takes the claim of other processes by running itself again with the argument "claim" or "ask".
 #include "platform/InstanceLock.h"
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -130,7 +130,7 @@ int main(int argc, char **argv)
         std::fflush(stdout);
         return std::getchar() == EOF ? 0 : 1;
     }
-    const tests::TestIsolation isolation;
+    const tools::IsolatedFolders isolation;
     QCoreApplication application(argc, argv);
     InstanceLockTest test;
     return QTest::qExec(&test, argc, argv);

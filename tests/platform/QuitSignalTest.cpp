@@ -3,8 +3,8 @@
 #include "platform/QuitSignal.h"
 
 #include "Common_Files/RecorderNames.h"
-#include "tests/support/RecorderReport.h"
 #include "tests/support/TestMain.h"
+#include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -81,12 +81,12 @@ void QuitSignalTest::aCountIsTakenAway()
 
 void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
 {
-    tests::RecorderReport report;
+    tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "0");
     // Made here, so that the recorder is not its maker.
     QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
     QProcess recorder;
-    recorder.start(tests::StandInProgram(), QStringList());
+    recorder.start(tools::StandInProgram(), QStringList());
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
     QVERIFY(semaphore.release());
     platform::SettleQuitSignal(RecorderQuitKey);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Common_Files/RecorderNames.h"
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,7 +46,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(StandIn)
 
-    void start() { Process.start(StandInProgram(), QStringList(), QIODevice::ReadOnly); }
+    void start() { Process.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly); }
     /// Takes in what the process has printed; true when a line of standard output equals the text given.
     bool hasPrinted(const QString &line)
     {

@@ -36,13 +36,13 @@ private slots:
     void theStatusFileKeepsItsInode();
 
 private:
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void StandInRecorderLinuxTest::init()
 {
     QFile::remove(RecorderStatusFile());
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
     Report->setOption("INTERVAL_MS", "30");
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The stand-in recorder as its users see it: a process, its environment, its channels and its files.
-#include "Common_Files/TarnvikBasic.h"
 #include "tests/recorder_standin/StandIn.h"
+#include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -17,6 +17,7 @@
 using namespace Qt::StringLiterals;
 
 using tests::ReadStatus;
+using tests::SendQuit;
 using tests::StandIn;
 
 namespace {
@@ -32,14 +33,6 @@ qint64 SteadyMicroseconds()
 QString StatusLine(quint32 sequenceNr)
 {
     return u"stand-in: status %1 written"_s.arg(sequenceNr);
-}
-
-void SendQuit()
-{
-    QString program;
-    QString folder;
-    QStringList arguments;
-    QTarnvikBasic::SendRecorderQuit(nullptr, program, folder, arguments);
 }
 
 } // namespace
@@ -78,13 +71,13 @@ private slots:
     void aValueThatMakesNoSenseIsRefused();
 
 private:
-    std::unique_ptr<tests::RecorderReport> Report;
+    std::unique_ptr<tools::RecorderReport> Report;
 };
 
 void StandInRecorderTest::init()
 {
     QFile::remove(RecorderStatusFile());
-    Report = std::make_unique<tests::RecorderReport>();
+    Report = std::make_unique<tools::RecorderReport>();
 }
 
 void StandInRecorderTest::cleanup()
@@ -278,7 +271,7 @@ void StandInRecorderTest::itEndsByItselfWithACode()
     StandIn recorder;
     recorder.start();
     QVERIFY(recorder.endsWith(exitCode));
-    const QList<tests::RecorderEvent> events = Report->events();
+    const QList<tools::RecorderEvent> events = Report->events();
     QCOMPARE(events.size(), 3);
     QCOMPARE(events[0].Event, u"started"_s);
     QCOMPARE(events[1].Event, u"ready"_s);
@@ -395,8 +388,8 @@ void StandInRecorderTest::theReportTellsTimeProcessAndEvents()
     for (const qint64 process : {firstProcess, secondProcess}) {
         qint64 last = before;
         QStringList names;
-        const QList<tests::RecorderEvent> events = Report->events();
-        for (const tests::RecorderEvent &event : events) {
+        const QList<tools::RecorderEvent> events = Report->events();
+        for (const tools::RecorderEvent &event : events) {
             if (event.ProcessId != process)
                 continue;
             names.append(event.Event);

@@ -2,7 +2,7 @@
 // The entry point of a test program.
 #pragma once
 
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QTest>
 
@@ -11,7 +11,7 @@
 #define TARNVIK_TEST_MAIN(TestClass, ApplicationClass)                                                       \
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
-        const tests::TestIsolation isolation;                                                                \
+        const tools::IsolatedFolders isolation;                                                              \
         ApplicationClass application(argc, argv);                                                            \
         TestClass test;                                                                                      \
         return QTest::qExec(&test, argc, argv);                                                              \

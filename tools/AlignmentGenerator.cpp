@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/AlignmentGenerator.h"
+#include "tools/AlignmentGenerator.h"
 
 #include "alignment/AlignFileFormat.h"
 
@@ -8,7 +8,7 @@
 #include <limits>
 #include <span>
 
-namespace tests {
+namespace tools {
 
 namespace {
 
@@ -212,4 +212,4 @@ bool AlignmentGenerator::AppendDemonstrationTables(AlignStore &store, int count)
     return true;
 }
 
-} // namespace tests
+} // namespace tools

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The user's part of the registry is a fresh key for this process. Programs that it starts see the real one.
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <windows.h>
 
 #include <string>
 
-namespace tests {
+namespace tools {
 
 namespace {
 
@@ -17,7 +17,7 @@ std::wstring KeyName()
 
 } // namespace
 
-void TestIsolation::IsolateSettings()
+void IsolatedFolders::IsolateSettings()
 {
     HKEY key = nullptr;
     // A process number can come back: what an earlier test left must not be seen.
@@ -29,10 +29,10 @@ void TestIsolation::IsolateSettings()
     RegCloseKey(key); // the override holds it
 }
 
-void TestIsolation::GiveSettingsBack()
+void IsolatedFolders::GiveSettingsBack()
 {
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, KeyName().c_str());
 }
 
-} // namespace tests
+} // namespace tools

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// Folders of its own for one run of a test program.
+// Folders of its own for one run of a program that is tried: by a test or a benchmark.
 #pragma once
 
 #include <QString>
 #include <QTemporaryDir>
 
-namespace tests {
+namespace tools {
 
 /// Points home, configuration, data, runtime and temporary folders of this process and its children into a
-/// fresh folder, so that a test never reads or writes the user's own files. Make it before the application
-/// object; the folder is removed with it. The folder's name holds a blank and a letter beyond ASCII on
-/// purpose.
-class TestIsolation
+/// fresh folder, so that a program that is tried never reads or writes the user's own files. Make it before
+/// the application object; the folder is removed with it. The folder's name holds a blank and a letter beyond
+/// ASCII on purpose.
+class IsolatedFolders
 {
 public:
     enum class Settings {
@@ -20,9 +20,9 @@ public:
     };
 
     /// Ends the process when the folders cannot be made: a test must not run in the user's own.
-    explicit TestIsolation(Settings settings = Settings::Own);
-    ~TestIsolation();
-    Q_DISABLE_COPY_MOVE(TestIsolation)
+    explicit IsolatedFolders(Settings settings = Settings::Own);
+    ~IsolatedFolders();
+    Q_DISABLE_COPY_MOVE(IsolatedFolders)
 
     /// The folder that holds all the others, without a trailing separator.
     [[nodiscard]] QString root() const { return Root.path(); }
@@ -36,4 +36,4 @@ private:
     QTemporaryDir Root;
 };
 
-} // namespace tests
+} // namespace tools

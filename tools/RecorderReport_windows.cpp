@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <windows.h>
 
-namespace tests {
+namespace tools {
 
 bool IsAlive(qint64 processId)
 {
@@ -26,4 +26,4 @@ bool KillProcess(qint64 processId)
     return killed;
 }
 
-} // namespace tests
+} // namespace tools

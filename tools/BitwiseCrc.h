@@ -7,7 +7,7 @@
 #include <limits>
 #include <span>
 
-namespace tests {
+namespace tools {
 
 /// The remainder of the data for a polynomial as wide as Word, most significant bit first, initial value 0.
 template <typename Word>
@@ -37,4 +37,4 @@ inline std::uint32_t BitwiseCrc32(std::span<const std::uint8_t> data)
     return BitwiseCrc<std::uint32_t>(data, 0x04C11DB7);
 }
 
-} // namespace tests
+} // namespace tools

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace tests {
+namespace tools {
 
 /// One line of a stand-in's report.
 struct RecorderEvent
@@ -57,4 +57,4 @@ bool KillProcess(qint64 processId);
 /// Full path of the stand-in recorder.
 QString StandInProgram();
 
-} // namespace tests
+} // namespace tools

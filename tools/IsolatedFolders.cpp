@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/TestIsolation.h"
+#include "tools/IsolatedFolders.h"
 
 #include <QDir>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
 
-namespace tests {
+namespace tools {
 
-TestIsolation::TestIsolation(Settings settings)
+IsolatedFolders::IsolatedFolders(Settings settings)
     : StartFolder(QDir::currentPath()), Root(QDir::tempPath() + u"/tarnvik tëst XXXXXX"_s)
 {
     if (!Root.isValid())
@@ -42,10 +42,10 @@ TestIsolation::TestIsolation(Settings settings)
         IsolateSettings();
 }
 
-TestIsolation::~TestIsolation()
+IsolatedFolders::~IsolatedFolders()
 {
     GiveSettingsBack();
     QDir::setCurrent(StartFolder); // Windows does not remove a folder that a process is in
 }
 
-} // namespace tests
+} // namespace tools

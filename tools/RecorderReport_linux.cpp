@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include <QFile>
 
@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tests {
+namespace tools {
 
 bool IsAlive(qint64 processId)
 {
@@ -27,4 +27,4 @@ bool KillProcess(qint64 processId)
     return processId > 0 && kill(static_cast<pid_t>(processId), SIGKILL) == 0;
 }
 
-} // namespace tests
+} // namespace tools

@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-namespace tests {
+namespace tools {
 
 /// Fills stores with tables. The same seed gives the same tables on every system. Unused array entries stay
 /// zero, as the file format does not carry them.
@@ -70,4 +70,4 @@ private:
     std::uint64_t ReadableIdMask;
 };
 
-} // namespace tests
+} // namespace tools

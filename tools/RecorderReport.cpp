@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/RecorderReport.h"
+#include "tools/RecorderReport.h"
 
 #include "Common_Files/RecorderNames.h"
 #include "platform/QuitSignal.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QSystemSemaphore>
-#include <QTest>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
-namespace tests {
+namespace tools {
 
 namespace {
+
+constexpr int EndTimeoutMs = 5000;
 
 QByteArray Variable(const char *option)
 {
@@ -44,7 +47,9 @@ void RecorderReport::killRecorders() const
         if (event.Event != QLatin1String("started") || !IsAlive(event.ProcessId))
             continue;
         KillProcess(event.ProcessId);
-        (void)QTest::qWaitFor([&event] { return !IsAlive(event.ProcessId); });
+        const QDeadlineTimer deadline(EndTimeoutMs);
+        while (IsAlive(event.ProcessId) && !deadline.hasExpired())
+            QThread::msleep(1);
     }
 }
 
@@ -114,4 +119,4 @@ QString StandInProgram()
     return QStringLiteral(TARNVIK_STANDIN_PROGRAM);
 }
 
-} // namespace tests
+} // namespace tools

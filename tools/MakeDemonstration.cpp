@@ -7,7 +7,7 @@
 // record folder some records, the import folder alignment files with a newer, an older and a new table and a
 // damaged file. Files of these names are replaced. The contents are the same each time.
 #include "alignment/AlignStore.h"
-#include "tests/support/AlignmentGenerator.h"
+#include "tools/AlignmentGenerator.h"
 
 #include <QDir>
 #include <QFile>
@@ -39,7 +39,7 @@ std::unique_ptr<AlignStore> StationTables(SdrType sdrType)
     auto store = std::make_unique<AlignStore>();
     store->SdrType = sdrType;
     const auto type = static_cast<std::uint8_t>(sdrType);
-    tests::AlignmentGenerator generator(type);
+    tools::AlignmentGenerator generator(type);
     return generator.AppendDemonstrationTables(*store, TablesOf.at(type)) ? std::move(store) : nullptr;
 }
 
@@ -59,7 +59,7 @@ bool SaveMeasurement(SdrType sdrType, qint64 days, bool newReceiver, const QStri
     const std::unique_ptr<AlignStore> station = StationTables(sdrType);
     AlignStore store;
     store.SdrType = sdrType;
-    tests::AlignmentGenerator generator(1'000 + static_cast<std::uint64_t>(sdrType));
+    tools::AlignmentGenerator generator(1'000 + static_cast<std::uint64_t>(sdrType));
     if (!station || !generator.AppendDemonstrationTables(store, 1))
         return Complain(u"out of memory"_s);
     const AlignTable &first = *station->Tables.Head->Table;
