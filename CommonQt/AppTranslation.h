@@ -49,7 +49,7 @@ public:
     void FillLanguageMenu(QMenu *menu);
 
     /// The QLocale::Language loaded last; negative when none is.
-    int CurrentLanguage() const { return Language; }
+    int currentLanguage() const { return Language; }
 
 signals:
     /// The user chose a language and its translations are installed.

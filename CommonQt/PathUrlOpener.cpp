@@ -39,7 +39,7 @@ PathUrlOpener::PathUrlOpener()
 {
     const QStringList schemes = PathSchemes();
     for (const QString &scheme : schemes)
-        QDesktopServices::setUrlHandler(scheme, this, "open");
+        QDesktopServices::setUrlHandler(scheme, this, "SlotOpen");
 }
 
 PathUrlOpener::~PathUrlOpener()
@@ -49,7 +49,7 @@ PathUrlOpener::~PathUrlOpener()
         QDesktopServices::unsetUrlHandler(scheme);
 }
 
-void PathUrlOpener::open(const QUrl &url)
+void PathUrlOpener::SlotOpen(const QUrl &url)
 {
     // A handler's own call goes to the system.
     const QString path = PathOf(url);

@@ -22,5 +22,5 @@ public:
 
 public slots:
     /// Called by QDesktopServices.
-    void open(const QUrl &url);
+    void SlotOpen(const QUrl &url);
 };

@@ -129,6 +129,12 @@ void QOstrelRecordStatus::Slot_fileChanged_delayed()
     emit Signal_FileChanged(Snapshot);
 }
 
+bool QOstrelRecordStatus::CreateStatusFile(const QString &path)
+{
+    QFile::remove(path);
+    return QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+}
+
 bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecordStatus &snapshot)
 {
     snapshot = {};

@@ -52,6 +52,10 @@ public:
     /// after the watch was ended.
     bool SetWatchFile(const QString &path);
 
+    /// Puts an empty status file in the place of whatever is at `path`, so that there is one to watch and no
+    /// status of an earlier recorder. False when that fails.
+    [[nodiscard]] static bool CreateStatusFile(const QString &path);
+
     /// Reads the status file at `path`. True when it is a valid status with a message. Otherwise the snapshot
     /// holds what could be had: all zero and empty without a readable file, only SequenceNr when that is
     /// missing, invalid or not a number. A file above 1 MiB is no status file and counts as not readable.

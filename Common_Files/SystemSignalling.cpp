@@ -74,7 +74,7 @@ bool QSystemSignalling::Wait(int index)
     return true;
 }
 
-bool QSystemSignalling::IsWaiting(int index) const
+bool QSystemSignalling::isWaiting(int index) const
 {
     const Entry *const entry = entryAt(index);
     return entry && entry->Thread.isRunning();

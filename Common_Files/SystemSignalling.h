@@ -25,16 +25,16 @@ public:
     ~QSystemSignalling() override;
 
     /// Opens the named signal, creating it with no count when it is missing. Returns its index, or -1 when
-    /// the system refuses it (`ErrorText` says why).
+    /// the system refuses it (`errorText` says why).
     int Add(const QString &name);
     /// Begins to wait for the signal on the entry's thread. The wait ends with the first trigger: a program
     /// that is asked to quit must not take a second request that is meant for its successor. False when the
     /// index is unknown or its wait is under way.
     bool Wait(int index);
     /// True while the entry's thread waits.
-    [[nodiscard]] bool IsWaiting(int index) const;
+    [[nodiscard]] bool isWaiting(int index) const;
     /// What the system said to the last Add that failed.
-    [[nodiscard]] QString ErrorText() const { return Error; }
+    [[nodiscard]] QString errorText() const { return Error; }
 
 signals:
     /// The named signal fired.

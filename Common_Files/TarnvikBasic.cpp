@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Common_Files/TarnvikBasic.h"
 
+#include "Common_Files/RecorderNames.h"
+#include "platform/QuitSignal.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
@@ -90,4 +93,10 @@ QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
     QString recordPath = settings.value(u"RecordPath"_s, QString()).toString();
     settings.endGroup();
     return recordPath;
+}
+
+void QTarnvikBasic::SendRecorderQuit(void * /*context*/, QString & /*program*/,
+                                     QString & /*workingDirectory*/, QStringList & /*arguments*/)
+{
+    platform::SendQuitSignal(RecorderQuitKey);
 }

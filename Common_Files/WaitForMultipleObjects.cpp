@@ -55,7 +55,7 @@ struct QWaitForMultipleObjects::State
     std::uint64_t AutoResetMask = 0; // bit n: event n is cleared by the wait that returns it
     std::uint64_t SignalledMask = 0; // bit n: event n is set
 
-    void removeEvents(std::uint64_t mask)
+    void RemoveEvents(std::uint64_t mask)
     {
         UsedMask &= ~mask;
         AutoResetMask &= ~mask;
@@ -69,7 +69,7 @@ QWaitForMultipleObjects::~QWaitForMultipleObjects()
 {
     {
         const Locker locker(Shared->Lock);
-        Shared->removeEvents(~std::uint64_t{0});
+        Shared->RemoveEvents(~std::uint64_t{0});
     }
     if (Shared->WaiterGuard.tryAcquire()) // nobody waits
         return;
@@ -85,7 +85,7 @@ int QWaitForMultipleObjects::Add(int /*ignored*/, bool autoReset)
     const int id = std::countr_one(Shared->UsedMask);
     if (id == Capacity)
         return Capacity;
-    Shared->removeEvents(BitOf(id));
+    Shared->RemoveEvents(BitOf(id));
     Shared->UsedMask |= BitOf(id);
     if (autoReset)
         Shared->AutoResetMask |= BitOf(id);
@@ -98,7 +98,7 @@ void QWaitForMultipleObjects::Remove(int id)
         return;
     {
         const Locker locker(Shared->Lock);
-        Shared->removeEvents(BitOf(id));
+        Shared->RemoveEvents(BitOf(id));
     }
     Shared->Wake.release();
 }
@@ -109,7 +109,7 @@ void QWaitForMultipleObjects::Clear()
         const Locker locker(Shared->Lock);
         if (Shared->UsedMask == 0)
             return;
-        Shared->removeEvents(~std::uint64_t{0});
+        Shared->RemoveEvents(~std::uint64_t{0});
     }
     Shared->Wake.release();
 }

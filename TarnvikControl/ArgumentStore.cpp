@@ -19,7 +19,7 @@ bool ArgumentStore::Fill(const std::vector<std::string> &arguments)
     return true;
 }
 
-bool ArgumentStore::WantsDebugConsole() const
+bool ArgumentStore::wantsDebugConsole() const
 {
     return std::strcmp(Buffers[1].data(), "--DEBUG") == 0;
 }

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] char **argv() { return Vector.data(); }
 
     /// True when the first argument behind the program's name is "--DEBUG".
-    [[nodiscard]] bool WantsDebugConsole() const;
+    [[nodiscard]] bool wantsDebugConsole() const;
 
 private:
     std::array<std::array<char, LongestArgument + 1>, Capacity> Buffers = {};

@@ -6,18 +6,17 @@
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QAsyncWatchExec.h"
 #include "TarnvikControl/SettingsKeys.h"
+#include "TarnvikControl/StatusPanel.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QFile>
 #include <QFontMetrics>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStyleFactory>
-#include <QTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -44,19 +43,19 @@ CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
     QStringList arguments;
     QTarnvikBasic::SendRecorderQuit(nullptr, program, workingDirectory, arguments);
     LocationFile = QDir::toNativeSeparators(LocationFile);
-    readSettings();
+    ReadSettings();
     // A dialog that closes while this window is hidden in the tray would count as the last window; only this
     // window's own closing may end the program.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     connect(qApp, SIGNAL(aboutToQuit()), this, SLOT(Raw_SlotAboutToQuit()));
     BuildTrayIcon();
-    buildMenus();
+    BuildMenus();
     BuildStatusView();
     const QFontMetrics metrics(StatusView->font());
     resize(DefaultColumns * metrics.horizontalAdvance(u'x'), DefaultLines * metrics.lineSpacing());
     ApplySettingsMarks();
     RestoreWindow();
-    startRecorder(RecorderStatusFile());
+    StartRecorder(RecorderStatusFile());
 }
 
 CMainWindow::~CMainWindow()
@@ -70,24 +69,16 @@ CMainWindow::~CMainWindow()
     Settings.reset();
 }
 
-void CMainWindow::readSettings()
+void CMainWindow::ReadSettings()
 {
     ReallyClose = Settings->value(CloseIsMinimizeKey, true).toBool();
     IsStartHidden = Settings->value(StartHiddenKey, false).toBool();
 }
 
-void CMainWindow::createStatusFile(const QString &path)
+void CMainWindow::StartRecorder(const QString &statusFile)
 {
-    QFile::remove(path);
-    QFile file(path);
     // When it cannot be made there is nothing to watch; the recorder's state is shown all the same.
-    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        file.close();
-}
-
-void CMainWindow::startRecorder(const QString &statusFile)
-{
-    createStatusFile(statusFile);
+    (void)QOstrelRecordStatus::CreateStatusFile(statusFile);
     Runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     Runner->StopHookContext = nullptr;
     Runner->Program = platform::RecorderProgram(QCoreApplication::applicationDirPath());
@@ -118,6 +109,29 @@ void CMainWindow::closeEvent(QCloseEvent *event)
 void CMainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
+}
+
+void CMainWindow::BuildStatusView()
+{
+    StatusView = new StatusPanel;
+    setCentralWidget(StatusView); // deletes the one before
+}
+
+void CMainWindow::RefreshStatusView()
+{
+    StatusView->Show({IsStartHidden, Runner->isProcessRunning(), LastMessage});
+}
+
+void CMainWindow::Raw_FileChanged(const StructOstrelRecordStatus &status)
+{
+    LastMessage = status.Message;
+    MessageTag = QOstrelRecordStatus::GetMessageTag(LastMessage);
+    RefreshStatusView();
+}
+
+void CMainWindow::Raw_RunStateChanged(int /*state*/)
+{
+    RefreshStatusView();
 }
 
 bool CMainWindow::AskStopRecord()
@@ -155,7 +169,7 @@ void CMainWindow::Raw_SlotNewTranslation()
 {
     SaveWindow();
     BuildTrayIcon();
-    buildMenus();
+    BuildMenus();
     BuildStatusView();
     ApplySettingsMarks();
     RestoreWindow();

@@ -4,11 +4,10 @@
 
 #include "Common_Files/OstrelRecordStatus.h"
 #include "TarnvikControl/ColourScheme.h"
+#include "TarnvikControl/MenuTable.h"
 
-#include <QColor>
 #include <QKeySequence>
 #include <QMainWindow>
-#include <QPalette>
 #include <QPointer>
 #include <QSystemTrayIcon>
 
@@ -20,14 +19,14 @@ class QAsyncWatchExec;
 class QMenu;
 class QMessageBox;
 class QSettings;
-class QTextEdit;
+class StatusPanel;
 
 /// Starts the recorder when it is made and stops it when the application is about to quit. It lives in the
 /// tray as well: closing the window hides it or ends the program, as the user has set. Every way out of the
 /// program stops the recorder. GUI thread only.
 ///
 /// Sources: CMainWindow.cpp (life, settings, way out), CMainWindow_Tray.cpp, CMainWindow_Menus.cpp,
-/// CMainWindow_Commands.cpp, CMainWindow_Status.cpp (panel).
+/// CMainWindow_Commands.cpp. StatusPanel writes the panel.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -76,22 +75,8 @@ protected slots:
     void Raw_RunStateChanged(int state);
 
 private:
-    /// Menu entries that are looked up later; the last five in the order of the values of "GuiStyle".
-    enum RememberedEntry {
-        HideWhenClose,
-        StartHidden,
-        DefaultStyle,
-        LightFusion,
-        DarkFusion,
-        LightWindows11,
-        DarkWindows11,
-        RememberedEntryCount
-    };
-    static constexpr int NotRemembered = -1;
-
-    void readSettings();
-    void startRecorder(const QString &statusFile);
-    static void createStatusFile(const QString &path);
+    void ReadSettings();
+    void StartRecorder(const QString &statusFile);
     [[nodiscard]] bool AskStopRecord();
     void SaveWindow();
     void RestoreWindow();
@@ -99,40 +84,34 @@ private:
     void UpdateStyleMarks();
 
     void BuildTrayIcon();
-    QAction *addTrayAction(const QString &text, const char *slot);
+    QAction *AddTrayAction(const QString &text, const char *slot);
 
-    void buildMenus();
-    void buildFileMenu();
-    void buildAlignmentMenu();
-    void buildViewMenu();
-    void buildStyleEntries();
-    void addMenu(const QString &title);
-    void addEntry(const QString &text, const QString &statusTip, const char *slot,
-                  const QKeySequence &shortcut = QKeySequence(), int remembered = NotRemembered);
-    [[nodiscard]] QAction *rememberedAction(int entry) const;
+    void BuildMenus();
+    void BuildFileMenu();
+    void BuildAlignmentMenu();
+    void BuildViewMenu();
+    void BuildStyleEntries();
+    void AddEntry(const QString &text, const QString &statusTip, const char *slot,
+                  const QKeySequence &shortcut = QKeySequence(), int remembered = MenuTable::NotRemembered);
 
-    [[nodiscard]] QString existingRecordPath();
+    [[nodiscard]] QString ExistingRecordPath();
     void OpenRecordFolder();
     void CreateRecordFolderLink();
     void ShowAbout();
     void OpenUserGuide();
     void ApplyDefaultStyle();
-    void applyStyle(const QString &name, ColourScheme scheme, int guiStyle);
-    void setStyleAndScheme(const QString &name, ColourScheme scheme, int guiStyle);
-    void warn(const QString &text);
+    void ApplyStyleIfAvailable(const QString &name, ColourScheme scheme, int guiStyle);
+    void SetAndStoreStyle(const QString &name, ColourScheme scheme, int guiStyle);
+    void Warn(const QString &text);
 
     void BuildStatusView();
     void RefreshStatusView();
-    void chooseColours();
 
     std::unique_ptr<QSystemTrayIcon> TrayIcon;
     std::unique_ptr<QMenu> TrayMenu;
     std::array<QAction *, 4> TrayActions = {}; // children of the tray menu, so that they go with it
 
-    QMenu *CurrentMenu = nullptr; // the menu that is being filled
-    std::array<QPointer<QAction>, 24> ActionTable;
-    quint8 ActionCount = 0;
-    std::array<quint32, RememberedEntryCount> RememberedIndices = {}; // 0 until the entry is built
+    MenuTable Menus;
 
     std::unique_ptr<QSettings> Settings;
     bool ReallyClose = false; // the close button ends the program
@@ -143,15 +122,8 @@ private:
 
     std::unique_ptr<QAsyncWatchExec> Runner;
     std::unique_ptr<QOstrelRecordStatus> StatusWatcher;
-    QTextEdit *StatusView = nullptr; // the central widget
-    QString LastMessage;             // without its tags
-    StructMessageTag MessageTag;     // how LastMessage is classified; not shown
-
-    QPalette Palette; // at the last refresh, and what follows from it
-    QColor TextColour;
-    QColor WarningColour;
-    QColor StoppedColour;
-    QColor RunningColour;
-    double BasePointSize = 0;
-    qint64 LastRefresh = 0; // seconds since 1970-01-01 UTC
+    StatusPanel *StatusView = nullptr; // the central widget
+    QString LastMessage;               // without its tags
+    // How LastMessage is classified. Nothing reads it; kept for whoever looks into the running program.
+    StructMessageTag MessageTag;
 };

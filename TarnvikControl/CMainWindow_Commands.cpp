@@ -4,7 +4,6 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
-#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
@@ -32,20 +31,20 @@ constexpr std::uint64_t FirstReleasedVersion = 0x1000000;
 
 } // namespace
 
-void CMainWindow::warn(const QString &text)
+void CMainWindow::Warn(const QString &text)
 {
     QMessageBox::warning(this, tr("Error"), text, QMessageBox::Ok);
 }
 
-QString CMainWindow::existingRecordPath()
+QString CMainWindow::ExistingRecordPath()
 {
     QString path = QTarnvikBasic::GetRecordPath();
     if (path.isEmpty()) {
-        warn(tr("No 'record path' in configuration file found!"));
+        Warn(tr("No 'record path' in configuration file found!"));
         return QString();
     }
     if (!QFileInfo::exists(path)) {
-        warn(tr("'record path' does not exists\n<%1>").arg(path));
+        Warn(tr("'record path' does not exists\n<%1>").arg(path));
         return QString();
     }
     return path;
@@ -53,14 +52,14 @@ QString CMainWindow::existingRecordPath()
 
 void CMainWindow::OpenRecordFolder()
 {
-    const QString path = existingRecordPath();
+    const QString path = ExistingRecordPath();
     if (!path.isEmpty())
         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 void CMainWindow::CreateRecordFolderLink()
 {
-    const QString path = existingRecordPath();
+    const QString path = ExistingRecordPath();
     if (path.isEmpty())
         return;
     // A relative path would be taken from the desktop; one that ends in a separator has no last component.
@@ -71,7 +70,7 @@ void CMainWindow::CreateRecordFolderLink()
     // does.
     const QFileInfo present(link);
     if (present.exists() || present.isSymLink() || !QFile::link(target, link)) {
-        warn(tr("Failed to create link on desktop!\n%1").arg(link));
+        Warn(tr("Failed to create link on desktop!\n%1").arg(link));
         return;
     }
     OpenRecordFolder();
@@ -93,7 +92,7 @@ void CMainWindow::Raw_Menu_File_OpenDrawer_Settings()
     if (QFileInfo::exists(folder))
         QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
     else
-        warn(tr("Drawer does not exists!\n%1").arg(folder));
+        Warn(tr("Drawer does not exists!\n%1").arg(folder));
 }
 
 void CMainWindow::Raw_Menu_File_Hide()
@@ -106,7 +105,7 @@ void CMainWindow::Raw_Menu_Align_Show()
     const std::unique_ptr<QDlgAlignmentCfg> dialog(new (std::nothrow) QDlgAlignmentCfg);
     if (dialog == nullptr)
         return;
-    (void)dialog->LoadFolder(QString(), AlignmentDriverFiles()); // errors are not shown
+    (void)dialog->LoadDriverFiles(); // errors are not shown
     dialog->exec();
 }
 
@@ -162,7 +161,7 @@ void CMainWindow::OpenUserGuide()
     const QString folder = QCoreApplication::applicationDirPath() + u"/"_s;
     //: The beginning of the user guide's file name.
     const QString product = tr("Tarnvik");
-    const int current = AppTranslation.CurrentLanguage();
+    const int current = AppTranslation.currentLanguage();
     QString language = u"EN_"_s;
     if (current >= 0)
         language = QLocale(static_cast<QLocale::Language>(current)).name();
@@ -191,7 +190,7 @@ void CMainWindow::Raw_Menu_View_OpenReadMe()
     OpenUserGuide();
 }
 
-void CMainWindow::setStyleAndScheme(const QString &name, ColourScheme scheme, int guiStyle)
+void CMainWindow::SetAndStoreStyle(const QString &name, ColourScheme scheme, int guiStyle)
 {
     if (!name.isEmpty())
         QApplication::setStyle(QStyleFactory::create(name));
@@ -201,10 +200,10 @@ void CMainWindow::setStyleAndScheme(const QString &name, ColourScheme scheme, in
     RefreshStatusView();
 }
 
-void CMainWindow::applyStyle(const QString &name, ColourScheme scheme, int guiStyle)
+void CMainWindow::ApplyStyleIfAvailable(const QString &name, ColourScheme scheme, int guiStyle)
 {
     if (StyleNames().contains(name))
-        setStyleAndScheme(name, scheme, guiStyle);
+        SetAndStoreStyle(name, scheme, guiStyle);
     else
         RefreshStatusView();
 }
@@ -217,7 +216,7 @@ void CMainWindow::ApplyDefaultStyle()
         name = Windows11;
     else if (styles.contains(Fusion))
         name = Fusion;
-    setStyleAndScheme(name, ColourScheme::FollowSystem, 0);
+    SetAndStoreStyle(name, ColourScheme::FollowSystem, 0);
 }
 
 void CMainWindow::Raw_Menu_View_WindowStyle()
@@ -227,20 +226,20 @@ void CMainWindow::Raw_Menu_View_WindowStyle()
 
 void CMainWindow::Raw_Menu_View_LightFusionStyle()
 {
-    applyStyle(Fusion, ColourScheme::Light, 1);
+    ApplyStyleIfAvailable(Fusion, ColourScheme::Light, 1);
 }
 
 void CMainWindow::Raw_Menu_View_DarkFusionStyle()
 {
-    applyStyle(Fusion, ColourScheme::Dark, 2);
+    ApplyStyleIfAvailable(Fusion, ColourScheme::Dark, 2);
 }
 
 void CMainWindow::Raw_Menu_View_LightWindows11Style()
 {
-    applyStyle(Windows11, ColourScheme::Light, 3);
+    ApplyStyleIfAvailable(Windows11, ColourScheme::Light, 3);
 }
 
 void CMainWindow::Raw_Menu_View_DarkWindows11Style()
 {
-    applyStyle(Windows11, ColourScheme::Dark, 4);
+    ApplyStyleIfAvailable(Windows11, ColourScheme::Dark, 4);
 }

@@ -14,10 +14,10 @@ void CMainWindow::BuildTrayIcon()
         TrayIcon.reset();
     }
     TrayMenu = std::make_unique<QMenu>(this);
-    TrayActions = {addTrayAction(tr("Mi&nimize"), SLOT(hide())),
-                   addTrayAction(tr("Ma&ximize"), SLOT(showMaximized())),
-                   addTrayAction(tr("&Restore"), SLOT(showNormal())),
-                   addTrayAction(tr("&Quit"), SLOT(Raw_Menu_File_QuitApp()))};
+    TrayActions = {AddTrayAction(tr("Mi&nimize"), SLOT(hide())),
+                   AddTrayAction(tr("Ma&ximize"), SLOT(showMaximized())),
+                   AddTrayAction(tr("&Restore"), SLOT(showNormal())),
+                   AddTrayAction(tr("&Quit"), SLOT(Raw_Menu_File_QuitApp()))};
     TrayMenu->insertSeparator(TrayActions.back());
     TrayIcon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon(), this);
     TrayIcon->setContextMenu(TrayMenu.get());
@@ -26,7 +26,7 @@ void CMainWindow::BuildTrayIcon()
             SLOT(Raw_TrayIconActivated(QSystemTrayIcon::ActivationReason)));
 }
 
-QAction *CMainWindow::addTrayAction(const QString &text, const char *slot)
+QAction *CMainWindow::AddTrayAction(const QString &text, const char *slot)
 {
     QAction *const action = TrayMenu->addAction(text);
     connect(action, SIGNAL(triggered()), this, slot);

@@ -2,6 +2,7 @@
 #include "TarnvikControl/QAsyncWatchExec.h"
 
 #include "Common_Files/WaitForMultipleObjects.h"
+#include "TarnvikControl/RestartRule.h"
 #include "platform/ChildProcess.h"
 
 #include <QCoreApplication>
@@ -18,11 +19,6 @@ constexpr int EndTimeoutMs = 5000;
 // systems where it is more than a message to windows, what a recorder does on the polite request.
 constexpr int PoliteTimeoutMs = 2000;
 constexpr int KillTimeoutMs = 100;
-
-// In seconds of the loop.
-constexpr int PauseStep = 5;
-constexpr int LongestPause = 30;
-constexpr int SettledAfter = 10;
 
 constexpr int Forever = -1;
 
@@ -47,14 +43,14 @@ QAsyncWatchExec::~QAsyncWatchExec()
     disconnect(this, SIGNAL(Signal_Start()), this, SLOT(Slot_Start()));
     Process->disconnect(this);
     if (isRunning())
-        stopLoopAndProcess();
+        StopLoopAndProcess();
 }
 
 bool QAsyncWatchExec::Start()
 {
     Stop();
     if (Program.isEmpty()) {
-        removeControlEvents();
+        RemoveControlEvents();
         return false;
     }
     if (WorkingDirectory.isEmpty())
@@ -66,11 +62,11 @@ bool QAsyncWatchExec::Start()
     FinishedEventId = DoneEvents->Add(0, false);
     if (StopEventId < 0 || StateEventId < 0 || FinishedEventId < 0) {
         qCritical("Error can not create internal resources'!");
-        removeControlEvents();
+        RemoveControlEvents();
         return false;
     }
-    if (!setUpProcess()) {
-        removeControlEvents();
+    if (!SetUpProcess()) {
+        RemoveControlEvents();
         return false;
     }
     start(QThread::InheritPriority);
@@ -80,18 +76,19 @@ bool QAsyncWatchExec::Start()
 void QAsyncWatchExec::Stop()
 {
     if (Process && isRunning())
-        stopLoopAndProcess();
+        StopLoopAndProcess();
 }
 
-bool QAsyncWatchExec::IsProcessRunning() const
+bool QAsyncWatchExec::isProcessRunning() const
 {
     return Process && Process->state() == QProcess::Running;
 }
 
-bool QAsyncWatchExec::setUpProcess()
+bool QAsyncWatchExec::SetUpProcess()
 {
     Process.reset(new QProcess(this));
     PackedAccount = 0;
+    IsSetUp = true;
     platform::DetachFromThisProgram(*Process);
     return connect(Process.get(), SIGNAL(readyReadStandardOutput()), this,
                    SLOT(Slot_readyReadStandardOutput())) &&
@@ -101,7 +98,7 @@ bool QAsyncWatchExec::setUpProcess()
                    SLOT(Slot_stateChanged(QProcess::ProcessState)));
 }
 
-void QAsyncWatchExec::removeControlEvents()
+void QAsyncWatchExec::RemoveControlEvents()
 {
     ControlEvents->Remove(StopEventId);
     ControlEvents->Remove(StateEventId);
@@ -110,40 +107,23 @@ void QAsyncWatchExec::removeControlEvents()
 
 void QAsyncWatchExec::run()
 {
-    if (!Process)
+    if (!IsSetUp)
         return;
     emit Signal_Start();
-    const int secondMs = static_cast<int>(Second.count());
-    int pause = 0;
-    int timeout = Forever;
-    std::uint32_t handledEnds = 0;
+    RestartRule rule;
+    RestartRule::Decision decision;
     for (;;) {
+        const int timeout =
+            decision.Wait ? static_cast<int>(decision.Wait->count() * Second.count()) : Forever;
         const int event = ControlEvents->Wait(timeout);
         if (event != QWaitForMultipleObjects::Timeout && event != StateEvent)
             break;
         const auto [state, ends] = account();
-        if (event == QWaitForMultipleObjects::Timeout) {
-            if (state == QProcess::NotRunning) {
-                emit Signal_Start();
-                timeout = Forever;
-            } else if (state == QProcess::Running) {
-                pause = 0;
-                timeout = Forever;
-            }
-        } else if (state == QProcess::Running) {
-            timeout = pause != 0 ? SettledAfter * secondMs : Forever;
-        } else if (state == QProcess::NotRunning && ends != handledEnds) {
-            // Two quick changes of state can wake the loop twice for one end; it is answered once.
-            handledEnds = ends;
-            if (pause == 0) {
-                emit Signal_Start();
-                pause = PauseStep;
-                timeout = Forever;
-            } else {
-                timeout = pause * secondMs;
-                pause = pause + PauseStep > LongestPause ? LongestPause : pause + PauseStep;
-            }
-        }
+        decision = rule.DecideOn(event == StateEvent ? RestartRule::Event::StateChanged
+                                                     : RestartRule::Event::WaitIsOver,
+                                 state, ends);
+        if (decision.StartNow)
+            emit Signal_Start();
     }
     DoneEvents->Set(FinishedEventId);
     exit(0);
@@ -172,16 +152,16 @@ void QAsyncWatchExec::Slot_Start()
 void QAsyncWatchExec::Slot_readyReadStandardOutput()
 {
     if (Process)
-        logOutput(Process->readAllStandardOutput(), OutputDecoder);
+        LogOutput(Process->readAllStandardOutput(), OutputDecoder);
 }
 
 void QAsyncWatchExec::Slot_readyReadStandardError()
 {
     if (Process)
-        logOutput(Process->readAllStandardError(), ErrorDecoder);
+        LogOutput(Process->readAllStandardError(), ErrorDecoder);
 }
 
-void QAsyncWatchExec::logOutput(const QByteArray &output, QStringDecoder &decoder)
+void QAsyncWatchExec::LogOutput(const QByteArray &output, QStringDecoder &decoder)
 {
     QString text = decoder.decode(output);
     text.remove(u'\n').remove(u'\r');
@@ -190,13 +170,13 @@ void QAsyncWatchExec::logOutput(const QByteArray &output, QStringDecoder &decode
 
 void QAsyncWatchExec::Slot_stateChanged(QProcess::ProcessState state)
 {
-    publish(state);
+    Publish(state);
     if (StateEventId >= 0)
         ControlEvents->Set(StateEventId);
     emit stateChanged(static_cast<int>(state));
 }
 
-void QAsyncWatchExec::publish(QProcess::ProcessState state)
+void QAsyncWatchExec::Publish(QProcess::ProcessState state)
 {
     const std::uint64_t ends = account().Ends + (state == QProcess::NotRunning ? 1U : 0U);
     PackedAccount = ends << 32 | static_cast<std::uint32_t>(state);
@@ -209,7 +189,7 @@ QAsyncWatchExec::Account QAsyncWatchExec::account() const
             static_cast<std::uint32_t>(packed >> 32)};
 }
 
-void QAsyncWatchExec::stopLoopAndProcess()
+void QAsyncWatchExec::StopLoopAndProcess()
 {
     ControlEvents->Set(StopEventId);
     const bool farewell = DoneEvents->Wait(FarewellTimeoutMs) == FinishedEventId;
@@ -219,7 +199,7 @@ void QAsyncWatchExec::stopLoopAndProcess()
     }
     if (StopHook)
         StopHook(StopHookContext, Program, WorkingDirectory, Arguments);
-    endProcess();
+    EndProcess();
     // The next Start needs a thread that has ended. A loop that is late still finds its stop event.
     wait();
     if (!farewell) {
@@ -228,7 +208,7 @@ void QAsyncWatchExec::stopLoopAndProcess()
     }
 }
 
-void QAsyncWatchExec::endProcess()
+void QAsyncWatchExec::EndProcess()
 {
     disconnect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
                SLOT(Slot_stateChanged(QProcess::ProcessState)));
@@ -245,5 +225,6 @@ void QAsyncWatchExec::endProcess()
     }
     disconnect(Process.get(), SIGNAL(readyReadStandardOutput()), this, SLOT(Slot_readyReadStandardOutput()));
     disconnect(Process.get(), SIGNAL(readyReadStandardError()), this, SLOT(Slot_readyReadStandardError()));
+    IsSetUp = false;
     Process.reset();
 }

@@ -17,10 +17,9 @@ class QWaitForMultipleObjects;
 
 /// Runs a program and keeps it running. A loop on the object's own thread decides when to (re)start it; the
 /// process itself lives on the thread of the object (the GUI thread), which alone touches it. The two sides
-/// share the event sets, the queued Signal_Start and the atomic account of the process's state.
+/// share the event sets, the queued Signal_Start and the atomics that tell of the process.
 ///
-/// Pauses before a restart: none after the first end, then 5, 10, 15, 20, 25 s, then always 30 s; once the
-/// process has run for 10 s the series begins anew.
+/// RestartRule says after which pause a process that ended is started again.
 ///
 /// Every public operation belongs to the thread of the object.
 class QAsyncWatchExec : public QThread
@@ -55,7 +54,7 @@ public:
     virtual bool Start();
 
     /// True while the process is up (not merely starting).
-    [[nodiscard]] bool IsProcessRunning() const;
+    [[nodiscard]] bool isProcessRunning() const;
 
     Hook StopHook = nullptr; ///< Called by Stop before the process is asked to terminate.
     void *StopHookContext = nullptr;
@@ -90,13 +89,13 @@ private:
         std::uint32_t Ends;
     };
 
-    [[nodiscard]] bool setUpProcess();
-    void removeControlEvents();
-    static void logOutput(const QByteArray &output, QStringDecoder &decoder);
-    void publish(QProcess::ProcessState state);
+    [[nodiscard]] bool SetUpProcess();
+    void RemoveControlEvents();
+    static void LogOutput(const QByteArray &output, QStringDecoder &decoder);
+    void Publish(QProcess::ProcessState state);
     [[nodiscard]] Account account() const;
-    void stopLoopAndProcess();
-    void endProcess();
+    void StopLoopAndProcess();
+    void EndProcess();
 
     std::unique_ptr<QProcess> Process; // null while no process is set up
     std::unique_ptr<QWaitForMultipleObjects> ControlEvents;
@@ -104,6 +103,7 @@ private:
     int StopEventId = -1;
     int StateEventId = -1;
     int FinishedEventId = -1;
+    std::atomic<bool> IsSetUp = false; // whether there is a process; the loop must not look at the pointer
     std::atomic<std::uint64_t> PackedAccount = 0;
     // A letter of several bytes may arrive in two pieces.
     QStringDecoder OutputDecoder{QStringDecoder::Utf8};

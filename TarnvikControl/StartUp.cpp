@@ -58,7 +58,7 @@ void RefuseSecondInstance()
 
 bool OpenDebugConsole(const ArgumentStore &arguments)
 {
-    if (!arguments.WantsDebugConsole())
+    if (!arguments.wantsDebugConsole())
         return false;
     const bool opened = platform::OpenConsole();
     std::printf("Debug console open:\n");
@@ -92,7 +92,7 @@ struct Handlers
     QtMessageHandler PreviousMessageHandler = nullptr;
     bool ControlHandlerInstalled = false;
 
-    void removeControlHandler() const
+    void RemoveControlHandler() const
     {
         if (ControlHandlerInstalled)
             platform::RemoveControlHandler();
@@ -131,7 +131,7 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
     if (consoleOpened)
         platform::CloseConsole();
     window.reset();
-    handlers.removeControlHandler();
+    handlers.RemoveControlHandler();
     AppTranslation.UnloadTranslators();
     qInstallMessageHandler(handlers.PreviousMessageHandler);
     return exitCode;
@@ -148,7 +148,7 @@ int RunControl(const std::vector<std::string> &arguments, int showCommand, bool 
     ArgumentStore argumentStore;
     if (!argumentStore.Fill(arguments)) {
         qCritical("An argument is longer than %d bytes.", ArgumentStore::LongestArgument);
-        handlers.removeControlHandler();
+        handlers.RemoveControlHandler();
         qInstallMessageHandler(handlers.PreviousMessageHandler);
         return RefusedExitCode;
     }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "alignment/AlignDataSetBlock.h"
 
-#include "alignment/AlignTypes.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>

@@ -2,13 +2,13 @@
 // The memory of a table's data sets.
 #pragma once
 
+#include "alignment/AlignDataSet.h"
+#include "alignment/SdrType.h"
+
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-
-enum class SdrType : std::uint8_t;
-struct AlignDataSet;
 
 /// Owns the data sets of one table: one block, zeroed when it is allocated and freed with the object. The
 /// block comes zeroed from the system, so that a data set nobody writes to costs address space but hardly any

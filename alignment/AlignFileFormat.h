@@ -9,7 +9,7 @@
 //   data set:                    payload length (2)  payload  CRC-32 of the payload (4)
 #pragma once
 
-#include "alignment/AlignTypes.h"
+#include "alignment/AlignTable.h"
 
 #include <cstddef>
 

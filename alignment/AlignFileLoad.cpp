@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// AlignStore::LoadFile.
+// Loading alignment files into a store.
 #include "alignment/AlignFileFormat.h"
-#include "alignment/AlignFilePath.h"
 #include "alignment/AlignFileReader.h"
 #include "alignment/AlignStore.h"
+#include "platform/FilePath.h"
 
 #include <array>
 #include <cstdio>
@@ -17,7 +17,7 @@ namespace {
 /// Opens the file; false when that fails.
 bool OpenForReading(std::ifstream &stream, const QString &path)
 {
-    const std::filesystem::path file = alignfile::FileSystemPath(path);
+    const std::filesystem::path file = platform::FileSystemPath(path);
     // Some systems open a folder like a file and fail at the first read, when the old tables would be gone.
     std::error_code ignored;
     if (std::filesystem::is_directory(file, ignored))
@@ -79,7 +79,7 @@ AlignResult ReadTable(ChunkReader &reader, const AlignStore &store, AlignTableLi
 
 AlignResult ReadFile(std::istream &stream, AlignStore &store, AlignTableList &list, bool adoptSdrType)
 {
-    ChunkReader reader(store, stream);
+    ChunkReader reader(stream, store.ChunkBuffer);
     FileHeader header;
     AlignResult result = ReadFileHeader(reader, header);
     if (result != AlignResult::Ok)
@@ -102,8 +102,12 @@ AlignResult AlignStore::LoadFile(const QString &path, AlignTableList &list, bool
     stream.rdbuf()->pubsetbuf(streamBuffer.data(), streamBuffer.size());
     if (!OpenForReading(stream, path))
         return AlignResult::FileError;
+    return Load(stream, list, adoptSdrType);
+}
+
+AlignResult AlignStore::Load(std::istream &stream, AlignTableList &list, bool adoptSdrType)
+{
     ClearList(list);
-    ChunkBuffer.fill(0);
     const AlignResult result = ReadFile(stream, *this, list, adoptSdrType);
     if (result != AlignResult::Ok)
         ClearList(list);

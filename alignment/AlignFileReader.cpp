@@ -2,12 +2,17 @@
 #include "alignment/AlignFileReader.h"
 
 #include "alignment/AlignFileFormat.h"
-#include "alignment/AlignStore.h"
+#include "alignment/AlignTable.h"
 #include "alignment/Crc.h"
 
 #include <algorithm>
 
 namespace alignfile {
+
+ChunkReader::ChunkReader(std::istream &stream, AlignChunkBuffer &buffer) : Stream(stream), Buffer(buffer)
+{
+    Buffer = {};
+}
 
 AlignResult ChunkReader::ReadByteCrcChunk()
 {
@@ -16,7 +21,7 @@ AlignResult ChunkReader::ReadByteCrcChunk()
         return AlignResult::FileError;
     if (version != AlignVersion)
         return AlignResult::VersionMismatch;
-    const AlignResult result = ReadLength(Store.ChunkBuffer.size() + 1);
+    const AlignResult result = ReadLength(Buffer.Bytes.size() + 1);
     return result == AlignResult::Ok ? ReadPayload<std::uint8_t>(&Crc8) : result;
 }
 
@@ -78,10 +83,10 @@ bool ChunkReader::TakeSampleRatePoint(AlignSampleRatePoint &point)
 
 const std::uint8_t *ChunkReader::Take(std::size_t wanted)
 {
-    if (wanted > std::size_t{Store.BufferLength} - Store.BufferCursor)
+    if (wanted > std::size_t{Buffer.BufferLength} - Buffer.BufferCursor)
         return nullptr;
-    const std::uint8_t *bytes = Store.ChunkBuffer.data() + Store.BufferCursor;
-    Store.BufferCursor = static_cast<std::uint16_t>(Store.BufferCursor + wanted);
+    const std::uint8_t *bytes = Buffer.Bytes.data() + Buffer.BufferCursor;
+    Buffer.BufferCursor = static_cast<std::uint16_t>(Buffer.BufferCursor + wanted);
     return bytes;
 }
 
@@ -93,22 +98,22 @@ bool ChunkReader::ReadRaw(void *bytes, std::size_t size)
 AlignResult ChunkReader::ReadLength(std::size_t limit)
 {
     // Nothing can be taken unless the length is good.
-    Store.BufferLength = 0;
-    Store.BufferCursor = 0;
+    Buffer.BufferLength = 0;
+    Buffer.BufferCursor = 0;
     std::array<std::uint8_t, 2> bytes = {};
     if (!ReadRaw(bytes.data(), bytes.size()))
         return AlignResult::FileError;
     const auto length = qFromLittleEndian<std::uint16_t>(bytes.data());
     if (length >= limit)
         return AlignResult::InternalError;
-    Store.BufferLength = length;
+    Buffer.BufferLength = length;
     return AlignResult::Ok;
 }
 
 template <typename Crc>
 AlignResult ChunkReader::ReadPayload(Crc (*compute)(std::span<const std::uint8_t>, Crc))
 {
-    const std::span<std::uint8_t> payload = std::span(Store.ChunkBuffer).first(Store.BufferLength);
+    const std::span<std::uint8_t> payload = std::span(Buffer.Bytes).first(Buffer.BufferLength);
     std::array<std::uint8_t, sizeof(Crc)> storedBytes = {};
     if (!ReadRaw(payload.data(), payload.size()) || !ReadRaw(storedBytes.data(), storedBytes.size()))
         return AlignResult::FileCrcFailed;

@@ -2,8 +2,9 @@
 // Reads the chunks of an alignment file and takes their payload apart.
 #pragma once
 
+#include "alignment/AlignChunkBuffer.h"
+#include "alignment/AlignDataSet.h"
 #include "alignment/AlignResult.h"
-#include "alignment/AlignTypes.h"
 
 #include <QtEndian>
 
@@ -12,18 +13,16 @@
 #include <istream>
 #include <span>
 
-class AlignStore;
-
 namespace alignfile {
 
-/// Reads chunks into the store's chunk buffer, one at a time, and hands out the fields of the one read last.
+/// Reads chunks into a buffer, one at a time, and hands out the fields of the one read last.
 /// The contents of a file are never trusted: each length, count and CRC is checked before anything depends on
 /// it.
 class ChunkReader
 {
 public:
-    /// Store and stream are the caller's and outlive the reader.
-    ChunkReader(AlignStore &store, std::istream &stream) : Store(store), Stream(stream) {}
+    /// Stream and buffer are the caller's and outlive the reader. The buffer is cleared.
+    ChunkReader(std::istream &stream, AlignChunkBuffer &buffer);
 
     /// Reads a chunk with version byte and CRC-8 (file header, table).
     AlignResult ReadByteCrcChunk();
@@ -67,8 +66,8 @@ private:
     template <typename Crc>
     AlignResult ReadPayload(Crc (*compute)(std::span<const std::uint8_t>, Crc));
 
-    AlignStore &Store;
     std::istream &Stream;
+    AlignChunkBuffer &Buffer;
 };
 
 } // namespace alignfile

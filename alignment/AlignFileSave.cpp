@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// AlignStore::SaveFile.
+// Saving the tables of a store.
 #include "alignment/AlignFileFormat.h"
-#include "alignment/AlignFilePath.h"
 #include "alignment/AlignFileWriter.h"
 #include "alignment/AlignStore.h"
+#include "platform/FilePath.h"
 
 #include <algorithm>
 #include <array>
@@ -62,34 +62,51 @@ bool WriteTable(ChunkWriter &writer, const AlignTable &table)
 }
 
 /// False when the stream failed, at the latest when its last bytes went out.
-bool WriteFile(std::ofstream &stream, AlignStore &store)
+bool WriteFile(std::ostream &stream, AlignStore &store)
 {
-    ChunkWriter writer(store, stream);
+    ChunkWriter writer(stream, store.ChunkBuffer);
     if (!WriteFileHeader(writer, store))
         return false;
     for (const AlignTableNode *node = store.Tables.Head; node != nullptr; node = node->Next) {
         if (!WriteTable(writer, *node->Table))
             return false;
     }
-    // A full disk may show only now: the last bytes are still in the buffer.
-    stream.close();
+    // A full disk may show only now: the last bytes are still in the stream's buffer.
+    stream.flush();
     return stream.good();
+}
+
+/// Whether a file can hold the tables of the store.
+AlignResult CheckWritable(const AlignTableList &list)
+{
+    if (list.Head == nullptr || list.Head->Table == nullptr)
+        return AlignResult::ListIsEmpty;
+    return IsWritable(list) ? AlignResult::Ok : AlignResult::InternalError;
 }
 
 } // namespace
 
 AlignResult AlignStore::SaveFile(const QString &path)
 {
-    if (Tables.Head == nullptr || Tables.Head->Table == nullptr)
-        return AlignResult::ListIsEmpty;
-    if (!IsWritable(Tables))
-        return AlignResult::InternalError;
+    // Before the file is opened, which empties it.
+    const AlignResult writable = CheckWritable(Tables);
+    if (writable != AlignResult::Ok)
+        return writable;
     std::array<char, alignfile::StreamBufferSize> streamBuffer; // outlives the stream
     std::ofstream stream;
     stream.rdbuf()->pubsetbuf(streamBuffer.data(), streamBuffer.size());
-    stream.open(alignfile::FileSystemPath(path), std::ios::out | std::ios::binary | std::ios::trunc);
+    stream.open(platform::FileSystemPath(path), std::ios::out | std::ios::binary | std::ios::trunc);
     if (!stream.is_open())
         return AlignResult::FileError;
-    ChunkBuffer.fill(0);
+    const bool written = WriteFile(stream, *this);
+    stream.close();
+    return written && stream.good() ? AlignResult::Ok : AlignResult::FileError;
+}
+
+AlignResult AlignStore::Save(std::ostream &stream)
+{
+    const AlignResult writable = CheckWritable(Tables);
+    if (writable != AlignResult::Ok)
+        return writable;
     return WriteFile(stream, *this) ? AlignResult::Ok : AlignResult::FileError;
 }

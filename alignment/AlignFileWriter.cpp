@@ -2,7 +2,6 @@
 #include "alignment/AlignFileWriter.h"
 
 #include "alignment/AlignFileFormat.h"
-#include "alignment/AlignStore.h"
 #include "alignment/Crc.h"
 
 #include <algorithm>
@@ -28,9 +27,14 @@ std::optional<std::size_t> DataSetPayloadSize(const AlignDataSet &dataSet)
     return size;
 }
 
+ChunkWriter::ChunkWriter(std::ostream &stream, AlignChunkBuffer &buffer) : Stream(stream), Buffer(buffer)
+{
+    Buffer = {};
+}
+
 void ChunkWriter::BeginPayload()
 {
-    Store.BufferLength = 0;
+    Buffer.BufferLength = 0;
 }
 
 void ChunkWriter::PutBytes(std::span<const char> bytes)
@@ -66,30 +70,30 @@ void ChunkWriter::PutDataSet(const AlignDataSet &dataSet)
 
 bool ChunkWriter::WriteByteCrcChunk(std::uint8_t version)
 {
-    const std::uint8_t crc = Crc8(Payload());
+    const std::uint8_t crc = Crc8(payload());
     return WriteRaw({&version, 1}) && WriteLengthPayloadAnd({&crc, 1});
 }
 
 bool ChunkWriter::WriteWordCrcChunk()
 {
     std::array<std::uint8_t, sizeof(std::uint32_t)> crc = {};
-    qToLittleEndian(Crc32(Payload()), crc.data());
+    qToLittleEndian(Crc32(payload()), crc.data());
     return WriteLengthPayloadAnd(crc);
 }
 
 std::uint8_t *ChunkWriter::Put(std::size_t size)
 {
-    Q_ASSERT(size <= Store.ChunkBuffer.size() - Store.BufferLength);
-    std::uint8_t *bytes = Store.ChunkBuffer.data() + Store.BufferLength;
-    Store.BufferLength = static_cast<std::uint16_t>(Store.BufferLength + size);
+    Q_ASSERT(size <= Buffer.Bytes.size() - Buffer.BufferLength);
+    std::uint8_t *bytes = Buffer.Bytes.data() + Buffer.BufferLength;
+    Buffer.BufferLength = static_cast<std::uint16_t>(Buffer.BufferLength + size);
     return bytes;
 }
 
 bool ChunkWriter::WriteLengthPayloadAnd(std::span<const std::uint8_t> crc)
 {
     std::array<std::uint8_t, 2> length = {};
-    qToLittleEndian(Store.BufferLength, length.data());
-    return WriteRaw(length) && WriteRaw(Payload()) && WriteRaw(crc);
+    qToLittleEndian(Buffer.BufferLength, length.data());
+    return WriteRaw(length) && WriteRaw(payload()) && WriteRaw(crc);
 }
 
 bool ChunkWriter::WriteRaw(std::span<const std::uint8_t> bytes)
@@ -98,9 +102,9 @@ bool ChunkWriter::WriteRaw(std::span<const std::uint8_t> bytes)
                                           static_cast<std::streamsize>(bytes.size())));
 }
 
-std::span<const std::uint8_t> ChunkWriter::Payload() const
+std::span<const std::uint8_t> ChunkWriter::payload() const
 {
-    return std::span(Store.ChunkBuffer).first(Store.BufferLength);
+    return std::span(Buffer.Bytes).first(Buffer.BufferLength);
 }
 
 } // namespace alignfile

@@ -2,7 +2,8 @@
 // Puts the chunks of an alignment file together and writes them.
 #pragma once
 
-#include "alignment/AlignTypes.h"
+#include "alignment/AlignChunkBuffer.h"
+#include "alignment/AlignDataSet.h"
 
 #include <QtEndian>
 
@@ -12,21 +13,18 @@
 #include <ostream>
 #include <span>
 
-class AlignStore;
-
 namespace alignfile {
 
 /// Number of payload bytes of a data-set chunk, or nothing when a count of the data set is above the capacity
 /// of its array. A chunk holds less than DataSetPayloadLimit.
 [[nodiscard]] std::optional<std::size_t> DataSetPayloadSize(const AlignDataSet &dataSet);
 
-/// Builds payloads in the store's chunk buffer and writes them as chunks. The caller has made sure that they
-/// fit.
+/// Builds payloads in a buffer and writes them as chunks. The caller has made sure that they fit.
 class ChunkWriter
 {
 public:
-    /// Store and stream are the caller's and outlive the writer.
-    ChunkWriter(AlignStore &store, std::ostream &stream) : Store(store), Stream(stream) {}
+    /// Stream and buffer are the caller's and outlive the writer. The buffer is cleared.
+    ChunkWriter(std::ostream &stream, AlignChunkBuffer &buffer);
 
     /// Begins the payload of the next chunk.
     void BeginPayload();
@@ -58,10 +56,10 @@ private:
 
     bool WriteLengthPayloadAnd(std::span<const std::uint8_t> crc);
     bool WriteRaw(std::span<const std::uint8_t> bytes);
-    [[nodiscard]] std::span<const std::uint8_t> Payload() const;
+    [[nodiscard]] std::span<const std::uint8_t> payload() const;
 
-    AlignStore &Store;
     std::ostream &Stream;
+    AlignChunkBuffer &Buffer;
 };
 
 } // namespace alignfile

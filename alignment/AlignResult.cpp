@@ -10,10 +10,10 @@ namespace {
 
 // The alignment dialog shows the messages, so they are translated with its texts. They are the keys of the
 // translations: a corrected spelling would lose the translation.
-constexpr char translationContext[] = "QDlgAlignmentCfg";
+constexpr char TranslationContext[] = "QDlgAlignmentCfg";
 
 // Indexed by result code.
-constexpr std::array<const char *, 23> messages = {
+constexpr std::array<const char *, 23> Messages = {
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Ok"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Gain out of range"),
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Frequency out of range"),
@@ -40,15 +40,15 @@ constexpr std::array<const char *, 23> messages = {
     QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligntable-List is emptpy, nothing to save"),
 };
 
-constexpr const char *unknownCodeMessage = QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Error <%1>");
+constexpr const char *UnknownCodeMessage = QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Error <%1>");
 
 } // namespace
 
 QString AlignResultText(int code)
 {
-    if (code < 0 || static_cast<std::size_t>(code) >= messages.size())
-        return QCoreApplication::translate(translationContext, unknownCodeMessage).arg(code);
-    return QCoreApplication::translate(translationContext, messages[static_cast<std::size_t>(code)]);
+    if (code < 0 || static_cast<std::size_t>(code) >= Messages.size())
+        return QCoreApplication::translate(TranslationContext, UnknownCodeMessage).arg(code);
+    return QCoreApplication::translate(TranslationContext, Messages[static_cast<std::size_t>(code)]);
 }
 
 QString AlignResultText(AlignResult result)

@@ -62,7 +62,7 @@ void AlignStore::InitTable(AlignTable &table, ::SdrType sdrType)
 
 AlignTable *AlignStore::AppendNewTable(AlignTableList &list) const
 {
-    if (list.IsFull())
+    if (list.isFull())
         return nullptr;
     std::unique_ptr<AlignTableNode> node(new (std::nothrow) AlignTableNode);
     if (node == nullptr)
@@ -111,7 +111,7 @@ AlignResult AlignStore::MergeTables(AlignTableList &target, const AlignTableList
     for (const AlignTableNode *from = source.Head; from != nullptr; from = from->Next) {
         if (from->Table == nullptr || !selected.contains(AlignHwIdOf(*from->Table)))
             continue;
-        if (target.IsFull())
+        if (target.isFull())
             return AlignResult::InternalError;
         std::unique_ptr<AlignTableNode> node(new (std::nothrow) AlignTableNode);
         if (node == nullptr)

@@ -2,13 +2,13 @@
 // The object through which alignment tables are made, changed, read from files and written to files.
 #pragma once
 
+#include "alignment/AlignChunkBuffer.h"
 #include "alignment/AlignResult.h"
+#include "alignment/AlignTable.h"
 #include "alignment/AlignTableList.h"
-#include "alignment/AlignTypes.h"
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <span>
 #include <string>
 
@@ -62,22 +62,21 @@ public:
     /// store's. After a failure the list is empty, except when the file could not be opened: then it is as it
     /// was.
     AlignResult LoadFile(const QString &path, AlignTableList &list, bool adoptSdrType);
+    /// The same from a stream that is open, in binary mode, at the first byte of the file.
+    AlignResult Load(std::istream &stream, AlignTableList &list, bool adoptSdrType);
 
     /// Writes Tables to the file, in place: a failure while writing leaves a partly written file behind.
     /// Tables that cannot be written (none at all, or counts beyond what the records or a chunk hold) are
     /// refused before the file is touched.
     AlignResult SaveFile(const QString &path);
+    /// The same to a stream that is open in binary mode. Ends with the stream flushed.
+    AlignResult Save(std::ostream &stream);
 
     /// Version written at the head of a file.
     std::uint8_t FileVersion = AlignVersion;
     /// Receiver type of the store; None until its owner sets it or a file is adopted.
     ::SdrType SdrType = ::SdrType::None;
-    /// Payload of the chunk that is being read or written.
-    std::array<std::uint8_t, std::size_t{16 * 1024} + 4> ChunkBuffer = {};
-    /// Number of payload bytes in ChunkBuffer.
-    std::uint16_t BufferLength = 0;
-    /// Number of payload bytes already parsed.
-    std::uint16_t BufferCursor = 0;
+    AlignChunkBuffer ChunkBuffer;
     /// The tables of the driver's file; what SaveFile writes.
     AlignTableList Tables;
     /// Tables of a file that is being imported, before they are merged.

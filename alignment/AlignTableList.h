@@ -2,7 +2,7 @@
 // The list that holds the alignment tables of several devices.
 #pragma once
 
-#include "alignment/AlignTypes.h"
+#include "alignment/AlignTable.h"
 
 #include <cstdint>
 #include <limits>
@@ -32,7 +32,7 @@ struct AlignTableList
     AlignTableList(const AlignTableList &) = delete;
     AlignTableList &operator=(const AlignTableList &) = delete;
 
-    [[nodiscard]] bool IsFull() const { return Count == MaxCount; }
+    [[nodiscard]] bool isFull() const { return Count == MaxCount; }
 
     /// Links a node behind the tail, in constant time, and owns it from now on. The list must not be full.
     void Append(std::unique_ptr<AlignTableNode> node);

@@ -56,11 +56,11 @@ constexpr SliceTables<Word, Stride> MakeSliceTables(Word polynomial)
     return tables;
 }
 
-constexpr std::size_t stride8 = 8;
-constexpr std::size_t stride32 = 16; // measured: 1.6 times as fast as 8; the tables take 16 KiB
+constexpr std::size_t Stride8 = 8;
+constexpr std::size_t Stride32 = 16; // measured: 1.6 times as fast as 8; the tables take 16 KiB
 
-alignas(64) constexpr auto tables8 = MakeSliceTables<std::uint8_t, stride8>(0x07);
-alignas(64) constexpr auto tables32 = MakeSliceTables<std::uint32_t, stride32>(0x04C11DB7);
+alignas(64) constexpr auto Tables8 = MakeSliceTables<std::uint8_t, Stride8>(0x07);
+alignas(64) constexpr auto Tables32 = MakeSliceTables<std::uint32_t, Stride32>(0x04C11DB7);
 
 } // namespace
 
@@ -68,14 +68,14 @@ std::uint8_t Crc8(std::span<const std::uint8_t> data, std::uint8_t crc)
 {
     const std::uint8_t *p = data.data();
     std::size_t left = data.size();
-    for (; left >= stride8; left -= stride8, p += stride8) {
-        std::uint8_t next = tables8[stride8 - 1][p[0] ^ crc];
-        for (std::size_t i = 1; i < stride8; ++i)
-            next ^= tables8[stride8 - 1 - i][p[i]];
+    for (; left >= Stride8; left -= Stride8, p += Stride8) {
+        std::uint8_t next = Tables8[Stride8 - 1][p[0] ^ crc];
+        for (std::size_t i = 1; i < Stride8; ++i)
+            next ^= Tables8[Stride8 - 1 - i][p[i]];
         crc = next;
     }
     for (; left > 0; --left, ++p)
-        crc = NextByte(tables8[0], crc, *p);
+        crc = NextByte(Tables8[0], crc, *p);
     return crc;
 }
 
@@ -83,18 +83,18 @@ std::uint32_t Crc32(std::span<const std::uint8_t> data, std::uint32_t crc)
 {
     const std::uint8_t *p = data.data();
     std::size_t left = data.size();
-    for (; left >= stride32; left -= stride32, p += stride32) {
+    for (; left >= Stride32; left -= Stride32, p += Stride32) {
         // The register is XORed onto the first four bytes; the others enter as they are.
         std::uint32_t next = 0;
         for (std::size_t i = 0; i < sizeof(crc); ++i) {
             const auto registerByte = static_cast<std::uint8_t>(crc >> (24 - 8 * i));
-            next ^= tables32[stride32 - 1 - i][p[i] ^ registerByte];
+            next ^= Tables32[Stride32 - 1 - i][p[i] ^ registerByte];
         }
-        for (std::size_t i = sizeof(crc); i < stride32; ++i)
-            next ^= tables32[stride32 - 1 - i][p[i]];
+        for (std::size_t i = sizeof(crc); i < Stride32; ++i)
+            next ^= Tables32[Stride32 - 1 - i][p[i]];
         crc = next;
     }
     for (; left > 0; --left, ++p)
-        crc = NextByte(tables32[0], crc, *p);
+        crc = NextByte(Tables32[0], crc, *p);
     return crc;
 }

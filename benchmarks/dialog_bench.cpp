@@ -2,9 +2,9 @@
 // The alignment dialog over a driver's file with as many tables as a file can hold, without a display: from
 // the command to the drawn tree, a refill, and a click on a header. Each run is a new dialog.
 #include "Common_Files/TarnvikBasic.h"
-#include "TarnvikControl/AlignmentDriver.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "alignment/AlignStore.h"
+#include "alignment_merge/AlignmentDriver.h"
 #include "benchmarks/ProcessMemory.h"
 #include "benchmarks/TimeTable.h"
 #include "platform/LargeBlocks.h"
@@ -63,7 +63,7 @@ bool MeasureOnce(Times &times)
     QElapsedTimer timer;
     timer.start();
     QDlgAlignmentCfg dialog;
-    if (!dialog.LoadFolder(QString(), u"TarnvikDriver_*.ad"_s).isEmpty())
+    if (!dialog.LoadDriverFiles().isEmpty())
         return false;
     dialog.show();
     if (!QTest::qWaitForWindowExposed(&dialog))

@@ -4,16 +4,10 @@
 
 #include "alignment/AlignStore.h"
 
-#include <QCoreApplication>
-#include <QString>
-
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
-#include <system_error>
 
 namespace {
 
@@ -26,44 +20,11 @@ void Require(bool holds, const char *what)
     std::abort();
 }
 
-/// A file of this process in the temporary folder; removed with the object, unless a finding ends the program
-/// first.
-class ScratchFile
+AlignResult Load(AlignStore &store, const std::string &bytes)
 {
-public:
-    explicit ScratchFile(const char *name)
-    {
-        std::error_code error;
-        Path = std::filesystem::temp_directory_path(error) /
-               (std::string(name) + "-" + std::to_string(QCoreApplication::applicationPid()) + ".ad");
-    }
-    ~ScratchFile()
-    {
-        std::error_code ignored;
-        std::filesystem::remove(Path, ignored);
-    }
-    ScratchFile(const ScratchFile &) = delete;
-    ScratchFile &operator=(const ScratchFile &) = delete;
-
-    [[nodiscard]] QString QtPath() const { return QString::fromStdU16String(Path.u16string()); }
-
-    void Write(const std::uint8_t *data, std::size_t size) const
-    {
-        std::ofstream stream(Path, std::ios::binary | std::ios::trunc);
-        stream.write(reinterpret_cast<const char *>(data), static_cast<std::streamsize>(size));
-        stream.close();
-        Require(stream.good(), "the input could not be written");
-    }
-
-    [[nodiscard]] std::string Bytes() const
-    {
-        std::ifstream stream(Path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-private:
-    std::filesystem::path Path;
-};
+    std::istringstream stream(bytes, std::ios::binary);
+    return store.Load(stream, store.Tables, true);
+}
 
 bool IsEmpty(const AlignTableList &list)
 {
@@ -84,34 +45,33 @@ bool AllVersionsAreValid(const AlignTableList &list)
 /// Saves what was loaded, loads that and saves it again: the same bytes.
 void RequireRoundTrip(AlignStore &store)
 {
-    static const ScratchFile saved("tarnvik-fuzz-saved");
+    std::ostringstream saved(std::ios::binary);
+    const AlignResult result = store.Save(saved);
     if (IsEmpty(store.Tables)) {
-        Require(store.SaveFile(saved.QtPath()) == AlignResult::ListIsEmpty, "an empty list was saved");
+        Require(result == AlignResult::ListIsEmpty && saved.str().empty(), "an empty list was saved");
         return;
     }
-    Require(store.SaveFile(saved.QtPath()) == AlignResult::Ok, "what was loaded could not be saved");
-    const std::string bytes = saved.Bytes();
+    Require(result == AlignResult::Ok, "what was loaded could not be saved");
     AlignStore again;
-    const AlignResult result = again.LoadFile(saved.QtPath(), again.Tables, true);
+    const AlignResult loadedAgain = Load(again, saved.str());
     if (!AllVersionsAreValid(store.Tables)) {
-        Require(result == AlignResult::VersionMismatch && IsEmpty(again.Tables),
+        Require(loadedAgain == AlignResult::VersionMismatch && IsEmpty(again.Tables),
                 "a wrong version was accepted");
         return;
     }
-    Require(result == AlignResult::Ok, "what was saved could not be loaded");
+    Require(loadedAgain == AlignResult::Ok, "what was saved could not be loaded");
     Require(again.Tables.Count == store.Tables.Count, "tables were lost");
-    Require(again.SaveFile(saved.QtPath()) == AlignResult::Ok, "what was loaded again could not be saved");
-    Require(saved.Bytes() == bytes, "saving again gave other bytes");
+    std::ostringstream savedAgain(std::ios::binary);
+    Require(again.Save(savedAgain) == AlignResult::Ok, "what was loaded again could not be saved");
+    Require(savedAgain.str() == saved.str(), "saving again gave other bytes");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static const ScratchFile input("tarnvik-fuzz-input");
-    input.Write(data, size);
     AlignStore store;
-    switch (store.LoadFile(input.QtPath(), store.Tables, true)) {
+    switch (Load(store, std::string(reinterpret_cast<const char *>(data), size))) {
     case AlignResult::Ok:
         RequireRoundTrip(store);
         break;

@@ -13,7 +13,7 @@ namespace {
 
 /// A click into a console begins a selection, and as long as there is one all who write to it wait: the
 /// window would stand still, and the recorder not be started again.
-void LeaveTheMouseAlone()
+void SwitchQuickEditOff()
 {
     const HANDLE input = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -36,7 +36,7 @@ bool OpenConsole()
     std::FILE *stream = nullptr;
     (void)freopen_s(&stream, "CONOUT$", "w", stdout);
     (void)freopen_s(&stream, "CONOUT$", "w", stderr);
-    LeaveTheMouseAlone();
+    SwitchQuickEditOff();
     RestoreControlHandler();
     return true;
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a named semaphore needs on each system so that a release reaches only a process that waits at that
-// moment.
+// A named semaphore as a request to quit, which reaches only a process that waits at that moment.
 #pragma once
 
 #include <QString>
@@ -11,9 +10,8 @@ namespace platform {
 /// process is harmless because the semaphore goes with its last handle. Changes nothing.
 [[nodiscard]] bool QuitSignalHasListener(const QString &key);
 
-/// Takes away a count that nobody took, and sees to it that a process that took one does not give it back
-/// when it ends. Call it right after a release, and in place of a release that nobody waits for. Does nothing
-/// where the system sees to that itself.
-void SettleQuitSignal(const QString &key);
+/// Releases the named system semaphore once for a process that waits on it at this moment. A process that
+/// begins to wait later never gets this request. Errors are silent.
+void SendQuitSignal(const QString &key);
 
 } // namespace platform

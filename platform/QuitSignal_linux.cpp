@@ -55,15 +55,9 @@ std::optional<int> Find(const QString &key)
     return semaphore == -1 ? std::nullopt : std::optional(semaphore);
 }
 
-} // namespace
-
-bool QuitSignalHasListener(const QString &key)
-{
-    const std::optional<int> semaphore = Find(key);
-    return semaphore && semctl(*semaphore, 0, GETNCNT) > 0;
-}
-
-void SettleQuitSignal(const QString &key)
+/// Takes away a count that nobody took, and sees to it that a process that took one does not give it back
+/// when it ends.
+void Settle(const QString &key)
 {
     const std::optional<int> semaphore = Find(key);
     if (!semaphore)
@@ -72,6 +66,24 @@ void SettleQuitSignal(const QString &key)
     // the value also forgets what every process would give back or take back at its end.
     SemaphoreArgument zero = {};
     semctl(*semaphore, 0, SETVAL, zero);
+}
+
+} // namespace
+
+bool QuitSignalHasListener(const QString &key)
+{
+    const std::optional<int> semaphore = Find(key);
+    return semaphore && semctl(*semaphore, 0, GETNCNT) > 0;
+}
+
+void SendQuitSignal(const QString &key)
+{
+    if (QuitSignalHasListener(key)) {
+        QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Open);
+        if (semaphore.error() == QSystemSemaphore::NoError)
+            semaphore.release(1);
+    }
+    Settle(key);
 }
 
 } // namespace platform

@@ -4,6 +4,8 @@
 // nothing is taken back.
 #include "platform/QuitSignal.h"
 
+#include <QSystemSemaphore>
+
 namespace platform {
 
 bool QuitSignalHasListener(const QString & /*key*/)
@@ -11,6 +13,11 @@ bool QuitSignalHasListener(const QString & /*key*/)
     return true;
 }
 
-void SettleQuitSignal(const QString & /*key*/) {}
+void SendQuitSignal(const QString &key)
+{
+    QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Open);
+    if (semaphore.error() == QSystemSemaphore::NoError)
+        semaphore.release(1);
+}
 
 } // namespace platform

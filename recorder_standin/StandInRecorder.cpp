@@ -46,20 +46,20 @@ StandInRecorder::StandInRecorder(const StandInOptions &options, const StandInRep
     connect(&Signalling, &QSystemSignalling::Signal_Trigger, this, &StandInRecorder::Slot_Quit);
 }
 
-void StandInRecorder::start()
+void StandInRecorder::Start()
 {
     if (!Options.IgnoreQuit) {
         const int index = Signalling.Add(RecorderQuitKey);
         if (index < 0 || !Signalling.Wait(index))
             (void)std::fprintf(stderr, "TarnvikRecord (stand-in): cannot listen: %s\n",
-                               qUtf8Printable(Signalling.ErrorText()));
+                               qUtf8Printable(Signalling.errorText()));
     }
     if (Options.ExitAfterMs >= 0)
-        QTimer::singleShot(Options.ExitAfterMs, this, [this] { end(Options.ExitCode); });
+        QTimer::singleShot(Options.ExitAfterMs, this, [this] { End(Options.ExitCode); });
     if (Options.CrashAfterMs >= 0)
         QTimer::singleShot(Options.CrashAfterMs, this, [] { std::abort(); });
-    Report.write("ready");
-    flood();
+    Report.Write("ready");
+    Flood();
     if (Options.IntervalMs > 0) {
         StatusTimer.start(Options.IntervalMs);
         Slot_WriteStatus();
@@ -68,18 +68,18 @@ void StandInRecorder::start()
 
 void StandInRecorder::Slot_Quit()
 {
-    Report.write("quit-request");
+    Report.Write("quit-request");
     std::printf("stand-in: asked to quit\n");
-    end(0);
+    End(0);
 }
 
-void StandInRecorder::end(int exitCode) const
+void StandInRecorder::End(int exitCode) const
 {
-    Report.write("ends");
+    Report.Write("ends");
     QCoreApplication::exit(exitCode);
 }
 
-void StandInRecorder::flood() const
+void StandInRecorder::Flood() const
 {
     for (int line = 0; line < Options.FloodLines; ++line)
         std::printf("stand-in: line %d of %d, as fast as it is taken; grüße, 你好\n", line + 1,

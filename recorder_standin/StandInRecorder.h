@@ -20,15 +20,15 @@ public:
     StandInRecorder(const StandInOptions &options, const StandInReport &report);
 
     /// Begins to listen, to write and to print; needs a running event loop to go on.
-    void start();
+    void Start();
 
 private slots:
     void Slot_Quit();
     void Slot_WriteStatus();
 
 private:
-    void flood() const;
-    void end(int exitCode) const;
+    void Flood() const;
+    void End(int exitCode) const;
     [[nodiscard]] QString nextMessage() const;
     [[nodiscard]] QByteArray statusContent(const QString &message) const;
 

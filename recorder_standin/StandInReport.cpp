@@ -7,7 +7,7 @@
 
 #include <chrono>
 
-void StandInReport::write(const char *event) const
+void StandInReport::Write(const char *event) const
 {
     if (File.isEmpty())
         return;

@@ -12,7 +12,7 @@ class StandInReport
 {
 public:
     explicit StandInReport(QString file) : File(std::move(file)) {}
-    void write(const char *event) const;
+    void Write(const char *event) const;
 
 private:
     QString File;

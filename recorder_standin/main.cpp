@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The stand-in recorder's entry point. StandInOptions.h lists the environment variables that change what it
 // does.
+#include "platform/TerminateRequest.h"
 #include "recorder_standin/StandInOptions.h"
 #include "recorder_standin/StandInRecorder.h"
 #include "recorder_standin/StandInReport.h"
-#include "recorder_standin/TerminateRequest.h"
 
 #include <QCoreApplication>
 
@@ -12,19 +12,19 @@ int main(int argc, char **argv)
 {
     const StandInOptions options = StandInOptions::FromEnvironment();
     const StandInReport report(options.ReportFile);
-    report.write("started");
+    report.Write("started");
     QCoreApplication application(argc, argv);
-    const TerminateRequest terminateRequest([&options, &report] {
-        report.write("terminate-request");
+    const platform::TerminateRequest terminateRequest([&options, &report] {
+        report.Write("terminate-request");
         if (options.IgnoreTerminate)
             return;
-        report.write("ends");
+        report.Write("ends");
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
     });
     if (!terminateRequest.isListening())
         qWarning("a request to terminate cannot be received");
     StandInRecorder recorder(options, report);
-    recorder.start();
+    recorder.Start();
     return QCoreApplication::exec();
 }

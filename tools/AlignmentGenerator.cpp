@@ -12,7 +12,7 @@ namespace tools {
 
 namespace {
 
-constexpr std::size_t greatestPayload = alignfile::DataSetPayloadLimit - 1;
+constexpr std::size_t GreatestPayload = alignfile::DataSetPayloadLimit - 1;
 
 /// Takes `size` bytes off the budget if it has them.
 bool Spend(std::size_t &budget, std::size_t size)
@@ -95,7 +95,7 @@ void AlignmentGenerator::FillDataSet(AlignDataSet &dataSet, std::size_t payloadS
     dataSet.Word1 = static_cast<std::uint16_t>(UpTo(65535));
     dataSet.Word2 = static_cast<std::uint16_t>(UpTo(65535));
 
-    std::size_t budget = std::min(payloadSize, greatestPayload) - alignfile::DataSetFieldsSize;
+    std::size_t budget = std::min(payloadSize, GreatestPayload) - alignfile::DataSetFieldsSize;
     const std::size_t points = UpTo(dataSet.FreqPoints.size());
     for (std::size_t i = 0; i < points && Spend(budget, alignfile::FreqPointFieldsSize); ++i) {
         AlignFreqPoint &point = dataSet.FreqPoints[i];
@@ -121,7 +121,7 @@ void AlignmentGenerator::FillDataSet(AlignDataSet &dataSet, std::size_t payloadS
 
 void AlignmentGenerator::FillDataSetFull(AlignDataSet &dataSet, Full layout)
 {
-    std::size_t budget = greatestPayload - alignfile::DataSetFieldsSize;
+    std::size_t budget = GreatestPayload - alignfile::DataSetFieldsSize;
     std::uint16_t value = 0;
     const bool wide = layout == Full::Wide;
     if (wide) {

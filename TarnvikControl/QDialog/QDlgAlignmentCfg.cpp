@@ -2,8 +2,9 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
 #include "Common_Files/TarnvikBasic.h"
-#include "TarnvikControl/AlignmentDriver.h"
-#include "TarnvikControl/AlignmentSave.h"
+#include "TarnvikControl/QDialog/AlignmentRowLook.h"
+#include "alignment_merge/AlignmentDriver.h"
+#include "alignment_merge/AlignmentSave.h"
 
 #include <QDropEvent>
 #include <QFileDialog>
@@ -35,6 +36,12 @@ constexpr int DateColumn = 1;
 const QString LongestLine =
     u"________0x8888888888888888______Aligned to: 8888-88-88 (BBBBBBBBBBBBBBBBBBBBBBBBBBBBBB)____"_s;
 constexpr int VisibleLines = 20;
+
+/// Where the drivers' files are read and written.
+QString RecorderFolder()
+{
+    return QTarnvikBasic::GetRecorderFile(QString());
+}
 
 /// The paths of the dragged data that look like alignment files: ".ad" anywhere but at the beginning.
 QStringList AlignmentFilesIn(const QMimeData &data)
@@ -113,9 +120,10 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
 // The tree, created without parent, is deleted here, before the layout's other widgets.
 QDlgAlignmentCfg::~QDlgAlignmentCfg() = default;
 
-QString QDlgAlignmentCfg::LoadFolder(const QString &folder, const QString &pattern)
+QString QDlgAlignmentCfg::LoadDriverFiles()
 {
-    return Rows.LoadFolder(folder, pattern);
+    Rows.Clear();
+    return Rows.LoadFolder(RecorderFolder(), AlignmentDriverFilePattern());
 }
 
 void QDlgAlignmentCfg::showEvent(QShowEvent *event)
@@ -128,7 +136,7 @@ void QDlgAlignmentCfg::showEvent(QShowEvent *event)
     adjustSize();
 }
 
-QHBoxLayout *QDlgAlignmentCfg::addLine()
+QHBoxLayout *QDlgAlignmentCfg::AddLine()
 {
     auto *const line = new QHBoxLayout;
     Outer->addLayout(line);
@@ -137,7 +145,7 @@ QHBoxLayout *QDlgAlignmentCfg::addLine()
 }
 
 template <typename Slot>
-QPushButton *QDlgAlignmentCfg::addButton(QHBoxLayout *line, const QString &text, const QString &toolTip,
+QPushButton *QDlgAlignmentCfg::AddButton(QHBoxLayout *line, const QString &text, const QString &toolTip,
                                          Slot slot)
 {
     auto *const button = new QPushButton(text);
@@ -150,29 +158,29 @@ QPushButton *QDlgAlignmentCfg::addButton(QHBoxLayout *line, const QString &text,
 void QDlgAlignmentCfg::BuildLayout()
 {
     Outer = new QVBoxLayout(this);
-    QHBoxLayout *line = addLine();
+    QHBoxLayout *line = AddLine();
     auto *const label = new QLabel(Title);
     label->setBuddy(Tree.get()); // screen readers read it for the tree
     line->addWidget(label);
     line->addSpacing(10);
 
-    addLine()->addWidget(Tree.get());
+    AddLine()->addWidget(Tree.get());
     const QRect longest = Tree->fontMetrics().boundingRect(LongestLine);
     Tree->setMinimumHeight(VisibleLines * longest.height());
     setMinimumWidth(longest.width() + 40);
 
-    line = addLine();
+    line = AddLine();
     //: Back to what the drivers' files hold.
-    addButton(line, tr("Reset"), tr("Loads default"), &QDlgAlignmentCfg::Slot_Button_Reset);
-    addButton(line, tr("Clear"), tr("Clear full list"), &QDlgAlignmentCfg::Slot_Button_Clear);
-    addButton(line, tr("Import..."), tr("Imports data"), qOverload<>(&QDlgAlignmentCfg::Slot_Button_Import));
+    AddButton(line, tr("Reset"), tr("Loads default"), &QDlgAlignmentCfg::Slot_Button_Reset);
+    AddButton(line, tr("Clear"), tr("Clear full list"), &QDlgAlignmentCfg::Slot_Button_Clear);
+    AddButton(line, tr("Import..."), tr("Imports data"), qOverload<>(&QDlgAlignmentCfg::Slot_Button_Import));
     QPushButton *const saveButton =
-        addButton(line, tr("Save..."), tr("Saves data"), &QDlgAlignmentCfg::Slot_Button_Save);
+        AddButton(line, tr("Save..."), tr("Saves data"), &QDlgAlignmentCfg::Slot_Button_Save);
     // Without this the Enter key in the tree would press the first button and drop all imports.
     saveButton->setDefault(true);
     Outer->addSpacing(20);
     //: Closes the dialog, not the program.
-    addButton(addLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
+    AddButton(AddLine(), tr("Quit"), tr("Closes the dialog box"), &QDialog::reject);
 
     // The keyboard starts in the tree. The Tab key then follows the lines, as the widgets were added in that
     // order.
@@ -186,7 +194,7 @@ void QDlgAlignmentCfg::FillTree()
     Tree->setSelectionBehavior(QAbstractItemView::SelectRows);
     // A stretched last column has the tree's width, not that of its contents: the tree would grow each time.
     Tree->header()->setStretchLastSection(false);
-    limitTreeWidth();
+    LimitTreeWidth();
 
     Rows.Sort();
     QList<QTreeWidgetItem *> drivers;
@@ -208,10 +216,10 @@ void QDlgAlignmentCfg::FillTree()
     for (int column = 0; column < Tree->columnCount(); ++column)
         Tree->resizeColumnToContents(column);
     Tree->header()->setStretchLastSection(true);
-    showWholeTree();
+    ShowWholeTree();
 }
 
-void QDlgAlignmentCfg::showWholeTree()
+void QDlgAlignmentCfg::ShowWholeTree()
 {
     // The dialog's own minimum width stands before what its layout needs, which would cut off the tree.
     if (Outer == nullptr)
@@ -220,7 +228,7 @@ void QDlgAlignmentCfg::showWholeTree()
     resize(std::max(width(), Outer->totalMinimumSize().width()), height());
 }
 
-void QDlgAlignmentCfg::limitTreeWidth()
+void QDlgAlignmentCfg::LimitTreeWidth()
 {
     int width = 10;
     for (int column = 0; column < Tree->columnCount(); ++column)
@@ -233,8 +241,7 @@ void QDlgAlignmentCfg::limitTreeWidth()
 
 void QDlgAlignmentCfg::Slot_Button_Reset()
 {
-    Rows.Clear();
-    LoadFolder(QString(), AlignmentDriverFiles());
+    LoadDriverFiles(); // errors are not shown
     FillTree();
 }
 
@@ -267,7 +274,7 @@ void QDlgAlignmentCfg::Slot_Button_Import()
 
 void QDlgAlignmentCfg::Slot_Button_Save()
 {
-    const QString error = save();
+    const QString error = Save();
     if (!error.isEmpty())
         QMessageBox::warning(nullptr, tr("Export alignment data"),
                              tr("Error while exporting:\n%1").arg(error), QMessageBox::Ok);
@@ -287,7 +294,7 @@ QList<AlignmentChoice> QDlgAlignmentCfg::choices() const
     return choices;
 }
 
-QString QDlgAlignmentCfg::save()
+QString QDlgAlignmentCfg::Save()
 {
     AlignmentSaveQuestions questions;
     questions.SaveUnchanged = [](const QString &driver) {
@@ -300,8 +307,7 @@ QString QDlgAlignmentCfg::save()
         return QFileDialog::getSaveFileName(this, tr("Choose alignment file for exporting"), proposal,
                                             tr("AlignFile (*.ad);;All (*.*)"));
     };
-    return SaveAlignment(CollectSaveGroups(choices(), Rows), QTarnvikBasic::GetRecorderFile(QString()),
-                         questions);
+    return SaveAlignment(MarkRowsAndCollectSaveGroups(choices(), Rows), RecorderFolder(), questions);
 }
 
 void QDlgAlignmentCfg::dragEnterEvent(QDragEnterEvent *event)

@@ -2,7 +2,7 @@
 // The dialog of the alignment tables of all drivers.
 #pragma once
 
-#include "TarnvikControl/AlignmentRowList.h"
+#include "alignment_merge/AlignmentRowList.h"
 
 #include <QDialog>
 #include <QList>
@@ -32,9 +32,9 @@ public:
     QDlgAlignmentCfg();
     ~QDlgAlignmentCfg() override;
 
-    /// Reads the matching files of the folder into the rows, see AlignmentRowList::LoadFolder. The tree is
-    /// not filled. Returns what went wrong, empty when nothing did.
-    QString LoadFolder(const QString &folder, const QString &pattern);
+    /// Reads the drivers' files of the recorder's folder in place of all rows. The tree is not filled.
+    /// Returns what went wrong, empty when nothing did.
+    QString LoadDriverFiles();
 
     [[nodiscard]] const QList<AlignmentRow> &rows() const { return Rows.rows(); }
 
@@ -56,14 +56,14 @@ protected:
 
 private:
     void BuildLayout();
-    QHBoxLayout *addLine();
+    QHBoxLayout *AddLine();
     template <typename Slot>
-    QPushButton *addButton(QHBoxLayout *line, const QString &text, const QString &toolTip, Slot slot);
+    QPushButton *AddButton(QHBoxLayout *line, const QString &text, const QString &toolTip, Slot slot);
     void FillTree();
-    void limitTreeWidth();
-    void showWholeTree();
+    void LimitTreeWidth();
+    void ShowWholeTree();
     [[nodiscard]] QList<AlignmentChoice> choices() const;
-    [[nodiscard]] QString save();
+    [[nodiscard]] QString Save();
 
     QString Title; // above the tree
     AlignmentRowList Rows;

@@ -122,7 +122,7 @@ void AppTranslationTest::beforeInitNothingIsDone()
     translation.SlotLanguageChanged(&action);
     translation.UnloadTranslators();
     QCOMPARE(translation.CountLanguages(), 0);
-    QCOMPARE(translation.CurrentLanguage(), -1);
+    QCOMPARE(translation.currentLanguage(), -1);
     QCOMPARE(SampleText(), u"language"_s);
     QVERIFY(menu.isEmpty());
     QVERIFY(menu.findChildren<QActionGroup *>().isEmpty());
@@ -268,7 +268,7 @@ void AppTranslationTest::triesTheLocalesCodesInOrder()
     CAppTranslation translation;
     translation.Init(qApp);
     QCOMPARE(SampleText(), text);
-    QCOMPARE(translation.CurrentLanguage(), int(QLocale(locale).language()));
+    QCOMPARE(translation.currentLanguage(), int(QLocale(locale).language()));
 }
 
 void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver_data()
@@ -318,7 +318,7 @@ void AppTranslationTest::theCLocaleInstallsNothing()
     CAppTranslation translation;
     translation.Init(qApp);
     QCOMPARE(SampleText(), u"language"_s);
-    QCOMPARE(translation.CurrentLanguage(), int(QLocale::C));
+    QCOMPARE(translation.currentLanguage(), int(QLocale::C));
     QMenu menu;
     translation.FillLanguageMenu(&menu);
     QCOMPARE(Entries(menu), QStringList({u"C|C"_s, u"en|en"_s}));
@@ -336,7 +336,7 @@ void AppTranslationTest::anotherLanguageReplacesTheFirst()
     QCOMPARE(SampleText(), u"English"_s);
     translation.LoadLanguage(QLocale(u"fr"_s));
     QCOMPARE(SampleText(), u"language"_s);
-    QCOMPARE(translation.CurrentLanguage(), int(QLocale::French));
+    QCOMPARE(translation.currentLanguage(), int(QLocale::French));
 }
 
 void AppTranslationTest::unloadingRemovesEverything()
@@ -349,7 +349,7 @@ void AppTranslationTest::unloadingRemovesEverything()
         QCOMPARE(SampleText(), u"German"_s);
         translation.UnloadTranslators();
         QCOMPARE(SampleText(), u"language"_s);
-        QCOMPARE(translation.CurrentLanguage(), -1);
+        QCOMPARE(translation.currentLanguage(), -1);
         QMenu menu;
         translation.FillLanguageMenu(&menu);
         QCOMPARE(Entries(menu), QStringList({u"en|en|checked"_s, u"de|de"_s}));
@@ -453,7 +453,7 @@ void AppTranslationTest::choosingAnEntrySwitchesTheLanguage()
     QCOMPARE(spy.size(), 1);
     QCOMPARE(textAtTheSignal, u"German"_s);
     QCOMPARE(localeAtTheSignal, QLocale(u"de"_s));
-    QCOMPARE(translation.CurrentLanguage(), int(QLocale::German));
+    QCOMPARE(translation.currentLanguage(), int(QLocale::German));
     QCOMPARE(Entries(menu), QStringList({u"de|de|checked"_s, u"en|en"_s}));
 
     translation.SlotLanguageChanged(nullptr);
@@ -471,7 +471,7 @@ void AppTranslationTest::choosingEnglishWithoutAFileShowsTheSourceTexts()
     translation.FillLanguageMenu(&menu);
     menu.actions().constFirst()->trigger();
     QCOMPARE(SampleText(), u"language"_s);
-    QCOMPARE(translation.CurrentLanguage(), int(QLocale::English));
+    QCOMPARE(translation.currentLanguage(), int(QLocale::English));
     QCOMPARE(QLocale().language(), QLocale::English);
 }
 

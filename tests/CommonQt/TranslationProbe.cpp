@@ -16,7 +16,7 @@ namespace {
 void PrintState(QTextStream &out)
 {
     out << "count=" << AppTranslation.CountLanguages() << '\n';
-    out << "language=" << AppTranslation.CurrentLanguage() << '\n';
+    out << "language=" << AppTranslation.currentLanguage() << '\n';
     out << "text=" << QCoreApplication::translate("Sample", "language") << '\n';
     QMenu menu;
     AppTranslation.FillLanguageMenu(&menu);

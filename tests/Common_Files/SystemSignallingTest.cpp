@@ -29,7 +29,7 @@ private slots:
 void SystemSignallingTest::aNewObjectHasNoEntries()
 {
     QSystemSignalling signalling;
-    QVERIFY(!signalling.IsWaiting(0));
+    QVERIFY(!signalling.isWaiting(0));
     QVERIFY(!signalling.Wait(0));
 }
 
@@ -39,7 +39,7 @@ void SystemSignallingTest::aReleaseTriggersTheNamedSignalOnce()
     QSignalSpy spy(&signalling, SIGNAL(Signal_Trigger(QString)));
     QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
-    QVERIFY(signalling.IsWaiting(0));
+    QVERIFY(signalling.isWaiting(0));
     QCOMPARE(spy.count(), 0);
     QSystemSemaphore sender(u"first"_s);
     QVERIFY(sender.release());
@@ -70,8 +70,8 @@ void SystemSignallingTest::eachNameIsReportedByItself()
     QVERIFY(QSystemSemaphore(u"second"_s).release());
     QTRY_COMPARE(spy.count(), 1);
     QCOMPARE(spy.at(0).at(0).toString(), u"second"_s);
-    QTRY_VERIFY(!signalling.IsWaiting(1));
-    QVERIFY(signalling.IsWaiting(0));
+    QTRY_VERIFY(!signalling.isWaiting(1));
+    QVERIFY(signalling.isWaiting(0));
 }
 
 void SystemSignallingTest::theWaitEndsWithTheTriggerAndCanBeginAnew()
@@ -84,7 +84,7 @@ void SystemSignallingTest::theWaitEndsWithTheTriggerAndCanBeginAnew()
         QVERIFY(signalling.Wait(0));
         QVERIFY(sender.release());
         QTRY_COMPARE(spy.count(), round);
-        QTRY_VERIFY(!signalling.IsWaiting(0));
+        QTRY_VERIFY(!signalling.isWaiting(0));
     }
     // What nobody waits for stays for the next one who does.
     QVERIFY(sender.release());
@@ -107,7 +107,7 @@ void SystemSignallingTest::waitFails()
     QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
     QVERIFY(!signalling.Wait(index));
-    QVERIFY(signalling.IsWaiting(0));
+    QVERIFY(signalling.isWaiting(0));
 }
 
 void SystemSignallingTest::destructionEndsWaitsThatNobodyTriggered()
@@ -137,7 +137,7 @@ void SystemSignallingTest::destructionLeavesNoCountBehind()
     QCOMPARE(signalling.Add(u"first"_s), 0);
     QVERIFY(signalling.Wait(0));
     QVERIFY(!spy.wait(200)); // a count left behind would be taken at once
-    QVERIFY(signalling.IsWaiting(0));
+    QVERIFY(signalling.isWaiting(0));
 }
 
 TARNVIK_TEST_MAIN(SystemSignallingTest, QCoreApplication)

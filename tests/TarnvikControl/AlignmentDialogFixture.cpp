@@ -15,7 +15,7 @@ namespace tests {
 
 AlignmentDialogFixture::AlignmentDialogFixture()
 {
-    (void)Dialog.LoadFolder(QString(), u"TarnvikDriver_*.ad"_s);
+    (void)Dialog.LoadDriverFiles();
     Dialog.show();
     (void)QTest::qWaitForWindowActive(&Dialog);
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
-#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 
 #include <QPushButton>
 #include <QString>

@@ -56,10 +56,10 @@ void ArgumentStoreTest::anEmptyStoreHoldsNothing()
     ArgumentStore store;
     QCOMPARE(store.argc(), 0);
     QVERIFY(store.argv()[0] == nullptr);
-    QVERIFY(!store.WantsDebugConsole());
+    QVERIFY(!store.wantsDebugConsole());
     QVERIFY(store.Fill({}));
     QCOMPARE(store.argc(), 0);
-    QVERIFY(!store.WantsDebugConsole());
+    QVERIFY(!store.wantsDebugConsole());
 }
 
 void ArgumentStoreTest::theFirstFiveArgumentsAreTaken_data()
@@ -96,7 +96,7 @@ void ArgumentStoreTest::moreThanFourArgumentsAfterTheProgramsNameAreNotSeenByThe
     const QCoreApplication application(store.argc(), store.argv());
     // The first one is the program's own path on some systems.
     QCOMPARE(QCoreApplication::arguments().mid(1), QStringList({"a", "b", "c", "d"}));
-    QVERIFY(!store.WantsDebugConsole());
+    QVERIFY(!store.wantsDebugConsole());
 }
 
 void ArgumentStoreTest::aSecondFillForgetsTheFirst()
@@ -106,7 +106,7 @@ void ArgumentStoreTest::aSecondFillForgetsTheFirst()
     QVERIFY(store.Fill({"p"}));
     QCOMPARE(Taken(store), QStringList{"p"});
     QVERIFY(store.argv()[1] == nullptr);
-    QVERIFY(!store.WantsDebugConsole());
+    QVERIFY(!store.wantsDebugConsole());
 }
 
 void ArgumentStoreTest::theLengthOfAnArgument_data()
@@ -164,10 +164,10 @@ void ArgumentStoreTest::theDebugConsole()
     QFETCH(bool, wanted);
     ArgumentStore store;
     QVERIFY(store.Fill(ToArguments(QStringList{"program"} + arguments)));
-    QCOMPARE(store.WantsDebugConsole(), wanted);
+    QCOMPARE(store.wantsDebugConsole(), wanted);
     // The program's own name never counts.
     QVERIFY(store.Fill({"--DEBUG"}));
-    QVERIFY(!store.WantsDebugConsole());
+    QVERIFY(!store.wantsDebugConsole());
 }
 
 void ArgumentStoreTest::theDebugConsoleIsDecidedByTheArgumentsAsGivenWhateverQtTakesOut()
@@ -177,13 +177,13 @@ void ArgumentStoreTest::theDebugConsoleIsDecidedByTheArgumentsAsGivenWhateverQtT
     {
         const QApplication application(debugFirst.argc(), debugFirst.argv());
         QCOMPARE(Taken(debugFirst), QStringList({"program", "--DEBUG"}));
-        QVERIFY(debugFirst.WantsDebugConsole());
+        QVERIFY(debugFirst.wantsDebugConsole());
     }
     ArgumentStore debugLast;
     QVERIFY(debugLast.Fill({"program", "-style", "fusion", "--DEBUG"}));
     const QApplication application(debugLast.argc(), debugLast.argv());
     QCOMPARE(Taken(debugLast), QStringList({"program", "--DEBUG"}));
-    QVERIFY(!debugLast.WantsDebugConsole());
+    QVERIFY(!debugLast.wantsDebugConsole());
 }
 
 int main(int argc, char **argv)

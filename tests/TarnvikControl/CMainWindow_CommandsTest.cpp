@@ -6,8 +6,8 @@
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/Version.h"
-#include "tests/TarnvikControl/AlignmentFiles.h"
 #include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
 

@@ -28,7 +28,7 @@ namespace {
 QStringList GivenStyles;
 
 /// One line per entry: "menu|text|tip|shortcut|checkable", separators as "menu|-", submenus as "menu|text >".
-QStringList MenuTable(const CMainWindow &window)
+QStringList ShownMenuTable(const CMainWindow &window)
 {
     QStringList table;
     const QList<QAction *> titles = window.menuBar()->actions();
@@ -172,7 +172,7 @@ void CMainWindow_MenusTest::theMenuBarHasItsEntries()
     }
     const tests::DialogAnswers answers(QMessageBox::Ok); // without styles the first entry warns
     const CMainWindow window;
-    QCOMPARE(MenuTable(window), expected);
+    QCOMPARE(ShownMenuTable(window), expected);
     if (language) {
         QStringList codes;
         const QList<QAction *> entries = MenuEntry(window, u"Language"_s)->menu()->actions();
@@ -191,7 +191,7 @@ void CMainWindow_MenusTest::aMissingTranslationFileLeavesOutTheLanguageMenu()
 void CMainWindow_MenusTest::theMenuIsBuiltAnewWithoutLeftovers()
 {
     CMainWindow window;
-    const QStringList before = MenuTable(window);
+    const QStringList before = ShownMenuTable(window);
     const auto count = [&window] { return window.findChildren<QAction *>().size(); };
     QMetaObject::invokeMethod(&window, "Raw_SlotNewTranslation");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -201,7 +201,7 @@ void CMainWindow_MenusTest::theMenuIsBuiltAnewWithoutLeftovers()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     QCOMPARE(count(), actions);
-    QCOMPARE(MenuTable(window), before);
+    QCOMPARE(ShownMenuTable(window), before);
 }
 
 void CMainWindow_MenusTest::theTwoTogglesShowWhatIsStored_data()

@@ -109,7 +109,7 @@ bool Choose(CMainWindow &window, const QString &code)
     const QTextEdit *const before = window.findChild<QTextEdit *>();
     return Trigger(window, code) && QTest::qWaitFor([&] {
                return window.findChild<QTextEdit *>() != before &&
-                      AppTranslation.CurrentLanguage() == QLocale(code).language();
+                      AppTranslation.currentLanguage() == QLocale(code).language();
            });
 }
 

@@ -85,7 +85,7 @@ void QAsyncWatchExecTest::startWithoutProgramFails()
     QAsyncWatchExec runner;
     QVERIFY(!runner.Start());
     QVERIFY(!runner.isRunning());
-    QVERIFY(!runner.IsProcessRunning());
+    QVERIFY(!runner.isProcessRunning());
     QVERIFY(log.messages().isEmpty());
 }
 
@@ -109,9 +109,9 @@ void QAsyncWatchExecTest::startRunsTheProgramAndReportsEachState()
     QTRY_COMPARE(states.count(), 2);
     QCOMPARE(states.at(0).at(0).toInt(), static_cast<int>(QProcess::Starting));
     QCOMPARE(states.at(1).at(0).toInt(), static_cast<int>(QProcess::Running));
-    QVERIFY(runner.IsProcessRunning());
+    QVERIFY(runner.isProcessRunning());
     runner.Stop();
-    QVERIFY(!runner.IsProcessRunning());
+    QVERIFY(!runner.isProcessRunning());
     QVERIFY(!runner.isRunning());
 }
 
@@ -133,7 +133,7 @@ void QAsyncWatchExecTest::theWorkingFolderIsTheProgramsOwnUnlessGiven()
     if (given)
         runner.WorkingDirectory = folder.path();
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     QCOMPARE(HookCalls.at(0).WorkingDirectory,
              given ? folder.path() : QCoreApplication::applicationDirPath());
 }
@@ -225,7 +225,7 @@ void QAsyncWatchExecTest::theStartHookIsCalledOnTheGuiThreadAndChangesWhatIsStar
     QCOMPARE(HookCalls.at(0).Thread, QThread::currentThread());
     runner.StartHook = ChangeEverything;
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     QTRY_COMPARE(log.texts(QtInfoMsg), QStringList{u"changed"_s});
     QCOMPARE(runner.WorkingDirectory, folder);
 }
@@ -243,7 +243,7 @@ void QAsyncWatchExecTest::aStartHookThatEmptiesTheProgramCountsAsAnEnd()
     QTRY_VERIFY(timeline.startCount() >= 4);
     runner.StartHook = nullptr;
     runner.Program = ScriptedProgram;
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
 }
 
 void QAsyncWatchExecTest::theStopHookGetsItsContextAndWhatItChangesCountsForTheNextStart()
@@ -256,14 +256,14 @@ void QAsyncWatchExecTest::theStopHookGetsItsContextAndWhatItChangesCountsForTheN
     runner.StopHook = RecordHook;
     runner.StopHookContext = &folder;
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     runner.Stop();
     QCOMPARE(HookCalls.size(), 1);
     QCOMPARE(HookCalls.at(0).Context, &folder);
     QCOMPARE(HookCalls.at(0).Program, ScriptedProgram);
     QCOMPARE(HookCalls.at(0).Arguments, QStringList{u"wait"_s});
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     runner.StopHook = ChangeEverything;
     runner.Stop();
     QVERIFY(log.texts(QtInfoMsg).isEmpty());

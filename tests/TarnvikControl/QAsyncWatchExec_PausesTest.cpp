@@ -117,7 +117,7 @@ void QAsyncWatchExec_PausesTest::checkPausesAfterRuns(std::chrono::milliseconds 
     QVERIFY(runner.Start());
     for (int end = 0; end < static_cast<int>(pauses.size()); ++end) {
         QTRY_COMPARE(Report->count(u"started"_s), end + 1);
-        QTRY_VERIFY(runner.IsProcessRunning());
+        QTRY_VERIFY(runner.isProcessRunning());
         QTest::qWait(static_cast<int>(second.count()) * runSeconds); // nothing is to be seen in this time
         QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
         QTRY_COMPARE(timeline.startCount(), end + 2);
@@ -162,7 +162,7 @@ void QAsyncWatchExec_PausesTest::aRecorderThatIsStartingWhenAPauseExpiresIsLeftA
     QCoreApplication::sendPostedEvents(&runner);
     QCOMPARE(states.at(6).at(0).toInt(), static_cast<int>(QProcess::Starting));
     QCOMPARE(timeline.startCount(), 3); // the one made here, and none by the loop
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     QCOMPARE(timeline.startCount(), 3);
     QCOMPARE(states.count(), 8);
 }

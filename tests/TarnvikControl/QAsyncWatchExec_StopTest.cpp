@@ -47,7 +47,7 @@ void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
     runner.StopHook = RecordHook;
     QVERIFY(runner.Start());
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
     const qint64 oldProcess = Report->lastProcess(u"ready"_s);
     QElapsedTimer timer;
     timer.start();
@@ -59,7 +59,7 @@ void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
     QCOMPARE(Report->count(u"ends"_s, oldProcess),
              1); // it came to its own end: it was not killed
     QTRY_COMPARE(Report->count(u"started"_s), 2);
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
 }
 
 void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
@@ -71,7 +71,7 @@ void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
     for (int round = 0; round < 50; ++round) {
         QVERIFY(runner.Start());
         QTRY_VERIFY2(log.messages().size() == round + 1, qPrintable(QString::number(round)));
-        QVERIFY(runner.IsProcessRunning());
+        QVERIFY(runner.isProcessRunning());
         runner.Stop();
     }
 }
@@ -82,7 +82,7 @@ void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturns
     runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning() && Report->recorderListens());
+    QTRY_VERIFY(runner.isProcessRunning() && Report->recorderListens());
     QElapsedTimer timer;
     timer.start();
     runner.Stop();
@@ -197,7 +197,7 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
     QVERIFY(!runner.isRunning());
     disconnect(connection);
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.IsProcessRunning());
+    QTRY_VERIFY(runner.isProcessRunning());
 }
 
 void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
@@ -206,7 +206,7 @@ void QAsyncWatchExec_StopTest::theDestructorStopsTheProcess()
     runner->Program = tools::StandInProgram();
     runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     QVERIFY(runner->Start());
-    QTRY_VERIFY(runner->IsProcessRunning() && Report->recorderListens());
+    QTRY_VERIFY(runner->isProcessRunning() && Report->recorderListens());
     const qint64 process = Report->lastProcess(u"started"_s);
     runner.reset();
     QVERIFY(!tools::IsAlive(process));
@@ -221,7 +221,7 @@ void QAsyncWatchExec_StopTest::tenStopStartRoundsWithTheQuitSemaphoreNeverStopAL
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
     for (int round = 0; round < 10; ++round) {
         QVERIFY(runner.Start());
-        QTRY_VERIFY2(runner.IsProcessRunning() && Report->recorderListens(),
+        QTRY_VERIFY2(runner.isProcessRunning() && Report->recorderListens(),
                      qPrintable(QString::number(round)));
         QCOMPARE(Report->count(u"started"_s), round + 1);
         runner.Stop();
@@ -252,7 +252,7 @@ void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
         const qsizetype printed = log.messages().size();
         const bool early = round % 100 == 50;
         const auto reached = [&] {
-            return early ? runner.IsProcessRunning() : log.messages().size() > printed;
+            return early ? runner.isProcessRunning() : log.messages().size() > printed;
         };
         QVERIFY2(round % 4 == 3 || QTest::qWaitFor(reached), qPrintable(QString::number(round)));
         runner.Stop();

@@ -2,9 +2,9 @@
 // The whole program's alignment dialog with keyboard and mouse, from the menu to the written file; the tray;
 // and requests to end while a dialog is open.
 #include "Common_Files/TarnvikBasic.h"
-#include "tests/TarnvikControl/AlignmentFiles.h"
 #include "tests/TarnvikControl/Station.h"
 #include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 #include "tools/RecorderReport.h"
 
 #include <QDir>

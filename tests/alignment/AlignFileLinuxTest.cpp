@@ -50,7 +50,7 @@ private:
 class WithoutPrivileges
 {
 public:
-    WithoutPrivileges() : WasRoot(geteuid() == 0), Valid(!WasRoot || seteuid(nobody) == 0) {}
+    WithoutPrivileges() : WasRoot(geteuid() == 0), Valid(!WasRoot || seteuid(Nobody) == 0) {}
     ~WithoutPrivileges()
     {
         if (WasRoot && seteuid(0) != 0)
@@ -61,7 +61,7 @@ public:
     [[nodiscard]] bool isValid() const { return Valid; }
 
 private:
-    static constexpr uid_t nobody = 65534;
+    static constexpr uid_t Nobody = 65534;
     bool WasRoot;
     bool Valid;
 };
@@ -79,7 +79,7 @@ bool OpenFoldersTo(const QString &folder)
     return true;
 }
 
-constexpr QFileDevice::Permissions everybodyReadsAndWrites =
+constexpr QFileDevice::Permissions EverybodyReadsAndWrites =
     QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::WriteGroup |
     QFileDevice::ReadOther | QFileDevice::WriteOther;
 
@@ -195,7 +195,7 @@ void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas(
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
     QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
-    QVERIFY(QFile::setPermissions(readable, everybodyReadsAndWrites));
+    QVERIFY(QFile::setPermissions(readable, EverybodyReadsAndWrites));
     QVERIFY(OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;
@@ -219,7 +219,7 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
     QVERIFY(tests::WriteFileBytes(Path, "untouched"));
     QVERIFY(tests::WriteFileBytes(writable, "replaced"));
     QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
-    QVERIFY(QFile::setPermissions(writable, everybodyReadsAndWrites));
+    QVERIFY(QFile::setPermissions(writable, EverybodyReadsAndWrites));
     QVERIFY(OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;

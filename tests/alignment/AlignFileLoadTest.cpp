@@ -158,8 +158,8 @@ void AlignFileLoadTest::loadForgetsThePayloadOfAnEarlierOne()
     QCOMPARE(store.LoadFile(Path, store.Tables, true), AlignResult::Ok);
     QVERIFY(tests::WriteFileBytes(Path, QByteArray()));
     QCOMPARE(store.LoadFile(Path, store.Tables, true), AlignResult::FileError);
-    QVERIFY(
-        std::all_of(store.ChunkBuffer.begin(), store.ChunkBuffer.end(), [](auto byte) { return byte == 0; }));
+    QVERIFY(std::all_of(store.ChunkBuffer.Bytes.begin(), store.ChunkBuffer.Bytes.end(),
+                        [](auto byte) { return byte == 0; }));
 }
 
 void AlignFileLoadTest::load_data()
@@ -277,7 +277,7 @@ void AlignFileLoadTest::changingOnePayloadByteOfAnyChunkGives14UnlessTheNewPaylo
     QCOMPARE(chunks.size(), qsizetype{3});
     int accepted = 0;
     for (const tests::ChunkPosition &chunk : chunks) {
-        for (qsizetype position = chunk.payload; position < chunk.crc; ++position) {
+        for (qsizetype position = chunk.Payload; position < chunk.Crc; ++position) {
             const QByteArray bytes = WithByte(original, position, original.at(position) ^ 0x01);
             QVERIFY(tests::WriteFileBytes(Path, bytes));
             AlignStore store;

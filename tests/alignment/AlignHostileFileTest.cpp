@@ -62,7 +62,7 @@ std::optional<AlignResult> AlignHostileFileTest::Load(const QByteArray &bytes)
 const tests::ChunkPosition &AlignHostileFileTest::ChunkAt(qsizetype position) const
 {
     return *std::find_if(Chunks.begin(), Chunks.end(),
-                         [position](const tests::ChunkPosition &chunk) { return position < chunk.end; });
+                         [position](const tests::ChunkPosition &chunk) { return position < chunk.End; });
 }
 
 void AlignHostileFileTest::initTestCase()
@@ -89,7 +89,7 @@ void AlignHostileFileTest::initTestCase()
 void AlignHostileFileTest::theFileIsWhatTheTestsNeed()
 {
     QCOMPARE(Chunks.size(), qsizetype{1 + 3 + 6});
-    QCOMPARE(Chunks.last().end, File.size());
+    QCOMPARE(Chunks.last().End, File.size());
     QCOMPARE(Load(File), AlignResult::Ok);
     // No payload passes whatever its stored CRC is, or the checks below would prove nothing.
     for (const tests::ChunkPosition &chunk : std::as_const(Chunks))
@@ -100,7 +100,7 @@ void AlignHostileFileTest::everyTruncationGives14Or9AndLeavesTheListEmpty()
 {
     for (qsizetype length = 0; length < File.size(); ++length) {
         // A version byte or a length that is missing gives 9, a payload or a CRC 14.
-        const bool inPayloadOrCrc = length >= ChunkAt(length).payload;
+        const bool inPayloadOrCrc = length >= ChunkAt(length).Payload;
         const AlignResult expected = inPayloadOrCrc ? AlignResult::FileCrcFailed : AlignResult::FileError;
         const std::optional<AlignResult> result = Load(File.left(length));
         QVERIFY2(result == expected, qPrintable(u"length %1"_s.arg(length)));
@@ -153,14 +153,14 @@ void AlignHostileFileTest::everyLength()
         lengths.insert(length);
     QByteArray bytes = File + QByteArray(70000, '\x5A');
     for (const int length : lengths) {
-        bytes[chunk.payload - 2] = static_cast<char>(length);
-        bytes[chunk.payload - 1] = static_cast<char>(length >> 8);
+        bytes[chunk.Payload - 2] = static_cast<char>(length);
+        bytes[chunk.Payload - 1] = static_cast<char>(length >> 8);
         const std::optional<AlignResult> result = Load(bytes);
         QVERIFY2(result.has_value(), qPrintable(QString::number(length)));
-        const int limit = chunk.isDataSet ? 16384 : 16389;
+        const int limit = chunk.IsDataSet ? 16384 : 16389;
         if (length >= limit)
             QVERIFY2(result == AlignResult::InternalError, qPrintable(QString::number(length)));
-        else if (length != chunk.crc - chunk.payload)
+        else if (length != chunk.Crc - chunk.Payload)
             QVERIFY2(result != AlignResult::Ok, qPrintable(QString::number(length)));
     }
 }

@@ -75,11 +75,11 @@ void AlignStoreTest::newStoreIsZeroButForItsFileVersion()
     const AlignStore store;
     QCOMPARE(store.FileVersion, std::uint8_t{5});
     QCOMPARE(store.SdrType, SdrType::None);
-    QCOMPARE(store.ChunkBuffer.size(), std::size_t{16388});
-    QVERIFY(
-        std::all_of(store.ChunkBuffer.begin(), store.ChunkBuffer.end(), [](auto byte) { return byte == 0; }));
-    QCOMPARE(store.BufferLength, std::uint16_t{0});
-    QCOMPARE(store.BufferCursor, std::uint16_t{0});
+    QCOMPARE(store.ChunkBuffer.Bytes.size(), std::size_t{16388});
+    QVERIFY(std::all_of(store.ChunkBuffer.Bytes.begin(), store.ChunkBuffer.Bytes.end(),
+                        [](auto byte) { return byte == 0; }));
+    QCOMPARE(store.ChunkBuffer.BufferLength, std::uint16_t{0});
+    QCOMPARE(store.ChunkBuffer.BufferCursor, std::uint16_t{0});
     QVERIFY(tests::IsEmpty(store.Tables));
     QVERIFY(tests::IsEmpty(store.ImportTables));
 }

@@ -145,16 +145,16 @@ QList<ChunkPosition> ChunksOf(const QByteArray &file)
     qsizetype position = 0;
     while (position < file.size()) {
         ChunkPosition chunk;
-        chunk.isDataSet = dataSetsLeft > 0;
-        chunk.begin = position;
-        chunk.payload = position + (chunk.isDataSet ? 2 : 3);
-        chunk.crc = chunk.payload + qFromLittleEndian<quint16>(file.constData() + chunk.payload - 2);
-        chunk.end = chunk.crc + (chunk.isDataSet ? 4 : 1);
-        if (chunk.isDataSet)
+        chunk.IsDataSet = dataSetsLeft > 0;
+        chunk.Begin = position;
+        chunk.Payload = position + (chunk.IsDataSet ? 2 : 3);
+        chunk.Crc = chunk.Payload + qFromLittleEndian<quint16>(file.constData() + chunk.Payload - 2);
+        chunk.End = chunk.Crc + (chunk.IsDataSet ? 4 : 1);
+        if (chunk.IsDataSet)
             --dataSetsLeft;
         else if (!chunks.isEmpty()) // a table chunk; its last payload byte is the number of data sets
-            dataSetsLeft = static_cast<quint8>(file.at(chunk.crc - 1));
-        position = chunk.end;
+            dataSetsLeft = static_cast<quint8>(file.at(chunk.Crc - 1));
+        position = chunk.End;
         chunks.append(chunk);
     }
     return chunks;
@@ -162,8 +162,8 @@ QList<ChunkPosition> ChunksOf(const QByteArray &file)
 
 quint32 PayloadCrc(const QByteArray &file, const ChunkPosition &chunk)
 {
-    const QByteArray payload = file.mid(chunk.payload, chunk.crc - chunk.payload);
-    return chunk.isDataSet ? tools::BitwiseCrc32(BytesOf(payload)) : tools::BitwiseCrc8(BytesOf(payload));
+    const QByteArray payload = file.mid(chunk.Payload, chunk.Crc - chunk.Payload);
+    return chunk.IsDataSet ? tools::BitwiseCrc32(BytesOf(payload)) : tools::BitwiseCrc8(BytesOf(payload));
 }
 
 QString Difference(const AlignTable &left, const AlignTable &right)

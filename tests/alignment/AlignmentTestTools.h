@@ -42,19 +42,19 @@ namespace tests {
 /// One chunk within the bytes of a file: positions from the file's beginning.
 struct ChunkPosition
 {
-    bool isDataSet = false;
-    qsizetype begin = 0;   // of the version byte, or of the length of a data-set chunk
-    qsizetype payload = 0; // of the payload
-    qsizetype crc = 0;     // of the CRC
-    qsizetype end = 0;     // behind the CRC
+    bool IsDataSet = false;
+    qsizetype Begin = 0;   // of the version byte, or of the length of a data-set chunk
+    qsizetype Payload = 0; // of the payload
+    qsizetype Crc = 0;     // of the CRC
+    qsizetype End = 0;     // behind the CRC
 
-    [[nodiscard]] bool isVersion(qsizetype position) const { return !isDataSet && position == begin; }
+    [[nodiscard]] bool isVersion(qsizetype position) const { return !IsDataSet && position == Begin; }
     [[nodiscard]] bool isLength(qsizetype position) const
     {
-        return position >= payload - 2 && position < payload;
+        return position >= Payload - 2 && position < Payload;
     }
-    [[nodiscard]] bool isPayload(qsizetype position) const { return position >= payload && position < crc; }
-    [[nodiscard]] bool isCrc(qsizetype position) const { return position >= crc && position < end; }
+    [[nodiscard]] bool isPayload(qsizetype position) const { return position >= Payload && position < Crc; }
+    [[nodiscard]] bool isCrc(qsizetype position) const { return position >= Crc && position < End; }
 };
 
 /// The chunks of a valid file.

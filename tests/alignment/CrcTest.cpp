@@ -15,17 +15,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array<std::uint8_t, 9> digits = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
+constexpr std::array<std::uint8_t, 9> Digits = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
 
 /// Arbitrary bytes, beginning at a multiple of 16.
 struct alignas(16) Bytes
 {
-    std::array<std::uint8_t, 320> data = {};
+    std::array<std::uint8_t, 320> Data = {};
 
     Bytes()
     {
         std::mt19937 engine(20251212);
-        for (std::uint8_t &byte : data)
+        for (std::uint8_t &byte : Data)
             byte = static_cast<std::uint8_t>(engine());
     }
 };
@@ -49,18 +49,18 @@ private slots:
 
 void CrcTest::crc8OverTheDigitsIsTheCataloguesCheckValue()
 {
-    QCOMPARE(Crc8(digits), std::uint8_t{0xF4});
+    QCOMPARE(Crc8(Digits), std::uint8_t{0xF4});
 }
 
 void CrcTest::crc32OverTheDigitsIsThePublishedCheckValue()
 {
-    QCOMPARE(Crc32(digits), std::uint32_t{0x89A1897F});
+    QCOMPARE(Crc32(Digits), std::uint32_t{0x89A1897F});
 }
 
 void CrcTest::bitwiseFormsGiveTheSameCheckValues()
 {
-    QCOMPARE(tools::BitwiseCrc8(digits), std::uint8_t{0xF4});
-    QCOMPARE(tools::BitwiseCrc32(digits), std::uint32_t{0x89A1897F});
+    QCOMPARE(tools::BitwiseCrc8(Digits), std::uint8_t{0xF4});
+    QCOMPARE(tools::BitwiseCrc32(Digits), std::uint32_t{0x89A1897F});
 }
 
 void CrcTest::crcOfNothingIsZero()
@@ -89,7 +89,7 @@ void CrcTest::everyLengthAtEveryAlignmentEqualsTheBitwiseForm()
     const Bytes bytes;
     for (std::size_t alignment = 0; alignment <= 15; ++alignment) {
         for (std::size_t length = 0; length <= 300; ++length) {
-            const auto part = std::span(bytes.data).subspan(alignment, length);
+            const auto part = std::span(bytes.Data).subspan(alignment, length);
             if (Crc8(part) != tools::BitwiseCrc8(part) || Crc32(part) != tools::BitwiseCrc32(part))
                 QFAIL(qPrintable(u"length %1 at alignment %2"_s.arg(length).arg(alignment)));
         }
@@ -99,7 +99,7 @@ void CrcTest::everyLengthAtEveryAlignmentEqualsTheBitwiseForm()
 void CrcTest::twoHalvesEqualTheWhole()
 {
     const Bytes bytes;
-    const auto whole = std::span<const std::uint8_t>(bytes.data);
+    const auto whole = std::span<const std::uint8_t>(bytes.Data);
     for (std::size_t split = 0; split <= whole.size(); ++split) {
         QCOMPARE(Crc8(whole.subspan(split), Crc8(whole.first(split))), Crc8(whole));
         QCOMPARE(Crc32(whole.subspan(split), Crc32(whole.first(split))), Crc32(whole));
@@ -109,7 +109,7 @@ void CrcTest::twoHalvesEqualTheWhole()
 void CrcTest::crc32IsTheComplementOfThePosixChecksumWithoutItsInitialValue()
 {
     // CRC-32/CKSUM has the check value 0x765E7680.
-    QCOMPARE(static_cast<std::uint32_t>(~Crc32(digits)), std::uint32_t{0x765E7680});
+    QCOMPARE(static_cast<std::uint32_t>(~Crc32(Digits)), std::uint32_t{0x765E7680});
 }
 
 TARNVIK_TEST_MAIN(CrcTest, QCoreApplication)

@@ -7,15 +7,15 @@
 namespace {
 
 /// Number of allocations that still succeed; negative: all.
-int allocationsLeft = -1;
+int AllocationsLeft = -1;
 
 bool AllocationFails()
 {
-    if (allocationsLeft < 0)
+    if (AllocationsLeft < 0)
         return false;
-    if (allocationsLeft == 0)
+    if (AllocationsLeft == 0)
         return true;
-    --allocationsLeft;
+    --AllocationsLeft;
     return false;
 }
 
@@ -25,12 +25,12 @@ namespace tests {
 
 AllocationLimit::AllocationLimit(int count)
 {
-    allocationsLeft = count;
+    AllocationsLeft = count;
 }
 
 AllocationLimit::~AllocationLimit()
 {
-    allocationsLeft = -1;
+    AllocationsLeft = -1;
 }
 
 } // namespace tests

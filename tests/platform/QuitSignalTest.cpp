@@ -45,7 +45,7 @@ class QuitSignalTest : public QObject
 private slots:
     void theSemaphoreOfQtIsFound_data();
     void theSemaphoreOfQtIsFound();
-    void aCountIsTakenAway();
+    void aCountThatNobodyTookIsTakenAway();
     void aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd();
 };
 
@@ -70,10 +70,10 @@ void QuitSignalTest::theSemaphoreOfQtIsFound()
     QVERIFY(!platform::QuitSignalHasListener(key));
 }
 
-void QuitSignalTest::aCountIsTakenAway()
+void QuitSignalTest::aCountThatNobodyTookIsTakenAway()
 {
     QSystemSemaphore semaphore(RecorderQuitKey, 2, QSystemSemaphore::Create);
-    platform::SettleQuitSignal(RecorderQuitKey);
+    platform::SendQuitSignal(RecorderQuitKey);
     const Listener listener(RecorderQuitKey);
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey)); // it waits: the count of 2 is gone
     QVERIFY(!listener.Woken);
@@ -84,12 +84,11 @@ void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
     tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "0");
     // Made here, so that the recorder is not its maker.
-    QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
+    const QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
     QProcess recorder;
     recorder.start(tools::StandInProgram(), QStringList());
     QTRY_VERIFY(platform::QuitSignalHasListener(RecorderQuitKey));
-    QVERIFY(semaphore.release());
-    platform::SettleQuitSignal(RecorderQuitKey);
+    platform::SendQuitSignal(RecorderQuitKey);
     QVERIFY(recorder.waitForFinished());
     QCOMPARE(report.count(u"quit-request"_s), 1);
     const Listener listener(RecorderQuitKey);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// How one more version of a table changes its row, and how a row is shown.
-#include "TarnvikControl/AlignmentRow.h"
+// How one more version of a table changes its row, and what a row offers.
+#include "alignment_merge/AlignmentRow.h"
 
-#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -56,8 +56,8 @@ private slots:
     void oneMoreVersionChangesTheRow_data();
     void oneMoreVersionChangesTheRow();
     void datesAreComparedToTheSecond();
-    void aRowIsShown_data();
-    void aRowIsShown();
+    void aRowOffersWhatWasImported_data();
+    void aRowOffersWhatWasImported();
     void aDateIsShown_data();
     void aDateIsShown();
     void flagsAreSetOneByOne();
@@ -113,45 +113,38 @@ void AlignmentRowTest::datesAreComparedToTheSecond()
     AlignmentRow row = Row(AlignmentRow::Present, Old);
     row.AddVersion(u"more.ad"_s, Day(Old) + 1);
     QCOMPARE(row.state, AlignmentRow::UpdatePresent);
-    QCOMPARE(LookOf(row).Text, u"Aligned at: 2024-01-01 (Update from 2024-01-01 present)"_s);
+    QCOMPARE(OfferOf(row), AlignmentOffer::NewerVersion);
 
     // Beyond what a date-time of Qt can hold.
     row.alignedAt = std::numeric_limits<std::uint64_t>::max() - 1;
     row.AddVersion(u"latest.ad"_s, std::numeric_limits<std::uint64_t>::max());
     QCOMPARE(row.updateFilePath, u"latest.ad"_s);
-    QCOMPARE(LookOf(row).CheckBox, std::optional(Qt::Checked));
+    QCOMPARE(OfferOf(row), AlignmentOffer::NewerVersion);
 }
 
-void AlignmentRowTest::aRowIsShown_data()
+void AlignmentRowTest::aRowOffersWhatWasImported_data()
 {
     QTest::addColumn<AlignmentRow>("row");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("checkBox"); // -1: none
-    QTest::addColumn<int>("backdrop"); // -1: none
+    QTest::addColumn<AlignmentOffer>("offer");
+    QTest::addColumn<bool>("taken");
     using enum AlignmentRow::State;
-    QTest::newRow("present") << Row(Present, Old) << "Aligned at: 2024-01-01" << -1 << -1;
-    QTest::newRow("new") << Row(NewInDataBase, Old) << "Aligned at: 2024-01-01 (New in data-base)"
-                         << int(Qt::Checked) << int(Qt::darkGreen);
-    QTest::newRow("update with exactly the same date: plain text without check box")
-        << Row(UpdatePresent, Old, Old) << "Aligned at: 2024-01-01" << -1 << -1;
-    QTest::newRow("older version imported: offered unchecked")
-        << Row(UpdatePresent, New, Old) << "Aligned at: 2024-03-01 (Old data from 2024-01-01 present)"
-        << int(Qt::Unchecked) << int(Qt::darkYellow);
-    QTest::newRow("newer version imported: offered checked")
-        << Row(UpdatePresent, Old, New) << "Aligned at: 2024-01-01 (Update from 2024-03-01 present)"
-        << int(Qt::Checked) << int(Qt::darkGreen);
+    using enum AlignmentOffer;
+    QTest::newRow("present") << Row(Present, Old) << Nothing << false;
+    QTest::newRow("new") << Row(NewInDataBase, Old) << NewTable << true;
+    QTest::newRow("update with exactly the same date: no offer")
+        << Row(UpdatePresent, Old, Old) << Nothing << false;
+    QTest::newRow("older version imported: not taken unless asked for")
+        << Row(UpdatePresent, New, Old) << OlderVersion << false;
+    QTest::newRow("newer version imported") << Row(UpdatePresent, Old, New) << NewerVersion << true;
 }
 
-void AlignmentRowTest::aRowIsShown()
+void AlignmentRowTest::aRowOffersWhatWasImported()
 {
     QFETCH(AlignmentRow, row);
-    QFETCH(QString, text);
-    QFETCH(int, checkBox);
-    QFETCH(int, backdrop);
-    const AlignmentRowLook look = LookOf(row);
-    QCOMPARE(look.Text, text);
-    QCOMPARE(look.CheckBox ? int(*look.CheckBox) : -1, checkBox);
-    QCOMPARE(look.Backdrop ? int(*look.Backdrop) : -1, backdrop);
+    QFETCH(AlignmentOffer, offer);
+    QFETCH(bool, taken);
+    QCOMPARE(OfferOf(row), offer);
+    QCOMPARE(IsTakenByDefault(offer), taken);
 }
 
 void AlignmentRowTest::aDateIsShown_data()
@@ -183,10 +176,10 @@ void AlignmentRowTest::aDateIsShown()
 void AlignmentRowTest::flagsAreSetOneByOne()
 {
     AlignmentRow row;
-    row.set(AlignmentRow::takenOver, true);
-    row.set(AlignmentRow::driverIsNew, true);
+    row.Set(AlignmentRow::takenOver, true);
+    row.Set(AlignmentRow::driverIsNew, true);
     QCOMPARE(int(row.flags), 3);
-    row.set(AlignmentRow::takenOver, false);
+    row.Set(AlignmentRow::takenOver, false);
     QVERIFY(row.has(AlignmentRow::driverIsNew));
     QVERIFY(!row.has(AlignmentRow::takenOver));
 }

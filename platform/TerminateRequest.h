@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What a parent process, or a user at the terminal, asks when the recorder is to end without the quit signal.
+// What a parent process, or a user at the terminal, asks when a program is to end.
 #pragma once
 
 #include <functional>
+
+namespace platform {
 
 /// Reports every request to terminate while it exists; the system's own action never follows. On Windows a
 /// request is the message that QProcess::terminate sends, or Ctrl-C in a console; on Linux SIGTERM or SIGINT.
@@ -22,3 +24,5 @@ public:
 private:
     bool Listening = false;
 };
+
+} // namespace platform

@@ -15,16 +15,16 @@ class AlignmentRowList;
 /// What the user chose for one row.
 struct AlignmentChoice
 {
-    QString Driver; // display name
-    QString HardwareId;
-    bool Checked = false;
+    QString driver; // display name
+    QString hardwareId;
+    bool checked = false;
 };
 
 /// One table to be taken from a file.
 struct AlignmentPick
 {
-    QString HardwareId;
-    std::uint64_t AlignedAt = 0; // seconds since 1970-01-01 00:00:00 UTC
+    QString hardwareId;
+    std::uint64_t alignedAt = 0; // seconds since 1970-01-01 00:00:00 UTC
 
     bool operator==(const AlignmentPick &) const = default;
 };
@@ -51,7 +51,7 @@ private:
 struct DriverSaveGroup
 {
     std::int32_t SdrType = 0;
-    /// The file whose reading made the driver known to the dialog; empty: the driver is not saved.
+    /// The file whose reading made the driver known to the list; empty: the driver is not saved.
     QString TargetPath;
     /// In the order first met, as are NewDriverSources.
     QList<SaveSource> Sources;
@@ -62,8 +62,8 @@ struct DriverSaveGroup
 
 /// Makes the groups from the choices, which keep their order; choices without a row are passed over. Notes in
 /// each row that it looks at whether the row is taken over.
-[[nodiscard]] QList<DriverSaveGroup> CollectSaveGroups(const QList<AlignmentChoice> &choices,
-                                                       AlignmentRowList &rows);
+[[nodiscard]] QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
+                                                                  AlignmentRowList &rows);
 
 /// The questions of a save.
 struct AlignmentSaveQuestions

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "TarnvikControl/AlignmentSave.h"
+#include "alignment_merge/AlignmentSave.h"
 
-#include "TarnvikControl/AlignmentDriver.h"
-#include "TarnvikControl/AlignmentRowList.h"
 #include "alignment/AlignStore.h"
+#include "alignment_merge/AlignmentDriver.h"
+#include "alignment_merge/AlignmentRowList.h"
 
 #include <QByteArrayView>
 #include <QCoreApplication>
@@ -54,7 +54,7 @@ void Collect(DriverSaveGroup &group, AlignmentRow &row, bool checked)
             return;
         }
     }
-    row.set(AlignmentRow::takenOver, checked);
+    row.Set(AlignmentRow::takenOver, checked);
     if (checked)
         AddPick(group.Sources, source, pick);
 }
@@ -66,7 +66,7 @@ std::vector<AlignSelectionEntry> SelectionOf(const QList<AlignmentPick> &picks)
     std::vector<AlignSelectionEntry> selection;
     selection.reserve(static_cast<std::size_t>(picks.size()));
     for (const AlignmentPick &pick : picks)
-        selection.push_back({pick.HardwareId.toLocal8Bit().toStdString(), now});
+        selection.push_back({pick.hardwareId.toLocal8Bit().toStdString(), now});
     return selection;
 }
 
@@ -139,22 +139,23 @@ QString SaveGroup(const DriverSaveGroup &group, const QString &folder,
 
 void SaveSource::Add(const AlignmentPick &pick)
 {
-    if (HardwareIds.contains(pick.HardwareId))
+    if (HardwareIds.contains(pick.hardwareId))
         return;
-    HardwareIds.insert(pick.HardwareId);
+    HardwareIds.insert(pick.hardwareId);
     Picks.append(pick);
 }
 
-QList<DriverSaveGroup> CollectSaveGroups(const QList<AlignmentChoice> &choices, AlignmentRowList &rows)
+QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
+                                                    AlignmentRowList &rows)
 {
     QList<DriverSaveGroup> groups;
     for (const AlignmentChoice &choice : choices) {
-        const int sdrType = AlignmentDriverType(choice.Driver);
+        const int sdrType = AlignmentDriverType(choice.driver);
         if (sdrType == 0)
             continue;
         DriverSaveGroup &group = GroupOf(groups, sdrType);
-        if (AlignmentRow *const row = rows.find(choice.Driver, choice.HardwareId))
-            Collect(group, *row, choice.Checked);
+        if (AlignmentRow *const row = rows.Find(choice.driver, choice.hardwareId))
+            Collect(group, *row, choice.checked);
     }
     return groups;
 }

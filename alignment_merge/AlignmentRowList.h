@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The alignment tables that the alignment dialog knows, read from files and merged.
+// The alignment tables of several files, read and merged.
 #pragma once
 
-#include "TarnvikControl/AlignmentRow.h"
+#include "alignment_merge/AlignmentRow.h"
 
 #include <QHash>
 #include <QList>
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] const QList<AlignmentRow> &rows() const { return Rows; }
 
     /// The row of the pair; null when there is none. Valid until the list changes.
-    [[nodiscard]] AlignmentRow *find(const QString &driver, const QString &hardwareId);
+    [[nodiscard]] AlignmentRow *Find(const QString &driver, const QString &hardwareId);
 
     /// Removes all rows.
     void Clear();
@@ -30,9 +30,9 @@ public:
     /// Reads the files in order. Empty, or a line for each file that cannot be read.
     QString ReadFiles(const QStringList &paths);
 
-    /// Reads the files of the folder, without its subfolders, whose names match the pattern; an empty folder
-    /// stands for the recorder's configuration folder. All rows then count as present. Returns what ReadFiles
-    /// returns; a folder that does not exist holds no files.
+    /// Reads the files of the folder, without its subfolders, whose names match the pattern. All rows then
+    /// count as present. Returns what ReadFiles returns; a folder that does not exist, and an empty name,
+    /// hold no files.
     QString LoadFolder(const QString &folder, const QString &pattern);
 
     /// Sorts by driver, then by hardware id.
@@ -41,7 +41,7 @@ public:
 private:
     using Key = std::pair<QString, QString>; // driver, hardware id
 
-    void add(const AlignmentRow &candidate);
+    void Add(const AlignmentRow &candidate);
 
     QList<AlignmentRow> Rows;
     QHash<Key, qsizetype> Positions; // in Rows

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "TarnvikControl/AlignmentRow.h"
+#include "alignment_merge/AlignmentRow.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QTimeZone>
 
@@ -9,16 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString Translated(const char *text)
-{
-    return QCoreApplication::translate("QDlgAlignmentCfg", text);
-}
-
-} // namespace
-
-void AlignmentRow::set(Flag flag, bool on)
+void AlignmentRow::Set(Flag flag, bool on)
 {
     flags = static_cast<std::uint8_t>(on ? flags | flag : flags & ~flag);
 }
@@ -49,24 +39,19 @@ void AlignmentRow::AddVersion(const QString &file, std::uint64_t date)
     }
 }
 
-AlignmentRowLook LookOf(const AlignmentRow &row)
+AlignmentOffer OfferOf(const AlignmentRow &row)
 {
-    const QString date = AlignmentDateText(row.alignedAt);
     if (row.state == AlignmentRow::NewInDataBase)
-        return {
-            Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1 (New in data-base)")).arg(date),
-            Qt::Checked, Qt::darkGreen};
+        return AlignmentOffer::NewTable;
     const std::uint64_t update = row.updateAlignedAt.value_or(row.alignedAt);
     if (row.state == AlignmentRow::Present || update == row.alignedAt)
-        return {Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1")).arg(date), {}, {}};
-    if (update < row.alignedAt)
-        //: The second date is that of an imported, older version.
-        return {Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1 (Old data from %2 present)"))
-                    .arg(date, AlignmentDateText(update)),
-                Qt::Unchecked, Qt::darkYellow};
-    return {Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "Aligned at: %1 (Update from %2 present)"))
-                .arg(date, AlignmentDateText(update)),
-            Qt::Checked, Qt::darkGreen};
+        return AlignmentOffer::Nothing;
+    return update > row.alignedAt ? AlignmentOffer::NewerVersion : AlignmentOffer::OlderVersion;
+}
+
+bool IsTakenByDefault(AlignmentOffer offer)
+{
+    return offer == AlignmentOffer::NewTable || offer == AlignmentOffer::NewerVersion;
 }
 
 QString AlignmentDateText(std::uint64_t secondsSinceEpoch)

@@ -2,7 +2,7 @@
 // Alignment files by what the alignment dialog shows of them.
 #pragma once
 
-#include "alignment/AlignTypes.h"
+#include "alignment/SdrType.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
-// QProcess::terminate posts WM_CLOSE to the windows and to the main thread of the process. The stand-in has
-// no window, so the message arrives without one, and the event loop would drop it.
-#include "recorder_standin/TerminateRequest.h"
-
-#include "platform/ControlEvents.h"
+// QProcess::terminate posts WM_CLOSE to the windows and to the main thread of the process. A program without
+// a window gets the message without one, and the event loop would drop it.
+#include "platform/CloseMessages.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
@@ -12,25 +10,21 @@
 
 #include <utility>
 
+namespace platform {
+
 namespace {
-
-std::function<void()> OnRequest;
-
-bool Forward(std::uint32_t /*controlType*/)
-{
-    OnRequest();
-    return true;
-}
 
 class CloseMessageFilter : public QAbstractNativeEventFilter
 {
 public:
+    std::function<void()> OnMessage;
+
     bool nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/) override
     {
         const auto *const msg = static_cast<const MSG *>(message);
         if (msg->message != WM_CLOSE || msg->hwnd)
             return false;
-        OnRequest();
+        OnMessage();
         return true;
     }
 };
@@ -39,15 +33,15 @@ CloseMessageFilter Filter;
 
 } // namespace
 
-TerminateRequest::TerminateRequest(std::function<void()> onRequest)
+void ReceiveCloseMessages(std::function<void()> onMessage)
 {
-    OnRequest = std::move(onRequest);
+    Filter.OnMessage = std::move(onMessage);
     QCoreApplication::instance()->installNativeEventFilter(&Filter);
-    Listening = platform::InstallControlHandler(Forward);
 }
 
-TerminateRequest::~TerminateRequest()
+void IgnoreCloseMessages()
 {
-    platform::RemoveControlHandler();
     QCoreApplication::instance()->removeNativeEventFilter(&Filter);
 }
+
+} // namespace platform

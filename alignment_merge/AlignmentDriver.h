@@ -14,4 +14,4 @@
 [[nodiscard]] QString AlignmentDriverFileName(int sdrType);
 
 /// The pattern of the drivers' alignment files in the recorder's folder.
-[[nodiscard]] QString AlignmentDriverFiles();
+[[nodiscard]] QString AlignmentDriverFilePattern();

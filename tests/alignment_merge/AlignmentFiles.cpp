@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 
 #include "alignment/AlignStore.h"
 #include "tests/alignment/AlignmentTestTools.h"
@@ -47,9 +47,9 @@ QMap<QByteArray, QByteArray> TableBytes(const QString &path)
     QByteArray hwId;
     const QList<ChunkPosition> chunks = ChunksOf(file).mid(1); // the first is the file's header
     for (const ChunkPosition &chunk : chunks) {
-        if (!chunk.isDataSet)
-            hwId = QByteArray(file.mid(chunk.payload + 1, AlignHwIdSize) + '\0').constData();
-        tables[hwId] += file.mid(chunk.begin, chunk.end - chunk.begin);
+        if (!chunk.IsDataSet)
+            hwId = QByteArray(file.mid(chunk.Payload + 1, AlignHwIdSize) + '\0').constData();
+        tables[hwId] += file.mid(chunk.Begin, chunk.End - chunk.Begin);
     }
     return tables;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Names of drivers and of their files.
-#include "TarnvikControl/AlignmentDriver.h"
+#include "alignment_merge/AlignmentDriver.h"
 
 #include "tests/support/TestMain.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What a save of the alignment tables would take over, and what it writes.
-#include "TarnvikControl/AlignmentSave.h"
+#include "alignment_merge/AlignmentSave.h"
 
-#include "TarnvikControl/AlignmentRowList.h"
 #include "alignment/AlignStore.h"
-#include "tests/TarnvikControl/AlignmentFiles.h"
+#include "alignment_merge/AlignmentRowList.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment/FailingAllocations.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -77,7 +77,7 @@ private:
     [[nodiscard]] QString imported(const QString &name) const { return path(u"import/"_s + name); }
     /// Loads the drivers' files, then imports the files given.
     void load(const QStringList &imports = {});
-    /// The choices that the tree offers at first; `changes` are "driver/id" of rows to be inverted.
+    /// The choices as they are without the user; `changes` are "driver/id" of rows to be inverted.
     [[nodiscard]] QList<AlignmentChoice> choices(const QStringList &changes = {});
     QString save(const QList<AlignmentChoice> &chosen);
 
@@ -119,7 +119,7 @@ QList<AlignmentChoice> AlignmentSaveTest::choices(const QStringList &changes)
     QList<AlignmentChoice> chosen;
     for (const AlignmentRow &row : Rows.rows()) {
         const bool changed = changes.contains(row.driver + u'/' + row.hardwareId);
-        chosen.append({row.driver, row.hardwareId, (LookOf(row).CheckBox == Qt::Checked) != changed});
+        chosen.append({row.driver, row.hardwareId, IsTakenByDefault(OfferOf(row)) != changed});
     }
     return chosen;
 }
@@ -135,7 +135,7 @@ QString AlignmentSaveTest::save(const QList<AlignmentChoice> &chosen)
         Proposed.append(proposal);
         return AnswerToFile(proposal);
     };
-    return SaveAlignment(CollectSaveGroups(chosen, Rows), Folder->path(), questions);
+    return SaveAlignment(MarkRowsAndCollectSaveGroups(chosen, Rows), Folder->path(), questions);
 }
 
 void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
@@ -144,16 +144,16 @@ void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
     QVERIFY(
         WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
     load({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({u"RTL-SDR/D"_s}), Rows);
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices({u"RTL-SDR/D"_s}), Rows);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QCOMPARE(groups.first().TargetPath, path(RtlFile));
     QCOMPARE(groups.first().Sources.size(), 1);
     QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
     QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}}));
-    QVERIFY(Rows.find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
+    QVERIFY(Rows.Find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
     for (const char *id : {"B", "C", "D"})
-        QVERIFY(!Rows.find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
+        QVERIFY(!Rows.Find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
 }
 
 void AlignmentSaveTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
@@ -161,7 +161,7 @@ void AlignmentSaveTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"N", 7}}));
     load({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(), Rows);
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices(), Rows);
     QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
     QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7}}));
 }
@@ -171,9 +171,9 @@ void AlignmentSaveTest::anUncheckedRowLosesItsMark()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
     load({u"i.ad"_s});
-    (void)CollectSaveGroups(choices(), Rows);
+    (void)MarkRowsAndCollectSaveGroups(choices(), Rows);
     QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(choices({u"RTL-SDR/A"_s}), Rows);
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices({u"RTL-SDR/A"_s}), Rows);
     QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
     QVERIFY(groups.first().Sources.isEmpty());
 }
@@ -183,7 +183,7 @@ void AlignmentSaveTest::twoTablesOfOneImportedFileAreOneSource()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     load({u"i.ad"_s});
-    const QList<SaveSource> sources = CollectSaveGroups(choices(), Rows).first().Sources;
+    const QList<SaveSource> sources = MarkRowsAndCollectSaveGroups(choices(), Rows).first().Sources;
     QCOMPARE(sources.size(), 1); // so the file is loaded once
     QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}, {u"B"_s, 8}}));
 }
@@ -193,7 +193,7 @@ void AlignmentSaveTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     load({u"i.ad"_s});
     for (const QStringList &changes : {QStringList(), QStringList(u"RTL-SDR/A"_s)}) {
-        const QList<DriverSaveGroup> groups = CollectSaveGroups(choices(changes), Rows);
+        const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices(changes), Rows);
         QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
         QVERIFY(groups.first().Sources.isEmpty());
         QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
@@ -204,7 +204,7 @@ void AlignmentSaveTest::choicesThatMatchNothingArePassedOver()
 {
     const QList<AlignmentChoice> strangers = {
         {u"Nobody"_s, u"A"_s, true}, {QString(), u"A"_s, true}, {Rtl, u"A"_s, true}};
-    const QList<DriverSaveGroup> groups = CollectSaveGroups(strangers, Rows);
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(strangers, Rows);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QVERIFY(groups.first().Sources.isEmpty());
@@ -329,11 +329,11 @@ void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
         QList<AlignmentChoice> chosen = choices();
         auto expected = before;
         for (AlignmentChoice &choice : chosen) {
-            if (!LookOf(*Rows.find(choice.Driver, choice.HardwareId)).CheckBox)
+            if (OfferOf(*Rows.Find(choice.driver, choice.hardwareId)) == AlignmentOffer::Nothing)
                 continue;
-            choice.Checked = random() % 2 != 0;
-            if (choice.Checked)
-                expected[choice.HardwareId.toLatin1()] = source[choice.HardwareId.toLatin1()];
+            choice.checked = random() % 2 != 0;
+            if (choice.checked)
+                expected[choice.hardwareId.toLatin1()] = source[choice.hardwareId.toLatin1()];
         }
         QCOMPARE(save(chosen), QString());
         QCOMPARE(TableBytes(path(RtlFile)), expected);
@@ -504,7 +504,7 @@ void AlignmentSaveTest::anErrorIsReported()
         AnswerToFile = [this](const QString &) { return path(u"missing/x.ad"_s); };
     } else {
         QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {}));
-        chosen.first().Checked = false;
+        chosen.first().checked = false;
     }
     const QByteArray before = tests::FileBytes(path(RtlFile));
     QCOMPARE(save(chosen), message);

@@ -6,10 +6,10 @@
 
 #include <filesystem>
 
-namespace alignfile {
+namespace platform {
 
 /// The same path, whatever letters it holds. What is no letter at all (half a surrogate pair) is replaced
 /// where the system's paths cannot express it.
 [[nodiscard]] std::filesystem::path FileSystemPath(const QString &path);
 
-} // namespace alignfile
+} // namespace platform

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "recorder_standin/TerminateRequest.h"
+#include "platform/TerminateRequest.h"
 
+#include "platform/CloseMessages.h"
 #include "platform/ControlEvents.h"
 
 #include <utility>
+
+namespace platform {
 
 namespace {
 
 std::function<void()> OnRequest;
 
-bool Forward(std::uint32_t /*controlType*/)
+bool ReportControlEvent(std::uint32_t /*controlType*/)
 {
     OnRequest();
     return true;
@@ -20,10 +23,14 @@ bool Forward(std::uint32_t /*controlType*/)
 TerminateRequest::TerminateRequest(std::function<void()> onRequest)
 {
     OnRequest = std::move(onRequest);
-    Listening = platform::InstallControlHandler(Forward);
+    ReceiveCloseMessages(OnRequest);
+    Listening = InstallControlHandler(ReportControlEvent);
 }
 
 TerminateRequest::~TerminateRequest()
 {
-    platform::RemoveControlHandler();
+    RemoveControlHandler();
+    IgnoreCloseMessages();
 }
+
+} // namespace platform

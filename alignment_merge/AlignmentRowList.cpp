@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "TarnvikControl/AlignmentRowList.h"
+#include "alignment_merge/AlignmentRowList.h"
 
-#include "Common_Files/TarnvikBasic.h"
-#include "TarnvikControl/AlignmentDriver.h"
 #include "alignment/AlignStore.h"
+#include "alignment_merge/AlignmentDriver.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -26,7 +25,7 @@ QString HardwareIdOf(const AlignTable &table)
 
 } // namespace
 
-AlignmentRow *AlignmentRowList::find(const QString &driver, const QString &hardwareId)
+AlignmentRow *AlignmentRowList::Find(const QString &driver, const QString &hardwareId)
 {
     const auto position = Positions.constFind({driver, hardwareId});
     return position != Positions.cend() ? &Rows[*position] : nullptr;
@@ -53,20 +52,20 @@ QString AlignmentRowList::ReadFile(const QString &path)
     candidate.state = AlignmentRow::NewInDataBase;
     if (candidate.driver.isEmpty() || store->Tables.Head == nullptr)
         return AlignResultText(AlignResult::FileError);
-    candidate.set(AlignmentRow::driverIsNew, std::none_of(Rows.cbegin(), Rows.cend(), [&](const auto &row) {
+    candidate.Set(AlignmentRow::driverIsNew, std::none_of(Rows.cbegin(), Rows.cend(), [&](const auto &row) {
                       return row.driver == candidate.driver;
                   }));
     for (const AlignTableNode *node = store->Tables.Head; node != nullptr; node = node->Next) {
         candidate.hardwareId = HardwareIdOf(*node->Table);
         candidate.alignedAt = node->Table->AlignedAt;
-        add(candidate);
+        Add(candidate);
     }
     return {};
 }
 
-void AlignmentRowList::add(const AlignmentRow &candidate)
+void AlignmentRowList::Add(const AlignmentRow &candidate)
 {
-    if (AlignmentRow *const row = find(candidate.driver, candidate.hardwareId)) {
+    if (AlignmentRow *const row = Find(candidate.driver, candidate.hardwareId)) {
         row->AddVersion(candidate.filePath, candidate.alignedAt);
         return;
     }
@@ -89,12 +88,11 @@ QString AlignmentRowList::ReadFiles(const QStringList &paths)
 
 QString AlignmentRowList::LoadFolder(const QString &folder, const QString &pattern)
 {
-    const QString path = folder.isEmpty() ? QTarnvikBasic::GetRecorderFile(QString()) : folder;
     QStringList files;
-    if (!path.isEmpty()) { // Qt would take that for the working folder
+    if (!folder.isEmpty()) { // Qt would take that for the working folder
         // By name, so that the same folder always gives the same rows.
         const QFileInfoList entries =
-            QDir(path).entryInfoList({pattern}, QDir::Files | QDir::Readable, QDir::Name);
+            QDir(folder).entryInfoList({pattern}, QDir::Files | QDir::Readable, QDir::Name);
         for (const QFileInfo &entry : entries)
             files.append(entry.filePath());
     }

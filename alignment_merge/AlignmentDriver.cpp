@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "TarnvikControl/AlignmentDriver.h"
+#include "alignment_merge/AlignmentDriver.h"
 
-#include "alignment/AlignTypes.h"
+#include "alignment/SdrType.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -42,7 +42,7 @@ QString AlignmentDriverFileName(int sdrType)
                              : QString();
 }
 
-QString AlignmentDriverFiles()
+QString AlignmentDriverFilePattern()
 {
     return u"TarnvikDriver_*.ad"_s;
 }

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// One alignment table of one file, as the alignment dialog lists it.
+// One alignment table of one file, and what is known of its other versions.
 #pragma once
 
 #include <QString>
-#include <Qt>
 
 #include <cstdint>
 #include <optional>
@@ -14,7 +13,7 @@
 /// all of them, and those that it cannot would all be equal.
 struct AlignmentRow
 {
-    /// How the table relates to what the dialog held before.
+    /// How the table relates to what the list held before.
     enum State : std::uint8_t {
         Present = 0,       ///< in the recorder's folder
         NewInDataBase = 1, ///< only in an imported file
@@ -23,7 +22,7 @@ struct AlignmentRow
 
     /// Bits of `flags`.
     enum Flag : std::uint8_t {
-        driverIsNew = 1, ///< read while the dialog had no row of the driver
+        driverIsNew = 1, ///< read while the list had no row of the driver
         takenOver = 2,   ///< checked at the last save
     };
 
@@ -37,7 +36,7 @@ struct AlignmentRow
     std::optional<std::uint64_t> updateAlignedAt; ///< and the date of the table there
 
     [[nodiscard]] bool has(Flag flag) const { return (flags & flag) != 0; }
-    void set(Flag flag, bool on);
+    void Set(Flag flag, bool on);
 
     /// Takes note of the same table in one more file. Of several imported versions only the newest stays.
     void AddVersion(const QString &file, std::uint64_t date);
@@ -45,16 +44,17 @@ struct AlignmentRow
     bool operator==(const AlignmentRow &) const = default;
 };
 
-/// How a row is shown.
-struct AlignmentRowLook
-{
-    QString Text;                            ///< of the column beside the hardware id
-    std::optional<Qt::CheckState> CheckBox;  ///< empty: the row has none
-    std::optional<Qt::GlobalColor> Backdrop; ///< with white text on it; empty: the usual colours
+/// What the imports offer for a row.
+enum class AlignmentOffer {
+    Nothing,      ///< the table is there, and no other version of it
+    NewTable,     ///< a table that the recorder's folder does not have
+    NewerVersion, ///< than the one in the recorder's folder
+    OlderVersion,
 };
+[[nodiscard]] AlignmentOffer OfferOf(const AlignmentRow &row);
 
-/// How the row is shown, in the language of the user interface.
-[[nodiscard]] AlignmentRowLook LookOf(const AlignmentRow &row);
+/// Whether an offer is taken unless the user decides otherwise.
+[[nodiscard]] bool IsTakenByDefault(AlignmentOffer offer);
 
 /// The UTC date as "yyyy-MM-dd"; the number of seconds followed by "s" when the calendar does not reach that
 /// far.

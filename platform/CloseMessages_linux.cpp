@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "platform/CloseMessages.h"
+
+namespace platform {
+
+void ReceiveCloseMessages(std::function<void()> /*onMessage*/) {}
+
+void IgnoreCloseMessages() {}
+
+} // namespace platform
