@@ -39,7 +39,7 @@ public:
     /// passed over; nothing is reported.
     void LoadLanguage(const QLocale &locale);
 
-    /// Removes all installed translations; CurrentLanguage is then negative.
+    /// Removes all installed translations; currentLanguage is negative then.
     void UnloadTranslators();
 
     /// The number of languages that the application has a translation file for.
@@ -65,7 +65,7 @@ private:
 
     std::vector<std::unique_ptr<QTranslator>> Translators; ///< In the order of their installation.
     QPointer<QCoreApplication> Application;
-    QStringList ExtraBaseNames; ///< Tried after Qt's own and the application's translations.
+    QStringList ExtraBaseNames; ///< Tried after Qt's own and the application's translations; nothing fills it.
     QStringList SearchFolders;
     QStringList SecondFolders; ///< Emptied by Init; not searched.
     int Language = -1;         ///< An int because QLocale::Language has no value for "none".

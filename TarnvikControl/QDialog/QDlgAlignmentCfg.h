@@ -70,6 +70,6 @@ private:
     QString LastFolder;                // where the file dialog for importing starts
     std::unique_ptr<QTreeWidget> Tree; // shown by the layout; it holds the user's check marks
     QStringList HeaderLabels;
-    QList<QHBoxLayout *> Lines; // owned by Outer
+    QList<QHBoxLayout *> Lines; // owned by Outer; nothing reads it
     QVBoxLayout *Outer = nullptr;
 };
