@@ -2,7 +2,6 @@
 // The entry point on Linux.
 #include "TarnvikControl/InstanceMutex.h"
 #include "TarnvikControl/StartUp.h"
-#include "platform/LargeBlocks.h"
 
 #include <csignal>
 
@@ -10,6 +9,5 @@ int main(int argc, char **argv)
 {
     // Whoever reads our output may go away; that must not end the program.
     (void)std::signal(SIGPIPE, SIG_IGN);
-    platform::KeepLargeBlocksMapped();
     return RunControl({argv, argv + argc}, ShowNormal, InstanceMutex.alreadyExisted());
 }

@@ -1,24 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "alignment/AlignDataSetBlock.h"
 
+#include "platform/ZeroedPages.h"
+
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 #include <utility>
 
-// Both allow the block to be made by calloc and copied bytewise.
+// Both allow the block to begin as zeroed memory and to be copied bytewise.
 static_assert(std::is_trivial_v<AlignDataSet>);
 static_assert(std::is_standard_layout_v<AlignDataSet>);
 
 namespace {
 
-/// Whether every byte is zero, those between the members included.
-bool IsZero(const AlignFreqPoint &point)
+/// Blocks are copied in pieces of this size, which is that of a page: what is all zero is left out.
+constexpr std::size_t PieceSize = 4096;
+
+bool IsZero(const std::byte *bytes, std::size_t size)
 {
-    static constexpr std::array<unsigned char, sizeof(AlignFreqPoint)> zeros = {};
-    return std::memcmp(reinterpret_cast<const unsigned char *>(&point), zeros.data(), zeros.size()) == 0;
+    static constexpr std::array<std::byte, PieceSize> zeros = {};
+    return std::memcmp(bytes, zeros.data(), size) == 0;
+}
+
+/// Copies the bytes from `begin` to `end` of a block into a fresh one.
+void CopyBytesIntoFresh(std::byte *to, const std::byte *from, std::size_t begin, std::size_t end)
+{
+    while (begin < end) {
+        const std::size_t size = std::min(end, (begin / PieceSize + 1) * PieceSize) - begin;
+        if (!IsZero(from + begin, size))
+            std::memcpy(to + begin, from + begin, size);
+        begin += size;
+    }
 }
 
 } // namespace
@@ -27,7 +42,7 @@ AlignDataSetBlock::AlignDataSetBlock(std::uint8_t count, SdrType sdrType) noexce
 {
     if (count == 0)
         return;
-    DataSets = static_cast<AlignDataSet *>(std::calloc(count, sizeof(AlignDataSet)));
+    DataSets = static_cast<AlignDataSet *>(platform::AllocateZeroedPages(count * sizeof(AlignDataSet)));
     if (DataSets == nullptr)
         return;
     Size = count;
@@ -39,7 +54,7 @@ AlignDataSetBlock::AlignDataSetBlock(std::uint8_t count, SdrType sdrType) noexce
 
 AlignDataSetBlock::~AlignDataSetBlock()
 {
-    std::free(DataSets);
+    platform::FreePages(DataSets, Size * sizeof(AlignDataSet));
 }
 
 AlignDataSetBlock::AlignDataSetBlock(AlignDataSetBlock &&other) noexcept
@@ -59,8 +74,19 @@ AlignDataSetBlock &AlignDataSetBlock::operator=(AlignDataSetBlock &&other) noexc
 
 AlignDataSet &AlignDataSetBlock::operator[](std::size_t index)
 {
+    return begin()[index];
+}
+
+AlignDataSet &AlignDataSetBlock::Only(std::size_t index)
+{
     MaybeWritten[index] = true;
     return DataSets[index];
+}
+
+AlignDataSet *AlignDataSetBlock::begin()
+{
+    MaybeWritten.set(); // from here on nobody knows where the caller writes
+    return DataSets;
 }
 
 const AlignDataSet &AlignDataSetBlock::operator[](std::size_t index) const
@@ -68,24 +94,17 @@ const AlignDataSet &AlignDataSetBlock::operator[](std::size_t index) const
     return DataSets[index];
 }
 
-std::span<const AlignDataSet> AlignDataSetBlock::all() const
-{
-    return {DataSets, Size};
-}
-
 void AlignDataSetBlock::CopyIntoFresh(const AlignDataSetBlock &source)
 {
-    // memcpy rather than assignment: the bytes between the members count too.
+    // Bytes rather than members: those between the members count too.
+    auto *const to = reinterpret_cast<std::byte *>(DataSets);
+    const auto *const from = reinterpret_cast<const std::byte *>(source.DataSets);
     const std::size_t count = std::min(Size, source.Size);
     for (std::size_t i = 0; i < count; ++i) {
-        const AlignDataSet &from = source.DataSets[i];
-        std::memcpy(&DataSets[i], &from, offsetof(AlignDataSet, FreqPoints));
-        if (!source.MaybeWritten[i])
-            continue;
-        AlignDataSet &to = (*this)[i];
-        for (std::size_t point = 0; point < from.FreqPoints.size(); ++point) {
-            if (!IsZero(from.FreqPoints[point]))
-                std::memcpy(&to.FreqPoints[point], &from.FreqPoints[point], sizeof(AlignFreqPoint));
-        }
+        const std::size_t begin = i * sizeof(AlignDataSet);
+        const std::size_t size =
+            source.MaybeWritten[i] ? sizeof(AlignDataSet) : offsetof(AlignDataSet, FreqPoints);
+        CopyBytesIntoFresh(to, from, begin, begin + size);
+        MaybeWritten[i] = source.MaybeWritten[i];
     }
 }

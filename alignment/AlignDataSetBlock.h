@@ -10,16 +10,16 @@
 #include <cstdint>
 #include <span>
 
-/// Owns the data sets of one table: one block, zeroed when it is allocated and freed with the object. The
-/// block comes zeroed from the system, so that a data set nobody writes to costs address space but hardly any
-/// memory.
+/// Owns the data sets of one table: one block, zeroed when it is allocated and freed with the object. Its
+/// pages come straight from the system, so that a data set nobody writes to costs address space but hardly
+/// any memory.
 class AlignDataSetBlock
 {
 public:
     AlignDataSetBlock() = default;
 
     /// Allocates `count` data sets, zero but for their tag and receiver type. The block is empty when `count`
-    /// is 0 or the memory cannot be had.
+    /// is 0 or when there is no memory.
     AlignDataSetBlock(std::uint8_t count, SdrType sdrType) noexcept;
     ~AlignDataSetBlock();
 
@@ -32,13 +32,22 @@ public:
     [[nodiscard]] std::size_t size() const { return Size; }
     [[nodiscard]] bool empty() const { return Size == 0; }
 
-    /// Data set `index`, which must be below size(). Only what is got from the first form can have been
-    /// written to.
+    /// Data set `index`, which must be below size(). A pointer got from the first form may lead to every
+    /// other data set of the block.
     [[nodiscard]] AlignDataSet &operator[](std::size_t index);
     [[nodiscard]] const AlignDataSet &operator[](std::size_t index) const;
 
-    /// All data sets, for reading.
-    [[nodiscard]] std::span<const AlignDataSet> all() const;
+    /// Data set `index` for a caller that writes to this one alone. A copy of the block is made faster then.
+    [[nodiscard]] AlignDataSet &Only(std::size_t index);
+
+    // All data sets in order, for range-for.
+    [[nodiscard]] AlignDataSet *begin();
+    [[nodiscard]] AlignDataSet *end() { return DataSets + Size; }
+    [[nodiscard]] const AlignDataSet *begin() const { return DataSets; }
+    [[nodiscard]] const AlignDataSet *end() const { return DataSets + Size; }
+
+    /// The first `count` data sets, which must be there, for reading.
+    [[nodiscard]] std::span<const AlignDataSet> first(std::size_t count) const { return {DataSets, count}; }
 
     /// Makes the first data sets equal, byte for byte, to those of `source`, as many as both blocks have.
     /// What has never been written to in `source` is neither read nor written: reading it would take a page
@@ -48,5 +57,5 @@ public:
 private:
     AlignDataSet *DataSets = nullptr;
     std::size_t Size = 0;
-    std::bitset<256> MaybeWritten; // by index: handed out for writing
+    std::bitset<256> MaybeWritten; // by index
 };

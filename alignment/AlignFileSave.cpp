@@ -7,31 +7,45 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
+#include <optional>
 
 using alignfile::ChunkWriter;
 
 namespace {
 
-/// Whether a file can express the table: its data sets exist and each fits a chunk.
-bool IsWritable(const AlignTable &table)
+/// Whether every data set of the table that counts fits a chunk.
+bool FitsChunks(const AlignTable &table)
 {
-    if (table.DataSetCount > table.DataSets.size())
-        return false;
-    const std::span<const AlignDataSet> used = table.DataSets.all().first(table.DataSetCount);
+    const std::span<const AlignDataSet> used = table.DataSets.first(table.DataSetCount);
     return std::all_of(used.begin(), used.end(), [](const AlignDataSet &dataSet) {
         return alignfile::DataSetPayloadSize(dataSet).value_or(alignfile::DataSetPayloadLimit) <
                alignfile::DataSetPayloadLimit;
     });
 }
 
-bool IsWritable(const AlignTableList &list)
+/// Ok when the program would read the table back from a file of the type.
+AlignResult CheckReadable(const AlignTable &table, ::SdrType sdrType)
 {
-    for (const AlignTableNode *node = list.Head; node != nullptr; node = node->Next) {
-        if (node->Table == nullptr || !IsWritable(*node->Table))
-            return false;
+    if (table.Version != AlignVersion)
+        return AlignResult::VersionMismatch;
+    const std::size_t most = std::min(table.DataSets.size(), std::size_t{AlignDataSetCapacityOf(sdrType)});
+    return table.DataSetCount <= most && FitsChunks(table) ? AlignResult::Ok : AlignResult::InternalError;
+}
+
+/// Ok when the program would read all tables of the store back from a file.
+AlignResult CheckReadable(const AlignStore &store)
+{
+    if (store.Tables.Head == nullptr || store.Tables.Head->Table == nullptr)
+        return AlignResult::ListIsEmpty;
+    for (const AlignTableNode *node = store.Tables.Head; node != nullptr; node = node->Next) {
+        const AlignResult result =
+            node->Table != nullptr ? CheckReadable(*node->Table, store.SdrType) : AlignResult::InternalError;
+        if (result != AlignResult::Ok)
+            return result;
     }
-    return true;
+    return AlignResult::Ok;
 }
 
 bool WriteFileHeader(ChunkWriter &writer, const AlignStore &store)
@@ -52,7 +66,7 @@ bool WriteTable(ChunkWriter &writer, const AlignTable &table)
     writer.PutInteger(table.DataSetCount);
     if (!writer.WriteByteCrcChunk(table.Version))
         return false;
-    for (const AlignDataSet &dataSet : table.DataSets.all().first(table.DataSetCount)) {
+    for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount)) {
         writer.BeginPayload();
         writer.PutDataSet(dataSet);
         if (!writer.WriteWordCrcChunk())
@@ -67,8 +81,8 @@ bool WriteFile(std::ostream &stream, AlignStore &store)
     ChunkWriter writer(stream, store.ChunkBuffer);
     if (!WriteFileHeader(writer, store))
         return false;
-    for (const AlignTableNode *node = store.Tables.Head; node != nullptr; node = node->Next) {
-        if (!WriteTable(writer, *node->Table))
+    for (const AlignTable &table : store.Tables) {
+        if (!WriteTable(writer, table))
             return false;
     }
     // A full disk may show only now: the last bytes are still in the stream's buffer.
@@ -76,26 +90,21 @@ bool WriteFile(std::ostream &stream, AlignStore &store)
     return stream.good();
 }
 
-/// Whether a file can hold the tables of the store.
-AlignResult CheckWritable(const AlignTableList &list)
-{
-    if (list.Head == nullptr || list.Head->Table == nullptr)
-        return AlignResult::ListIsEmpty;
-    return IsWritable(list) ? AlignResult::Ok : AlignResult::InternalError;
-}
-
 } // namespace
 
 AlignResult AlignStore::SaveFile(const QString &path)
 {
     // Before the file is opened, which empties it.
-    const AlignResult writable = CheckWritable(Tables);
-    if (writable != AlignResult::Ok)
-        return writable;
+    const AlignResult readable = CheckReadable(*this);
+    if (readable != AlignResult::Ok)
+        return readable;
+    const std::optional<std::filesystem::path> file = platform::FileSystemPath(path);
+    if (!file)
+        return AlignResult::InternalError;
     std::array<char, alignfile::StreamBufferSize> streamBuffer; // outlives the stream
     std::ofstream stream;
     stream.rdbuf()->pubsetbuf(streamBuffer.data(), streamBuffer.size());
-    stream.open(platform::FileSystemPath(path), std::ios::out | std::ios::binary | std::ios::trunc);
+    stream.open(*file, std::ios::out | std::ios::binary | std::ios::trunc);
     if (!stream.is_open())
         return AlignResult::FileError;
     const bool written = WriteFile(stream, *this);
@@ -105,8 +114,8 @@ AlignResult AlignStore::SaveFile(const QString &path)
 
 AlignResult AlignStore::Save(std::ostream &stream)
 {
-    const AlignResult writable = CheckWritable(Tables);
-    if (writable != AlignResult::Ok)
-        return writable;
+    const AlignResult readable = CheckReadable(*this);
+    if (readable != AlignResult::Ok)
+        return readable;
     return WriteFile(stream, *this) ? AlignResult::Ok : AlignResult::FileError;
 }

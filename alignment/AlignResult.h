@@ -4,10 +4,10 @@
 
 #include <QString>
 
-/// Result codes shared by all programs that work with alignment tables. The numbers are fixed; this program
-/// itself produces only Ok, FileError, InternalError, VersionMismatch, FileCrcFailed, TableWrongSdrType and
-/// ListIsEmpty.
-enum class AlignResult : int {
+/// Result codes shared by all programs that work with alignment tables. The numbers are fixed; those that
+/// this program does not produce are kept for the others. It produces Ok, FileError, InternalError,
+/// VersionMismatch, FileCrcFailed, TableWrongSdrType and ListIsEmpty.
+enum class [[nodiscard]] AlignResult : int{
     Ok = 0,
     GainOutOfRange = 1,
     FrequencyOutOfRange = 2,

@@ -2,6 +2,7 @@
 #include "alignment/AlignStore.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -86,7 +87,11 @@ void AlignStore::ClearTableByHwId(AlignTableList *list, const char *hwId)
 {
     if (list == nullptr || hwId == nullptr)
         return;
-    const std::string_view wanted = HwIdBytes(hwId);
+    // A copy: the id may be that of the table that is about to be freed.
+    const std::string_view bytes = HwIdBytes(hwId);
+    std::array<char, AlignHwIdSize> copied = {};
+    std::copy(bytes.begin(), bytes.end(), copied.begin());
+    const std::string_view wanted(copied.data(), bytes.size());
     AlignTableNode *previous = nullptr;
     for (AlignTableNode *node = list->Head; node != nullptr; previous = node, node = node->Next) {
         if (node->Table == nullptr)
@@ -96,7 +101,8 @@ void AlignStore::ClearTableByHwId(AlignTableList *list, const char *hwId)
         if (wanted.substr(0, shorter) != present.substr(0, shorter))
             continue;
         list->RemoveAfter(previous);
-        (void)std::printf("debug: [OK] raw_clearListElementByHwID, cleared %s from pstList\n", hwId);
+        (void)std::printf("debug: [OK] raw_clearListElementByHwID, cleared %.*s from pstList\n",
+                          static_cast<int>(wanted.size()), wanted.data());
         (void)std::fflush(stdout); // standard output may be a pipe
         return;
     }

@@ -65,9 +65,10 @@ public:
     /// The same from a stream that is open, in binary mode, at the first byte of the file.
     AlignResult Load(std::istream &stream, AlignTableList &list, bool adoptSdrType);
 
-    /// Writes Tables to the file, in place: a failure while writing leaves a partly written file behind.
-    /// Tables that cannot be written (none at all, or counts beyond what the records or a chunk hold) are
-    /// refused before the file is touched.
+    /// Writes Tables to the file, in place: a failure while writing leaves a partly written file behind. What
+    /// LoadFile would not read back is refused before the file is touched: ListIsEmpty without a table,
+    /// VersionMismatch for a table of another version, InternalError for counts beyond what the store's type,
+    /// the records or a chunk hold, and without memory for the path.
     AlignResult SaveFile(const QString &path);
     /// The same to a stream that is open in binary mode. Ends with the stream flushed.
     AlignResult Save(std::ostream &stream);

@@ -5,6 +5,7 @@
 #include "alignment/AlignDataSetBlock.h"
 #include "alignment/SdrType.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -37,6 +38,17 @@ struct AlignTable
     std::uint8_t DataSetCount = 0;
     AlignDataSetBlock DataSets;
 };
+
+/// Sets the table's hardware id and zeroes what follows it. False, with the table unchanged, for an id of
+/// more than AlignHwIdSize bytes.
+[[nodiscard]] inline bool SetAlignHwId(AlignTable &table, std::string_view hwId)
+{
+    if (hwId.size() > table.HwId.size())
+        return false;
+    table.HwId = {};
+    std::copy(hwId.begin(), hwId.end(), table.HwId.begin());
+    return true;
+}
 
 /// The bytes of the table's hardware id, without its NUL and what follows that.
 [[nodiscard]] inline std::string_view AlignHwIdOf(const AlignTable &table)

@@ -6,6 +6,15 @@ AlignTableList::~AlignTableList()
     Clear();
 }
 
+AlignTable *AlignTableList::find(std::string_view hwId) const
+{
+    for (const AlignTableNode *node = Head; node != nullptr; node = node->Next) {
+        if (node->Table != nullptr && AlignHwIdOf(*node->Table) == hwId)
+            return node->Table.get();
+    }
+    return nullptr;
+}
+
 void AlignTableList::Append(std::unique_ptr<AlignTableNode> node)
 {
     AlignTableNode *appended = node.release();

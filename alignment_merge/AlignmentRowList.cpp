@@ -55,9 +55,9 @@ QString AlignmentRowList::ReadFile(const QString &path)
     candidate.Set(AlignmentRow::driverIsNew, std::none_of(Rows.cbegin(), Rows.cend(), [&](const auto &row) {
                       return row.driver == candidate.driver;
                   }));
-    for (const AlignTableNode *node = store->Tables.Head; node != nullptr; node = node->Next) {
-        candidate.hardwareId = HardwareIdOf(*node->Table);
-        candidate.alignedAt = node->Table->AlignedAt;
+    for (const AlignTable &table : store->Tables) {
+        candidate.hardwareId = HardwareIdOf(table);
+        candidate.alignedAt = table.AlignedAt;
         Add(candidate);
     }
     return {};

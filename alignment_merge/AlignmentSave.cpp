@@ -2,6 +2,7 @@
 #include "alignment_merge/AlignmentSave.h"
 
 #include "alignment/AlignStore.h"
+#include "alignment/AlignTableReader.h"
 #include "alignment_merge/AlignmentDriver.h"
 #include "alignment_merge/AlignmentRowList.h"
 
@@ -80,20 +81,51 @@ bool HasAll(const AlignTableNode *node, const std::vector<AlignSelectionEntry> &
                        [&](const AlignSelectionEntry &entry) { return hwIds.contains(entry.HwId); });
 }
 
+/// Appends the picked tables of the file that is open to those of the store. One table at a time is in memory
+/// beside them.
+AlignResult AppendPicked(AlignStore &store, AlignTableReader &reader,
+                         const std::vector<AlignSelectionEntry> &selection)
+{
+    QSet<QByteArrayView> picked;
+    for (const AlignSelectionEntry &entry : selection)
+        picked.insert(entry.HwId);
+    while (reader.hasNext()) {
+        AlignStore::ClearList(store.ImportTables);
+        AlignTable *const table = store.AppendNewTable(store.ImportTables);
+        AlignResult result = table != nullptr ? reader.ReadNext(*table) : AlignResult::InternalError;
+        if (result != AlignResult::Ok)
+            return result;
+        if (!picked.contains(AlignHwIdOf(*table)))
+            continue;
+        const AlignSelectionEntry entry = {std::string(AlignHwIdOf(*table)), selection.front().Time};
+        const AlignTableNode *const last = store.Tables.Tail;
+        result = store.MergeTables(store.Tables, store.ImportTables, {&entry, 1});
+        // A merge ends without an error at a table that it cannot copy; the tables behind it stay out, too.
+        if (result != AlignResult::Ok || store.Tables.Tail == last)
+            return result;
+    }
+    return AlignResult::Ok;
+}
+
 /// Replaces tables of the store by the picked ones of the source.
 AlignResult TakeOver(AlignStore &store, const SaveSource &source)
 {
-    AlignResult result = store.LoadFile(source.filePath(), store.ImportTables, false);
+    const std::unique_ptr<AlignTableReader> reader(new (std::nothrow) AlignTableReader);
+    if (reader == nullptr)
+        return AlignResult::InternalError;
+    AlignResult result = reader->Open(source.filePath());
+    if (result == AlignResult::Ok && reader->sdrType() != store.SdrType)
+        result = AlignResult::TableWrongSdrType;
     if (result != AlignResult::Ok)
         return result;
     const std::vector<AlignSelectionEntry> selection = SelectionOf(source.picks());
     for (const AlignSelectionEntry &entry : selection)
         AlignStore::ClearTableByHwId(&store.Tables, entry.HwId.c_str());
     const AlignTableNode *const last = store.Tables.Tail;
-    result = store.MergeTables(store.Tables, store.ImportTables, selection);
+    result = AppendPicked(store, *reader, selection);
     AlignStore::ClearList(store.ImportTables);
-    // A merge ends without an error at a table that it cannot copy, and finds none whose id has other bytes
-    // in this system's encoding. The tables to be replaced are gone then: such a file must not be written.
+    // A merge can end before the last table, and finds none whose id has other bytes in this system's
+    // encoding. The tables to be replaced are gone then: such a file must not be written.
     if (result == AlignResult::Ok && !HasAll(last != nullptr ? last->Next : store.Tables.Head, selection))
         return AlignResult::InternalError;
     return result;

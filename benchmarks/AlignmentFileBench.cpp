@@ -9,8 +9,8 @@
 // what it held when that began.
 #include "alignment/AlignFileFormat.h"
 #include "alignment/AlignStore.h"
-#include "benchmarks/ProcessMemory.h"
 #include "tools/AlignmentGenerator.h"
+#include "tools/ProcessMemory.h"
 
 #include <QTemporaryDir>
 
@@ -54,8 +54,7 @@ public:
           PlainPath(std::filesystem::path(Folder.filePath(u"plain"_s).toStdU16String()))
     {
         // A full wide table of LimeUsb takes 5 MB, an empty one 52 KB.
-        if (StatusMegabytes("/proc/meminfo", "MemAvailable:") < 8000 && state.range(0) == limeUsb &&
-            state.range(1) >= 1000)
+        if (tools::AvailableMegabytes() < 8000 && state.range(0) == limeUsb && state.range(1) >= 1000)
             return;
         tools::AlignmentGenerator generator(1);
         Store.SdrType = static_cast<SdrType>(state.range(0));
@@ -148,8 +147,8 @@ void BM_Load(benchmark::State &state)
     double loading = 0;
     double plain = 0;
     double keeping = 0;
-    state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
-    ResetPeak();
+    state.counters["before_MB"] = tools::ResidentMegabytes();
+    tools::ResetPeak();
     while (state.KeepRunning()) {
         const bool read = Time([&] { return subject.PlainRead(); }, plain) &&
                           Time([&] { return subject.KeepingRead(); }, keeping);
@@ -162,7 +161,7 @@ void BM_Load(benchmark::State &state)
         state.SetIterationTime(*seconds);
         AlignStore::ClearList(loaded.Tables); // outside the measured time
     }
-    state.counters["peak_MB"] = StatusMegabytes("/proc/self/status", "VmHWM:");
+    state.counters["peak_MB"] = tools::PeakMegabytes();
     state.counters["file_MB"] = static_cast<double>(subject.Size) / 1e6;
     state.counters["vs_plain"] = loading / plain;
     state.counters["vs_keep"] = loading / keeping;
@@ -178,8 +177,8 @@ void BM_Save(benchmark::State &state)
     }
     double saving = 0;
     double plain = 0;
-    state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
-    ResetPeak();
+    state.counters["before_MB"] = tools::ResidentMegabytes();
+    tools::ResetPeak();
     while (state.KeepRunning()) {
         const bool written = Time([&] { return subject.PlainWrite(); }, plain).has_value();
         const auto seconds =
@@ -190,7 +189,7 @@ void BM_Save(benchmark::State &state)
         }
         state.SetIterationTime(*seconds);
     }
-    state.counters["peak_MB"] = StatusMegabytes("/proc/self/status", "VmHWM:");
+    state.counters["peak_MB"] = tools::PeakMegabytes();
     state.counters["file_MB"] = static_cast<double>(subject.Size) / 1e6;
     state.counters["vs_plain"] = saving / plain;
     state.SetBytesProcessed(state.iterations() * subject.Size);
@@ -204,10 +203,10 @@ void BM_MergeAll(benchmark::State &state)
         return;
     }
     std::vector<AlignSelectionEntry> selection;
-    for (const AlignTableNode *node = subject.Store.Tables.Head; node != nullptr; node = node->Next)
-        selection.push_back({node->Table->HwId.data(), 0}); // readable ids end with NUL
-    state.counters["before_MB"] = StatusMegabytes("/proc/self/status", "VmRSS:");
-    ResetPeak();
+    for (const AlignTable &table : subject.Store.Tables)
+        selection.push_back({std::string(AlignHwIdOf(table)), 0});
+    state.counters["before_MB"] = tools::ResidentMegabytes();
+    tools::ResetPeak();
     while (state.KeepRunning()) {
         AlignTableList target;
         const Clock::time_point begin = Clock::now();
@@ -218,7 +217,7 @@ void BM_MergeAll(benchmark::State &state)
             return;
         }
     }
-    state.counters["peak_MB"] = StatusMegabytes("/proc/self/status", "VmHWM:");
+    state.counters["peak_MB"] = tools::PeakMegabytes();
     state.SetItemsProcessed(state.iterations() * state.range(1));
 }
 

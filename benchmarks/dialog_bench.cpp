@@ -5,11 +5,10 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "alignment/AlignStore.h"
 #include "alignment_merge/AlignmentDriver.h"
-#include "benchmarks/ProcessMemory.h"
 #include "benchmarks/TimeTable.h"
-#include "platform/LargeBlocks.h"
 #include "tools/AlignmentGenerator.h"
 #include "tools/IsolatedFolders.h"
+#include "tools/ProcessMemory.h"
 
 #include <QApplication>
 #include <QDir>
@@ -84,7 +83,6 @@ bool MeasureOnce(Times &times)
 
 int main(int argc, char **argv)
 {
-    platform::KeepLargeBlocksMapped(); // as the program does
     const tools::IsolatedFolders isolation;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
@@ -94,8 +92,8 @@ int main(int argc, char **argv)
         (void)std::fprintf(stderr, "dialog_bench: the driver's file cannot be made.\n");
         return 1;
     }
-    const double before = StatusMegabytes("/proc/self/status", "VmRSS:");
-    ResetPeak();
+    const double before = tools::ResidentMegabytes();
+    tools::ResetPeak();
     Times times;
     for (int run = -WarmUpRuns; run < Runs; ++run) {
         if (run == 0)
@@ -111,7 +109,6 @@ int main(int argc, char **argv)
     PrintTimes("command to drawn tree", times.Open);
     PrintTimes("reset to drawn tree", times.Refill);
     PrintTimes("click on a header to drawn tree", times.Sort);
-    std::printf("\nmemory: %.0f MB before, %.0f MB at most\n", before,
-                StatusMegabytes("/proc/self/status", "VmHWM:"));
+    std::printf("\nmemory: %.0f MB before, %.0f MB at most\n", before, tools::PeakMegabytes());
     return 0;
 }

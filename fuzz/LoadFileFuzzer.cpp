@@ -35,8 +35,8 @@ bool IsEmpty(const AlignTableList &list)
 /// table.
 bool AllVersionsAreValid(const AlignTableList &list)
 {
-    for (const AlignTableNode *node = list.Head; node != nullptr; node = node->Next) {
-        if (node->Table->Version != AlignVersion)
+    for (const AlignTable &table : list) {
+        if (table.Version != AlignVersion)
             return false;
     }
     return true;

@@ -5,11 +5,12 @@
 #include <QString>
 
 #include <filesystem>
+#include <optional>
 
 namespace platform {
 
 /// The same path, whatever letters it holds. What is no letter at all (half a surrogate pair) is replaced
-/// where the system's paths cannot express it.
-[[nodiscard]] std::filesystem::path FileSystemPath(const QString &path);
+/// where the system's paths cannot express it. Nothing when there is no memory.
+[[nodiscard]] std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept;
 
 } // namespace platform

@@ -3,12 +3,18 @@
 
 #include <QFile>
 
+#include <new>
+
 namespace platform {
 
-std::filesystem::path FileSystemPath(const QString &path)
+std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept
 {
-    // Qt encodes the name: the standard library's conversion throws on letters that it cannot convert.
-    return std::filesystem::path(QFile::encodeName(path).toStdString());
+    try {
+        // Qt encodes the name: the standard library's conversion throws on letters that it cannot convert.
+        return std::filesystem::path(QFile::encodeName(path).toStdString());
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
 }
 
 } // namespace platform

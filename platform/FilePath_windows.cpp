@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FilePath.h"
 
+#include <new>
+
 namespace platform {
 
-std::filesystem::path FileSystemPath(const QString &path)
+std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept
 {
-    return std::filesystem::path(path.toStdWString());
+    try {
+        return std::filesystem::path(path.toStdWString());
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
 }
 
 } // namespace platform

@@ -112,7 +112,7 @@ void AlignStoreTest::initTableFillsTheTable()
     QCOMPARE(int{table.DataSetCapacity}, capacity);
     QCOMPARE(table.DataSetCount, std::uint8_t{0});
     QCOMPARE(static_cast<int>(table.DataSets.size()), capacity);
-    for (const AlignDataSet &dataSet : table.DataSets.all()) {
+    for (const AlignDataSet &dataSet : std::as_const(table.DataSets)) {
         QCOMPARE(dataSet.DataType, std::uint8_t{2});
         QCOMPARE(dataSet.SdrType, type);
         const auto *bytes = reinterpret_cast<const unsigned char *>(&dataSet);

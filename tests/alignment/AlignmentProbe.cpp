@@ -3,15 +3,20 @@
 // bound its memory. Each command ends with a line "result ..." on standard output.
 //
 //   remove ID [STORED...]   a list with the stored ids; removes ID; result: what is left, separated by commas
+//   remove-own ID           a list with one table of the id; removes it by the id that lies in the table
+//   itself;
+//                           result: what is left
 //   load FILE               loads FILE over a list of one table, taking over its type, as soon as a line
-//   arrives on
-//                           standard input; result: code and number of tables
+//                           arrives on standard input; result: code and number of tables
+//   merge FILE              loads FILE and, as soon as a line arrives, merges all of its tables into an empty
+//                           list; result: code and number of tables
 #include "tests/alignment/AlignmentTestTools.h"
 
 #include <QString>
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -27,14 +32,44 @@ int Remove(const QByteArray &hwId, const QList<QByteArray> &storedIds)
     return 0;
 }
 
+int RemoveOwn(const QByteArray &hwId)
+{
+    AlignStore store;
+    const AlignTable *const table = tests::AppendTableWithId(store, store.Tables, hwId);
+    if (table == nullptr)
+        return 1;
+    AlignStore::ClearTableByHwId(&store.Tables, table->HwId.data());
+    (void)std::printf("result %s\n", tests::HwIdsOf(store.Tables).join(',').constData());
+    return 0;
+}
+
+/// Says that all is prepared and waits for a line; false when none comes.
+bool WaitForLine()
+{
+    (void)std::puts("ready");
+    (void)std::fflush(stdout);
+    return std::getchar() != EOF;
+}
+
+int Merge(const QString &path)
+{
+    AlignStore store;
+    if (store.LoadFile(path, store.ImportTables, true) != AlignResult::Ok)
+        return 1;
+    std::vector<AlignSelectionEntry> all;
+    for (const AlignTable &table : store.ImportTables)
+        all.push_back({std::string(AlignHwIdOf(table)), 0});
+    if (!WaitForLine())
+        return 1;
+    const AlignResult result = store.MergeTables(store.Tables, store.ImportTables, all);
+    (void)std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
+    return 0;
+}
+
 int Load(const QString &path)
 {
     AlignStore store;
-    if (store.AppendNewTable(store.Tables) == nullptr)
-        return 1;
-    (void)std::puts("ready");
-    (void)std::fflush(stdout);
-    if (std::getchar() == EOF)
+    if (store.AppendNewTable(store.Tables) == nullptr || !WaitForLine())
         return 1;
     const AlignResult result = store.LoadFile(path, store.Tables, true);
     (void)std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
@@ -48,8 +83,13 @@ int main(int argc, char **argv)
     const QList<QByteArray> arguments(argv + 1, argv + argc);
     if (arguments.size() >= 2 && arguments.at(0) == "remove")
         return Remove(arguments.at(1), arguments.mid(2));
+    if (arguments.size() == 2 && arguments.at(0) == "remove-own")
+        return RemoveOwn(arguments.at(1));
+    if (arguments.size() == 2 && arguments.at(0) == "merge")
+        return Merge(QString::fromLocal8Bit(arguments.at(1)));
     if (arguments.size() == 2 && arguments.at(0) == "load")
         return Load(QString::fromLocal8Bit(arguments.at(1)));
-    (void)std::fputs("usage: AlignmentProbe remove ID [STORED...] | load FILE\n", stderr);
+    (void)std::fputs("usage: AlignmentProbe remove ID [STORED...] | remove-own ID | load FILE | merge FILE\n",
+                     stderr);
     return 2;
 }

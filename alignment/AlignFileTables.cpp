@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "alignment/AlignFileTables.h"
+
+#include "platform/FilePath.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace alignfile {
+
+AlignResult OpenForReading(std::ifstream &stream, const QString &path)
+{
+    const std::optional<std::filesystem::path> file = platform::FileSystemPath(path);
+    if (!file)
+        return AlignResult::InternalError;
+    // Some systems open a folder like a file and fail at the first read, when the old tables would be gone.
+    std::error_code ignored;
+    if (std::filesystem::is_directory(*file, ignored))
+        return AlignResult::FileError;
+    stream.open(*file, std::ios::in | std::ios::binary);
+    return stream.is_open() ? AlignResult::Ok : AlignResult::FileError;
+}
+
+AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header)
+{
+    const AlignResult result = reader.ReadByteCrcChunk();
+    if (result != AlignResult::Ok)
+        return result;
+    std::uint8_t sdrType = 0;
+    if (!reader.TakeInteger(sdrType) || !reader.TakeInteger(header.TableCount))
+        return AlignResult::InternalError;
+    header.SdrType = static_cast<::SdrType>(sdrType);
+    return AlignResult::Ok;
+}
+
+AlignResult ReadTableChunk(ChunkReader &reader)
+{
+    const AlignResult result = reader.ReadByteCrcChunk();
+    if (result == AlignResult::VersionMismatch) {
+        (void)std::fputs("[ERROR] fileversion and header version not equal!\n", stdout);
+        (void)std::fflush(stdout); // standard output may be a pipe
+    }
+    return result;
+}
+
+AlignResult TakeTable(ChunkReader &reader, AlignTable &table)
+{
+    const bool complete = reader.TakeInteger(table.Version) && reader.TakeBytes(table.HwId) &&
+                          reader.TakeInteger(table.AlignedAt) && reader.TakeInteger(table.DataSetCapacity) &&
+                          reader.TakeInteger(table.DataSetCount);
+    // The capacity that the file states stays in the table, but only the block bounds what may be written to
+    // it.
+    if (!complete || table.DataSetCount > table.DataSets.size())
+        return AlignResult::InternalError;
+
+    for (std::size_t i = 0; i < table.DataSetCount; ++i) {
+        const AlignResult result = reader.ReadWordCrcChunk();
+        if (result != AlignResult::Ok)
+            return result;
+        if (!reader.TakeDataSet(table.DataSets.Only(i)))
+            return AlignResult::InternalError;
+    }
+    return AlignResult::Ok;
+}
+
+} // namespace alignfile

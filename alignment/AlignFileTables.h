@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Header and tables of an alignment file, read chunk by chunk.
+#pragma once
+
+#include "alignment/AlignFileReader.h"
+#include "alignment/AlignTable.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <fstream>
+
+namespace alignfile {
+
+struct FileHeader
+{
+    ::SdrType SdrType = ::SdrType::None;
+    std::uint16_t TableCount = 0;
+};
+
+/// Opens a file for reading; Ok, FileError, or InternalError without memory.
+AlignResult OpenForReading(std::ifstream &stream, const QString &path);
+
+AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header);
+
+/// Reads a table chunk and says on standard output when its version is wrong.
+AlignResult ReadTableChunk(ChunkReader &reader);
+
+/// Takes the table apart whose chunk was read last, and reads its data-set chunks. The table must be fresh
+/// from AlignStore::InitTable.
+AlignResult TakeTable(ChunkReader &reader, AlignTable &table);
+
+} // namespace alignfile

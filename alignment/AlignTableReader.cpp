@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "alignment/AlignTableReader.h"
+
+#include "alignment/AlignStore.h"
+
+AlignResult AlignTableReader::Open(const QString &path)
+{
+    Header = {}; // of the file before
+    File = std::ifstream();
+    File.rdbuf()->pubsetbuf(StreamBuffer.data(), StreamBuffer.size());
+    const AlignResult opened = alignfile::OpenForReading(File, path);
+    return opened == AlignResult::Ok ? Open(File) : opened;
+}
+
+AlignResult AlignTableReader::Open(std::istream &stream)
+{
+    TablesRead = 0;
+    Header = {};
+    alignfile::FileHeader header;
+    const AlignResult result = alignfile::ReadFileHeader(Chunks.emplace(stream, Buffer), header);
+    if (result == AlignResult::Ok)
+        Header = header;
+    return result;
+}
+
+AlignResult AlignTableReader::ReadNext(AlignTable &table)
+{
+    const AlignResult result = ReadTable(table);
+    ++TablesRead;
+    if (result != AlignResult::Ok)
+        TablesRead = Header.TableCount;
+    return result;
+}
+
+AlignResult AlignTableReader::ReadTable(AlignTable &table)
+{
+    const AlignResult result = alignfile::ReadTableChunk(*Chunks);
+    if (result != AlignResult::Ok)
+        return result;
+    AlignStore::InitTable(table, Header.SdrType);
+    if (table.DataSetCapacity != AlignDataSetCapacityOf(Header.SdrType))
+        return AlignResult::InternalError; // no memory for the data sets
+    return alignfile::TakeTable(*Chunks, table);
+}
