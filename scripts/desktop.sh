@@ -1,10 +1,25 @@
+#!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Watching and driving the program on a virtual display, as a user would: shared by the tour and the tests of the
-# packages, which source it. They set
-#   tour       folder with the program's output.txt and errors.txt
+# A virtual desktop, its windows, and the program on it as a user drives it. The tour and the tests of the packages source
+# this file; a program calls one of its functions, as in: scripts/desktop.sh windows TITLE
+# Whoever sources it sets
+#   work       folder with the program's output.txt and errors.txt
 #   pictures   folder for pictures
 #   report     file in which the stand-in recorder reports (TARNVIK_STANDIN_REPORT)
-#   DISPLAY    a display with a window manager
+
+# start_desktop WIDTHxHEIGHT: sets DISPLAY to that of a virtual desktop, which ends with this shell at the latest.
+start_desktop() {
+    coproc DESKTOP { exec scripts/virtual-desktop "$1"; }
+    desktop_process=$DESKTOP_PID
+    read -r DISPLAY <&"${DESKTOP[0]}" || die "the virtual desktop does not start"
+    export DISPLAY
+}
+# end_desktop: ends it, if it was started, and waits for its end.
+end_desktop() {
+    [ -n "${desktop_process:-}" ] || return 0
+    kill "$desktop_process" 2>/dev/null || true
+    wait "$desktop_process" 2>/dev/null || true
+}
 
 # wait_for SECONDS WHAT COMMAND...: until the command succeeds. The seconds are those of a quiet machine; a loaded one
 # gets three times as long.
@@ -13,7 +28,7 @@ wait_for() {
     shift 2
     until "$@" >/dev/null 2>&1; do
         if ((SECONDS >= end)); then
-            tail -n 5 "$tour"/{output,errors}.txt 2>/dev/null || true
+            tail -n 5 "$work"/{output,errors}.txt 2>/dev/null || true
             import -window root "$pictures/failure.png" || true
             die "waited in vain for $what; see $pictures/failure.png"
         fi
@@ -22,13 +37,18 @@ wait_for() {
 }
 event_count() { grep -c " $1\$" "$report" || true; }
 recorders_started() { [ "$(event_count started)" -ge "$1" ]; }
-statuses_written() { [ "$(grep -c 'status .* written' "$tour/output.txt")" -ge "$1" ]; }
+statuses_written() { [ "$(grep -c 'status .* written' "$work/output.txt")" -ge "$1" ]; }
 last_recorder() { awk '$3 == "started" { pid = $2 } END { print pid }' "$report"; }
-# windows TITLE: ids of the managed windows with this title, the oldest first.
+# windows TITLE: ids of the windows with this title that the window manager knows, the oldest first. Hidden ones are none
+# of them, and neither is the icon in the tray.
 windows() {
-    local id
-    for id in $(xprop -root _NET_CLIENT_LIST | sed 's/.*#//; s/,/ /g'); do
-        if [ "$(xprop -id "$id" _NET_WM_NAME | cut -d'"' -f2)" = "$1" ]; then
+    local list id title
+    list=$(xprop -root _NET_CLIENT_LIST)
+    list=${list#*#}
+    for id in ${list//,/}; do
+        title=$(xprop -id "$id" _NET_WM_NAME 2>/dev/null) || continue # it has just been closed
+        title=${title#*\"}
+        if [ "${title%\"}" = "$1" ]; then
             echo "$id"
         fi
     done
@@ -38,8 +58,31 @@ window() { windows "$1" | tail -n 1 | grep .; }
 two_windows() { [ "$(windows "$1" | wc -l)" -eq 2 ]; }
 gone() { ! xprop -root _NET_CLIENT_LIST | grep -q "$1\b"; }
 no_window() { ! window "$1"; }
-dialog() { xprop -id "$(window TarnvikControl)" _NET_WM_WINDOW_TYPE | grep -q DIALOG; }
+# dialogs TITLE: ids of those windows that are dialogs.
+dialogs() {
+    local id
+    for id in $(windows "$1"); do
+        if xprop -id "$id" _NET_WM_WINDOW_TYPE 2>/dev/null | grep -q _DIALOG; then
+            echo "$id"
+        fi
+    done
+}
+dialog() { dialogs TarnvikControl | grep .; }
 no_dialog() { ! dialog; }
+# geometry WINDOW: left, top, width and height of a window without its frame.
+geometry() {
+    [ -n "$1" ] || return 1 # xwininfo would wait for a click on one
+    xwininfo -id "$1" | awk -F ': *' '
+        /Absolute upper-left X:/ { left = $2 } /Absolute upper-left Y:/ { top = $2 }
+        /Width:/ { width = $2 } /Height:/ { height = $2 }
+        END { print left, top, width, height }'
+}
+# centre WINDOW: x and y of its middle.
+centre() {
+    local left top width height
+    read -r left top width height <<<"$(geometry "$1")"
+    echo $((left + width / 2)) $((top + height / 2))
+}
 # press TITLE KEY...
 press() {
     local id
@@ -66,11 +109,11 @@ picture() {
 # open_menu: id of the menu that is open. It is a window, but the window manager does not know it.
 open_menu() {
     local id type managed
-    managed=$(xprop -root _NET_CLIENT_LIST)
+    managed="$(xprop -root _NET_CLIENT_LIST),"
     for id in $(xdotool search --onlyvisible --name ''); do
-        type=$(xprop -id "$id" _NET_WM_WINDOW_TYPE 2>/dev/null)
+        type=$(xprop -id "$id" _NET_WM_WINDOW_TYPE 2>/dev/null) || continue
         # The tray's icon is such a window, too; its type tells.
-        if [[ $type == *_TYPE_NORMAL* && $type != *OVERRIDE* && $managed != *$(printf '0x%x' "$id")* ]]; then
+        if [[ $type == *_TYPE_NORMAL* && $type != *OVERRIDE* && $managed != *$(printf '0x%x,' "$id")* ]]; then
             echo "$id"
             return
         fi
@@ -80,11 +123,10 @@ open_menu() {
 no_menu() { ! open_menu; }
 # edges WINDOW: left, top, right and bottom of a window with its frame, if it has one.
 edges() {
-    { xprop -id "$1" _NET_FRAME_EXTENTS; xwininfo -id "$1"; } | awk -F '[:=,] *' '
-        /^_NET_FRAME_EXTENTS.*=/ { frame_left = $2; frame_right = $3; frame_top = $4; frame_bottom = $5 }
-        /Absolute upper-left X:/ { left = $2 } /Absolute upper-left Y:/ { top = $2 }
-        /Width:/ { width = $2 } /Height:/ { height = $2 }
-        END { print left - frame_left, top - frame_top, left + width + frame_right, top + height + frame_bottom }'
+    { geometry "$1"; xprop -id "$1" _NET_FRAME_EXTENTS; } | awk -F '[ ,=]+' '
+        NR == 1 { left = $1; top = $2; right = left + $3; bottom = top + $4 }
+        /^_NET_FRAME_EXTENTS.*=/ { left -= $2; right += $3; top -= $4; bottom += $5 }
+        END { print left, top, right, bottom }'
 }
 # menu_picture NAME TEXT WINDOW: of the open menu together with the window that it belongs to.
 menu_picture() {
@@ -103,3 +145,9 @@ close_menu() {
     xdotool key --clearmodifiers "$@"
     wait_for 5 "the menu's end" no_menu
 }
+
+# Not sourced but called.
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+    set -euo pipefail
+    "$@"
+fi

@@ -17,7 +17,6 @@
 #include <QUrl>
 #include <QWidget>
 
-#include <algorithm>
 #include <csignal>
 #include <memory>
 
@@ -80,12 +79,7 @@ private:
 /// open.
 QString DialogWindow()
 {
-    const QStringList windows = VirtualDesktop::windows(Title);
-    const auto isDialog = [](const QString &window) {
-        return VirtualDesktop::property(window, u"_NET_WM_WINDOW_TYPE"_s).contains(u"_DIALOG"_s);
-    };
-    const auto dialog = std::find_if(windows.begin(), windows.end(), isDialog);
-    return dialog != windows.end() ? *dialog : QString();
+    return VirtualDesktop::dialogs(Title).value(0);
 }
 
 /// Keys for a window, which is awaited: one with this title, or the alignment dialog when it is empty.

@@ -8,9 +8,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
-#include <vector>
-
 namespace tests {
 
 /// Starts the programs of a desktop and points this process and its children to it. Make it before the
@@ -27,6 +24,8 @@ public:
 
     /// The windows with exactly this title, hidden ones left out.
     [[nodiscard]] static QStringList windows(const QString &title);
+    /// Those of them that are dialogs.
+    [[nodiscard]] static QStringList dialogs(const QString &title);
     /// A property of a window as the system's tool prints it.
     [[nodiscard]] static QString property(const QString &window, const QString &name);
     /// Gives a window the keyboard and presses keys, named as in "ctrl+q"; false when that fails.
@@ -49,10 +48,7 @@ public:
     static bool savePicture(const QString &file);
 
 private:
-    bool startDisplay();
-    bool startProgram(const QString &program, const QStringList &arguments);
-
-    std::vector<std::unique_ptr<QProcess>> Programs;
+    QProcess Desktop;
     QString Error;
 };
 

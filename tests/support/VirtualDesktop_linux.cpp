@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Xvfb, openbox and trayer; xdotool and import are the hands and the eyes.
+// The scripts start the desktop and find windows on it; xdotool and import are the hands and the eyes.
 #include "tests/support/VirtualDesktop.h"
 
-#include <QDeadlineTimer>
 #include <QList>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +10,6 @@ namespace tests {
 
 namespace {
 
-constexpr int StartTimeoutMs = 20000;
 constexpr int CommandTimeoutMs = 10000;
 
 bool Run(const QString &program, const QStringList &arguments, QByteArray *output = nullptr)
@@ -34,16 +31,11 @@ QByteArray Output(const QString &program, const QStringList &arguments)
     return output;
 }
 
-/// The windows that the window manager knows, hidden ones left out; others have titles, too, as the icon in
-/// the tray.
-QList<qulonglong> ManagedWindows()
+/// What one of the functions in scripts/desktop.sh prints.
+QString Found(const QString &function, const QStringList &arguments = QStringList())
 {
-    const QByteArray list = Output(u"xprop"_s, {u"-root"_s, u"_NET_CLIENT_LIST"_s});
-    QList<qulonglong> windows;
-    for (const QByteArray &window : list.mid(list.indexOf('#') + 1).split(','))
-        windows.append(window.trimmed().toULongLong(nullptr, 0));
-    windows.removeAll(0);
-    return windows;
+    const QString script = QStringLiteral(TARNVIK_SCRIPTS "/desktop.sh");
+    return QString::fromUtf8(Output(script, QStringList{function} + arguments)).trimmed();
 }
 
 bool XDoTool(const QStringList &arguments)
@@ -55,80 +47,34 @@ bool XDoTool(const QStringList &arguments)
 
 VirtualDesktop::VirtualDesktop()
 {
-    if (!startDisplay())
+    // The script gives up by itself when something does not come up.
+    Desktop.start(QStringLiteral(TARNVIK_SCRIPTS "/virtual-desktop"), {u"1000x700"_s});
+    if (!Desktop.waitForReadyRead(-1)) {
+        Desktop.waitForFinished(CommandTimeoutMs);
+        Error = Desktop.errorString() + u": "_s + QString::fromUtf8(Desktop.readAllStandardError());
         return;
+    }
+    qputenv("DISPLAY", Desktop.readAllStandardOutput().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qunsetenv("SESSION_MANAGER");
     qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the tray of this desktop is the X11 one
-    if (!startProgram(u"openbox"_s, {u"--sm-disable"_s}))
-        return;
-    // The tray needs the window manager, and a program that starts before both are there would find a
-    // different desktop.
-    const auto managerAnswers = [] {
-        return Output(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).contains("window id");
-    };
-    const QString trayer = u"trayer --edge bottom --align right --widthtype request --height 26"_s;
-    QStringList trayerArguments = trayer.split(u' ');
-    const QString trayerProgram = trayerArguments.takeFirst();
-    const QDeadlineTimer deadline(StartTimeoutMs);
-    while (!managerAnswers()) {
-        if (deadline.hasExpired()) {
-            Error = u"the window manager does not answer"_s;
-            return;
-        }
-    }
-    startProgram(trayerProgram, trayerArguments);
 }
 
 VirtualDesktop::~VirtualDesktop()
 {
-    while (!Programs.empty()) {
-        Programs.back()->terminate();
-        if (!Programs.back()->waitForFinished(CommandTimeoutMs))
-            Programs.back()->kill();
-        Programs.pop_back();
-    }
-}
-
-bool VirtualDesktop::startDisplay()
-{
-    // -noreset: otherwise the end of a tool that is the only client for a moment resets the display, and
-    // throws out whoever connects at that moment.
-    auto display = std::make_unique<QProcess>();
-    display->start(u"Xvfb"_s,
-                   {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1000x700x24"_s, u"-noreset"_s});
-    if (!display->waitForReadyRead(StartTimeoutMs)) {
-        Error = u"Xvfb: "_s + display->errorString();
-        return false;
-    }
-    // It prints the number that it chose.
-    qputenv("DISPLAY", ':' + display->readAllStandardOutput().trimmed());
-    Programs.push_back(std::move(display));
-    return true;
-}
-
-bool VirtualDesktop::startProgram(const QString &program, const QStringList &arguments)
-{
-    auto process = std::make_unique<QProcess>();
-    process->setStandardErrorFile(QProcess::nullDevice());
-    process->start(program, arguments);
-    if (!process->waitForStarted(StartTimeoutMs)) {
-        Error = program + u": "_s + process->errorString();
-        return false;
-    }
-    Programs.push_back(std::move(process));
-    return true;
+    Desktop.closeWriteChannel(); // at the end of its input the desktop ends
+    if (!Desktop.waitForFinished(CommandTimeoutMs))
+        Desktop.kill();
 }
 
 QStringList VirtualDesktop::windows(const QString &title)
 {
-    QStringList windows;
-    for (const qulonglong id : ManagedWindows()) {
-        const QString window = QString::number(id);
-        if (property(window, u"_NET_WM_NAME"_s).section(u'"', 1, -2) == title)
-            windows.append(window);
-    }
-    return windows;
+    return Found(u"windows"_s, {title}).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QStringList VirtualDesktop::dialogs(const QString &title)
+{
+    return Found(u"dialogs"_s, {title}).split(u'\n', Qt::SkipEmptyParts);
 }
 
 QString VirtualDesktop::property(const QString &window, const QString &name)
@@ -154,28 +100,16 @@ bool VirtualDesktop::type(const QString &text)
 
 QRect VirtualDesktop::geometry(const QString &window)
 {
-    const QByteArray output = // lines as "X=10"
-        Output(u"xdotool"_s, {u"getwindowgeometry"_s, u"--shell"_s, window});
-    const auto number = [lines = QString::fromLatin1(output).split(u'\n')](const QString &name) {
-        return lines.filter(QRegularExpression(u'^' + name + u'=')).value(0).section(u'=', 1).toInt();
-    };
-    return {number(u"X"_s), number(u"Y"_s), number(u"WIDTH"_s), number(u"HEIGHT"_s)};
+    const QStringList numbers = Found(u"geometry"_s, {window}).split(u' ');
+    if (numbers.size() != 4)
+        return {};
+    return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
 }
 
 QRect VirtualDesktop::openMenu()
 {
-    // It has a type as all top-level windows, but the window manager does not know it. So is the icon in the
-    // tray, whose type tells about that.
-    const QByteArray output = Output(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, QString()});
-    const QList<qulonglong> managed = ManagedWindows();
-    const QStringList visible = QString::fromLatin1(output).split(u'\n', Qt::SkipEmptyParts);
-    for (const QString &window : visible) {
-        const QString type = property(window, u"_NET_WM_WINDOW_TYPE"_s);
-        if (!managed.contains(window.toULongLong()) && type.contains(u"_NET_WM_WINDOW_TYPE_NORMAL"_s) &&
-            !type.contains(u"OVERRIDE"_s))
-            return geometry(window);
-    }
-    return {};
+    const QString menu = Found(u"open_menu"_s);
+    return menu.isEmpty() ? QRect() : geometry(menu);
 }
 
 bool VirtualDesktop::click(const QPoint &place, int button)
