@@ -25,10 +25,10 @@ QByteArray Variable(const char *option)
 
 } // namespace
 
-RecorderReport::RecorderReport() : File(QDir::tempPath() + u"/recorder report.txt"_s)
+RecorderReport::RecorderReport()
 {
-    QFile::remove(File);
-    setOption("REPORT", QFile::encodeName(File));
+    QFile::remove(file());
+    setOption("REPORT", QFile::encodeName(file()));
 }
 
 RecorderReport::~RecorderReport()
@@ -40,7 +40,12 @@ RecorderReport::~RecorderReport()
     const QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
 }
 
-void RecorderReport::killRecorders() const
+QString RecorderReport::file()
+{
+    return QDir::tempPath() + u"/recorder report.txt"_s;
+}
+
+void RecorderReport::killRecorders()
 {
     const QList<RecorderEvent> all = events();
     for (const RecorderEvent &event : all) {
@@ -67,13 +72,13 @@ void RecorderReport::clearOptions()
     }
 }
 
-QList<RecorderEvent> RecorderReport::events() const
+QList<RecorderEvent> RecorderReport::events()
 {
     QList<RecorderEvent> events;
-    QFile file(File);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile report(file());
+    if (!report.open(QIODevice::ReadOnly))
         return events;
-    const QList<QByteArray> lines = file.readAll().split('\n');
+    const QList<QByteArray> lines = report.readAll().split('\n');
     for (const QByteArray &line : lines) {
         const QList<QByteArray> fields = line.split(' ');
         if (fields.size() == 3)

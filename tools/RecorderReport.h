@@ -30,11 +30,11 @@ public:
     void setOption(const char *name, const QByteArray &value);
     void clearOptions();
 
-    /// Ends the recorders that are still alive and waits until they are gone.
-    void killRecorders() const;
+    /// Ends the recorders in the report that are still alive and waits until they are gone.
+    static void killRecorders();
 
-    [[nodiscard]] QString file() const { return File; }
-    [[nodiscard]] QList<RecorderEvent> events() const;
+    [[nodiscard]] static QString file();
+    [[nodiscard]] static QList<RecorderEvent> events();
     /// How often an event is in the report.
     [[nodiscard]] int count(const QString &event) const;
     /// How often an event is in the report of one process.
@@ -46,7 +46,6 @@ public:
     [[nodiscard]] bool recorderListens(qint64 processId = 0) const;
 
 private:
-    QString File;
     QStringList Options;
 };
 

@@ -1,21 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "tests/TarnvikControl/Station.h"
 
-#include "Common_Files/RecorderNames.h"
-#include "platform/QuitSignal.h"
 #include "tools/RecorderReport.h"
 
-#include <QClipboard>
-#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
-#include <QSignalSpy>
-
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 
 namespace tests {
+
+namespace {
+
+QString ProgramName()
+{
+    return QFileInfo(QStringLiteral(CONTROL_PROGRAM)).fileName();
+}
+
+} // namespace
+
+QString RecorderName()
+{
+    return QFileInfo(tools::StandInProgram()).fileName();
+}
 
 Station::Station(const QString &recorderName, const QString &folderName) : Place(Folder.path())
 {
@@ -23,30 +31,20 @@ Station::Station(const QString &recorderName, const QString &folderName) : Place
         Place.mkdir(folderName);
         Place.cd(folderName);
     }
-    QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(Title));
+    QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(ProgramName()));
     if (!recorderName.isEmpty())
         QFile::copy(tools::StandInProgram(), path(recorderName));
 }
 
-Station::~Station()
+void Station::start(const QStringList &arguments)
 {
-    if (Process.state() != QProcess::NotRunning) {
-        signal(SIGINT);
-        if (!Process.waitForFinished(10000))
-            Process.kill();
-        Process.waitForFinished();
-    }
-}
-
-bool Station::signal(int number)
-{
-    return kill(static_cast<pid_t>(Process.processId()), number) == 0;
+    Process.start(path(ProgramName()), arguments);
 }
 
 QString Station::output()
 {
     Output += Process.readAllStandardOutput();
-    return QString::fromUtf8(Output);
+    return QString::fromUtf8(Output).remove(u'\r');
 }
 
 QString Station::errorOutput()
@@ -56,7 +54,7 @@ QString Station::errorOutput()
     static const QRegularExpression remark(
         u"^TarnvikControl [\\d:]+: Detected locale .*?for more information\\.\\n"_s,
         QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
-    return QString::fromUtf8(ErrorOutput).remove(remark);
+    return QString::fromUtf8(ErrorOutput).remove(u'\r').remove(remark);
 }
 
 bool Station::endedWith(int exitCode)
@@ -83,33 +81,6 @@ QProcessEnvironment SystemIn(const QString &locale, const QString &languages)
     environment.insert(u"LC_CTYPE"_s, u"C.UTF-8"_s); // exists everywhere
     environment.insert(u"LANGUAGE"_s, languages);
     return environment;
-}
-
-bool RecorderListens()
-{
-    return platform::QuitSignalHasListener(RecorderQuitKey);
-}
-
-QString OnlyWindow(const QString &title)
-{
-    const QStringList windows = VirtualDesktop::windows(title);
-    return windows.size() == 1 ? windows.first() : QString();
-}
-
-QString PanelText()
-{
-    const QString window = OnlyWindow(Title);
-    if (window.isEmpty())
-        return QString();
-    // A message that comes between the two keys takes the selection away, and nothing is copied.
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-        if (!VirtualDesktop::press(window, {u"ctrl+a"_s, u"ctrl+c"_s}))
-            return QString();
-        if (!changed.isEmpty() || changed.wait(1000))
-            return QGuiApplication::clipboard()->text();
-    }
-    return QString();
 }
 
 } // namespace tests

@@ -3,6 +3,7 @@
 #include "Common_Files/OstrelRecordStatus.h"
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/DesktopTestMain.h"
 #include "tools/RecorderReport.h"
 
 #include <QElapsedTimer>
@@ -16,9 +17,7 @@
 using namespace Qt::StringLiterals;
 
 using tests::OnlyWindow;
-using tests::PanelText;
 using tests::QuitTitle;
-using tests::RecorderListens;
 using tests::Station;
 using tests::Title;
 
@@ -76,7 +75,7 @@ void TarnvikControlTest::theRecorderAndItsMessageAreShown()
                              "TarnvikRecord\n\nProgram status      : Running\n"
                              "Last message        : Recording 162.400 MHz\n"_s +
                              QString(22, u' ') + u"File 1 of 4\n"_s;
-    QTRY_COMPARE_WITH_TIMEOUT(PanelText(), expected, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, 15000);
     QTRY_VERIFY(station.output().contains(u"\nstand-in: status 1 written\n"_s));
 }
 
@@ -85,7 +84,7 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
     Report->setOption("INTERVAL_MS", "0");
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Running"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 15000);
     QCOMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
@@ -93,27 +92,27 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
     while (Report->count(u"started"_s) < 2 && timer.elapsed() < 5000)
         QTest::qWait(1);
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QTRY_VERIFY(PanelText().contains(u"Running"_s));
+    QTRY_VERIFY(station.panelText().contains(u"Running"_s));
     // The next end is followed by a pause: now the panel can be seen to say so.
     QVERIFY(tools::KillProcess(Report->lastProcess(u"started"_s)));
     bool stopped = false;
-    const auto stoppedWasShown = [&stopped] {
-        stopped = stopped || PanelText().contains(u"Stopped"_s);
+    const auto stoppedWasShown = [&] {
+        stopped = stopped || station.panelText().contains(u"Stopped"_s);
         return stopped;
     };
     QTRY_VERIFY(stoppedWasShown());
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Running"_s), 8000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 8000);
 }
 
 void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
     Station first;
     first.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
-    QTRY_VERIFY(RecorderListens());
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
+    QTRY_VERIFY(Report->recorderListens());
     Station second;
     second.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(u"Error..."_s).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
     QCOMPARE(tests::VirtualDesktop::windows(Title).size(), 1);
     QVERIFY(tests::VirtualDesktop::press(OnlyWindow(u"Error..."_s), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
@@ -122,7 +121,7 @@ void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
     const QRegularExpression line(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: TarnvikControl: Error -1!\n$"_s);
     QVERIFY2(line.match(second.errorOutput()).hasMatch(), qPrintable(second.errorOutput()));
     QCOMPARE(Report->count(u"started"_s), 1);
-    QVERIFY(RecorderListens()); // the first one's recorder was not asked to quit
+    QVERIFY(Report->recorderListens()); // the first one's recorder was not asked to quit
 }
 
 void TarnvikControlTest::theInstanceAfterAKilledOneStarts()
@@ -148,7 +147,7 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
     QFETCH(int, number);
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     QVERIFY(station.signal(number));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.output().contains(u"\nCtrlCException\n"_s));
@@ -178,10 +177,8 @@ void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone(
 {
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {u"ctrl+q"_s}));
-    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QVERIFY(station.quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 1);
@@ -193,13 +190,13 @@ void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
 {
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {u"alt+F4"_s}));
-    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
+    QTRY_VERIFY(station.shows(QuitTitle));
     QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {u"Escape"_s}));
     QTRY_VERIFY(OnlyWindow(QuitTitle).isEmpty());
-    QVERIFY(!OnlyWindow(Title).isEmpty());
-    QVERIFY(RecorderListens());
+    QVERIFY(station.shows());
+    QVERIFY(Report->recorderListens());
     QCOMPARE(station.Process.state(), QProcess::Running);
 }
 
@@ -211,7 +208,7 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
-    QTRY_VERIFY(!OnlyWindow(Title).isEmpty());
+    QTRY_VERIFY(station.shows());
     QElapsedTimer timer;
     timer.start();
     QVERIFY(station.signal(SIGINT));
@@ -226,18 +223,18 @@ void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
 {
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(tools::IsAlive(recorder));
-    QVERIFY(RecorderListens());
+    QVERIFY(Report->recorderListens());
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
-    QTRY_VERIFY(PanelText().contains(u"Running"_s));
-    QTRY_VERIFY(RecorderListens());
+    QTRY_VERIFY(station.panelText().contains(u"Running"_s));
+    QTRY_VERIFY(Report->recorderListens());
     QCOMPARE(Report->count(u"quit-request"_s), 1); // it did not reach the new one
 }
 
@@ -246,7 +243,7 @@ void TarnvikControlTest::startHiddenShowsNoWindow()
     QSettings(u"Quillane"_s, Title).setValue(u"StartHidden"_s, true);
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QTRY_VERIFY(station.output().contains(u"status 2 written"_s)); // long after the start
     QVERIFY(tests::VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(station.signal(SIGINT));
@@ -272,7 +269,7 @@ void TarnvikControlTest::theDebugConsoleIsOpened()
     QFETCH(bool, opened);
     Station station;
     station.start(arguments.split(u' ', Qt::SkipEmptyParts));
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && station.output().contains(u"status 1"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 1"_s), 15000);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.output().contains(u"\nDebug console open:\n"_s), opened);
@@ -283,7 +280,7 @@ void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
     // The application object understands "-platform"; as the fifth argument it must not see it.
     Station station;
     station.start(u"a b c d -platform nonsense"_s.split(u' '));
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     Station other;
@@ -301,7 +298,7 @@ void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
     QCOMPARE(Report->count(u"started"_s), 0);
     Station longest;
     longest.start({QString(259, u'x')});
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
 }
 
 void TarnvikControlTest::theVersionIsTheFirstLine()
@@ -310,7 +307,7 @@ void TarnvikControlTest::theVersionIsTheFirstLine()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
 }
 
 void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
@@ -339,7 +336,7 @@ void TarnvikControlTest::theWindowCarriesTheIconInItsSizes()
 {
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
     const QString icons = tests::VirtualDesktop::property(OnlyWindow(Title), u"_NET_WM_ICON"_s);
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
         QVERIFY2(icons.contains(u"Icon (%1 x %1)"_s.arg(size)), qPrintable(QString::number(size)));
@@ -349,7 +346,7 @@ void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
 {
     Station station{QString()};
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(PanelText().contains(u"Program status      : Stopped\n"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Program status      : Stopped\n"_s), 15000);
     QCOMPARE(Report->count(u"started"_s), 0);
     QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
@@ -363,8 +360,8 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     QVERIFY(wrong.open(QIODevice::WriteOnly));
     wrong.close();
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens(), 15000);
-    QTRY_VERIFY(PanelText().contains(u"Running"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY(station.panelText().contains(u"Running"_s));
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControlTest)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The whole program as a process on the desktop, with the stand-in recorder beside it.
-#include "Common_Files/RecorderNames.h"
+#include "tests/TarnvikControl/Station.h"
 #include "tests/support/WindowsDesktop_windows.h"
 #include "tools/IsolatedFolders.h"
 #include "tools/RecorderReport.h"
@@ -16,107 +16,27 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 
-using tests::OnlyWindow;
+using tests::Station;
 
 namespace {
 
-const QString Title = u"TarnvikControl"_s;
-const QString QuitTitle = u"Close indication"_s;
 const QLatin1String OpenerArgument("--open");
 const QString Key = u"HKEY_CURRENT_USER\\Software\\Quillane\\TarnvikControl"_s;
 
-/// A folder with the program and a recorder, and the process of the program.
-class Station
+DWORD ProcessId(const Station &station)
 {
-public:
-    /// With a folder's name program and recorder lie in a folder of that name.
-    explicit Station(const tools::RecorderReport &report, const QString &folderName = QString())
-        : Report(report), Place(Folder.path())
-    {
-        if (!folderName.isEmpty()) {
-            Place.mkdir(folderName);
-            Place.cd(folderName);
-        }
-        QFile::copy(QStringLiteral(CONTROL_PROGRAM), path(u"TarnvikControl.exe"_s));
-        QFile::copy(tools::StandInProgram(), path(u"TarnvikRecord.exe"_s));
-    }
-    ~Station()
-    {
-        if (Process.state() != QProcess::NotRunning) {
-            Process.kill();
-            Process.waitForFinished();
-        }
-        Report.killRecorders();
-        // A program file can be removed a little after its process has ended.
-        (void)QTest::qWaitFor([this] { return QDir(Folder.path()).removeRecursively(); });
-    }
-    Q_DISABLE_COPY_MOVE(Station)
+    return static_cast<DWORD>(station.Process.processId());
+}
 
-    [[nodiscard]] QString path(const QString &name) const { return Place.filePath(name); }
-    void start(const QStringList &arguments = QStringList())
-    {
-        Process.start(path(u"TarnvikControl.exe"_s), arguments);
-    }
-    [[nodiscard]] DWORD id() const { return static_cast<DWORD>(Process.processId()); }
-    [[nodiscard]] HWND window(const QString &title = Title) const { return OnlyWindow(title, id()); }
-    /// What the program printed so far, with single line feeds.
-    QString output()
-    {
-        Output += Process.readAllStandardOutput();
-        return QString::fromUtf8(Output).remove(u'\r');
-    }
-    QString errorOutput()
-    {
-        ErrorOutput += Process.readAllStandardError();
-        return QString::fromUtf8(ErrorOutput).remove(u'\r');
-    }
-    bool endedWith(int exitCode)
-    {
-        return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
-               Process.exitCode() == exitCode;
-    }
-    /// The panel's text, taken as a user takes it: select all and copy.
-    [[nodiscard]] QString panelText() const
-    {
-        const HWND shown = window();
-        tests::ClearClipboard();
-        if (!shown || !tests::Press(shown, VK_CONTROL, 'A') || !tests::Press(shown, VK_CONTROL, 'C'))
-            return QString();
-        QString text;
-        const auto copied = [&text] {
-            text = tests::ClipboardText();
-            return !text.isEmpty();
-        };
-        (void)QTest::qWaitFor(copied, 1000);
-        return text.remove(u'\r');
-    }
-    /// Asks to quit and answers the question with Yes.
-    [[nodiscard]] bool quit() const
-    {
-        const HWND shown = window();
-        if (!shown || !tests::Press(shown, VK_CONTROL, 'Q') ||
-            !QTest::qWaitFor([this] { return window(QuitTitle) != nullptr; }, 5000))
-            return false;
-        // A box that has just appeared may not have the keyboard yet.
-        return QTest::qWaitFor([this] {
-            const HWND question = window(QuitTitle);
-            return !question || (tests::Press(question, VK_MENU, 'Y') && false);
-        });
-    }
-
-    QProcess Process;
-
-private:
-    const tools::RecorderReport &Report;
-    QTemporaryDir Folder;
-    QDir Place;
-    QByteArray Output;
-    QByteArray ErrorOutput;
-};
+HWND Window(const Station &station)
+{
+    return tests::OnlyWindow(tests::Title, ProcessId(station));
+}
 
 } // namespace
 
@@ -165,7 +85,7 @@ void TarnvikControlWindowsTest::cleanup()
 void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
 {
     Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
-    Station station(*Report);
+    Station station;
     station.start();
     const QString expected = u"Program information\n\nStart               : With open GUI\n\n"
                              "TarnvikRecord\n\nProgram status      : Running\n"
@@ -177,7 +97,7 @@ void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
 
 void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
 {
-    Station station(*Report);
+    Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
@@ -186,7 +106,7 @@ void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
 void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
 {
     Report->setOption("INTERVAL_MS", "0");
-    Station station(*Report);
+    Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
@@ -204,14 +124,14 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
 
 void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
-    Station first(*Report);
+    Station first;
     first.start();
-    QTRY_VERIFY_WITH_TIMEOUT(first.window() && Report->recorderListens(), 15000);
-    Station second(*Report);
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows() && Report->recorderListens(), 15000);
+    Station second;
     second.start();
-    QTRY_VERIFY_WITH_TIMEOUT(second.window(u"Error..."_s), 15000);
-    QVERIFY(!second.window());
-    QVERIFY(tests::Press(second.window(u"Error..."_s), 0, VK_RETURN));
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
+    QVERIFY(!second.shows());
+    QVERIFY(tests::Press(tests::OnlyWindow(u"Error..."_s, ProcessId(second)), 0, VK_RETURN));
     QVERIFY(second.endedWith(-1));
     QCOMPARE(second.output().section(u'\n', 1),
              u"TarnvikControl: Error an instance is already running...\n"_s);
@@ -224,7 +144,7 @@ void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 
 void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
 {
-    Station station(*Report);
+    Station station;
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
     station.Process.kill();
@@ -235,9 +155,9 @@ void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
 
 void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond()
 {
-    Station station(*Report);
+    Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
     QVERIFY(station.quit());
     QElapsedTimer timer;
     timer.start();
@@ -250,9 +170,9 @@ void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWi
 
 void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
 {
-    Station station(*Report);
+    Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
     QVERIFY(station.quit());
     QVERIFY(station.endedWith(0));
     QStringList keys = QSettings(Key, QSettings::NativeFormat).childKeys();
@@ -263,9 +183,9 @@ void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
 void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTerminate()
 {
     Report->setOption("IGNORE_QUIT", "1");
-    Station station(*Report);
+    Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(u"ready"_s) == 1, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
     QVERIFY(station.quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 0);
@@ -277,9 +197,9 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 {
     Report->setOption("IGNORE_QUIT", "1");
     Report->setOption("IGNORE_TERMINATE", "1");
-    Station station(*Report);
+    Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->count(u"ready"_s) == 1, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     QVERIFY(station.quit());
     QElapsedTimer timer;
@@ -293,7 +213,7 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 
 void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
 {
-    Station station(*Report);
+    Station station;
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
@@ -329,7 +249,7 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
     QFETCH(bool, startHidden);
     QFETCH(QString, shown);
     QSettings(Key, QSettings::NativeFormat).setValue(u"StartHidden"_s, startHidden);
-    Station station(*Report);
+    Station station;
     station.Process.setCreateProcessArgumentsModifier([command](QProcess::CreateProcessArguments *arguments) {
         arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
         arguments->startupInfo->wShowWindow = static_cast<WORD>(command);
@@ -337,7 +257,7 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
     station.start();
     // The second status is written long after the start.
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 2 written"_s), 15000);
-    const HWND window = station.window();
+    const HWND window = Window(station);
     QString state = u"hidden"_s;
     if (window && IsIconic(window) != FALSE)
         state = u"minimised"_s;
@@ -363,39 +283,40 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
 {
     QFETCH(QString, arguments);
     QFETCH(bool, opened);
-    Station station(*Report);
+    Station station;
     station.start(arguments.split(u' ', Qt::SkipEmptyParts));
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.window(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     const QString line = u"Debug console open:\n"_s;
     if (opened)
-        QTRY_VERIFY2(tests::ConsoleText(station.id()).startsWith(line),
-                     qPrintable(tests::ConsoleText(station.id())));
+        QTRY_VERIFY2(tests::ConsoleText(ProcessId(station)).startsWith(line),
+                     qPrintable(tests::ConsoleText(ProcessId(station))));
     else
-        QCOMPARE(tests::ConsoleText(station.id()), QString());
+        QCOMPARE(tests::ConsoleText(ProcessId(station)), QString());
     QVERIFY(!station.output().contains(line)); // it goes to the console
 }
 
 void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
 {
-    Station station(*Report);
+    Station station;
     station.start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(tests::ConsoleText(station.id()).contains(u"\nstand-in: status 2 written\n"_s),
-                             15000);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        tests::ConsoleText(ProcessId(station)).contains(u"\nstand-in: status 2 written\n"_s), 15000);
     // Ctrl+H belongs to two entries, which the toolkit warns of.
-    QVERIFY(tests::Press(station.window(), VK_CONTROL, 'H'));
+    QVERIFY(tests::Press(Window(station), VK_CONTROL, 'H'));
     const QRegularExpression warning(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: .*Ctrl\\+H$"_s,
                                      QRegularExpression::MultilineOption);
-    QTRY_VERIFY2(warning.match(tests::ConsoleText(station.id())).hasMatch(),
-                 qPrintable(tests::ConsoleText(station.id())));
+    QTRY_VERIFY2(warning.match(tests::ConsoleText(ProcessId(station))).hasMatch(),
+                 qPrintable(tests::ConsoleText(ProcessId(station))));
 }
 
 void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder()
 {
-    Station station(*Report);
+    Station station;
     station.start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(
-        Report->recorderListens() && station.window() && !tests::ConsoleText(station.id()).isEmpty(), 15000);
-    QVERIFY(tests::SendCtrlC(station.id()));
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows() &&
+                                 !tests::ConsoleText(ProcessId(station)).isEmpty(),
+                             15000);
+    QVERIFY(station.signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
@@ -403,10 +324,10 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
 
 void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
 {
-    Station station(*Report);
+    Station station;
     station.start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(station.id()).isEmpty(), 15000);
-    const DWORD mode = tests::ConsoleInputMode(station.id());
+    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(ProcessId(station)).isEmpty(), 15000);
+    const DWORD mode = tests::ConsoleInputMode(ProcessId(station));
     QVERIFY(mode != 0);
     QCOMPARE(mode & ENABLE_QUICK_EDIT_MODE, 0U); // the mode in which a click selects, and who writes waits
 }
@@ -427,17 +348,17 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
         classes.remove(u".pdf"_s);
         classes.remove(type);
     });
-    Station station(*Report, u"Program Files ä"_s);
+    Station station(tests::RecorderName(), u"Program Files ä"_s);
     const QString guide = station.path(u"Tarnvik_EN.pdf"_s);
     QFile file(guide);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("%PDF-1.4\n%%EOF\n") > 0);
     file.close();
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.window() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
     // The fifth entry of the third menu; without translations there is no menu of languages.
     for (const int key :
          {VK_MENU, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})
-        QVERIFY(tests::Press(station.window(), 0, static_cast<WORD>(key)));
+        QVERIFY(tests::Press(Window(station), 0, static_cast<WORD>(key)));
     const auto opened = [&record] {
         QFile written(record);
         return written.open(QIODevice::ReadOnly) ? QString::fromUtf8(written.readAll()) : QString();

@@ -5,6 +5,7 @@
 #include "tests/TarnvikControl/Station.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/support/DesktopTestMain.h"
 #include "tools/RecorderReport.h"
 
 #include <QDir>
@@ -26,7 +27,6 @@ using tests::Day;
 using tests::FileTable;
 using tests::OnlyWindow;
 using tests::QuitTitle;
-using tests::RecorderListens;
 using tests::Station;
 using tests::Title;
 using tests::VirtualDesktop;
@@ -167,14 +167,14 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
 
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     // The menu "Alignment", entry "Show...".
     QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
     QTRY_VERIFY(!DialogWindow().isEmpty());
 
     // Tree, Reset, Clear, Import...
     QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}));
-    QTRY_VERIFY(!OnlyWindow(ImportTitle).isEmpty());
+    QTRY_VERIFY(station.shows(ImportTitle));
     QVERIFY(VirtualDesktop::press(OnlyWindow(ImportTitle), {u"ctrl+a"_s}));
     QVERIFY(VirtualDesktop::type(u"first.ad"_s));
     QVERIFY(VirtualDesktop::press({u"Return"_s}));
@@ -191,7 +191,7 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     // Back to the tree: the driver's line comes first, 0x4 last. Enter presses "Save...".
     QVERIFY(VirtualDesktop::press(
         DialogWindow(), {u"shift+Tab"_s, u"shift+Tab"_s, u"shift+Tab"_s, u"End"_s, u"space"_s, u"Return"_s}));
-    QTRY_VERIFY(!OnlyWindow(ExportTitle).isEmpty());
+    QTRY_VERIFY(station.shows(ExportTitle));
     QVERIFY(VirtualDesktop::press(OnlyWindow(ExportTitle), {u"Return"_s}));
     QTRY_COMPARE(VirtualDesktop::windows(ExportTitle).size(), 2); // it asks whether to replace the file
     QVERIFY(VirtualDesktop::press(VirtualDesktop::windows(ExportTitle).last(), {u"alt+y"_s}));
@@ -200,7 +200,7 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
 
     QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Escape"_s}));
     QTRY_VERIFY(DialogWindow().isEmpty());
-    QVERIFY(RecorderListens());
+    QVERIFY(Report->recorderListens());
     QCOMPARE(station.errorOutput(), QString());
 }
 
@@ -208,22 +208,22 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
 {
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).width() > 10); // with the icon
     QVERIFY(VirtualDesktop::click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(VirtualDesktop::click(TrayIcon()));
-    QTRY_VERIFY(!OnlyWindow(Title).isEmpty());
+    QTRY_VERIFY(station.shows());
     QVERIFY(VirtualDesktop::click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
-    QVERIFY(RecorderListens());
+    QVERIFY(Report->recorderListens());
 
     // "Quit" is the last entry of the icon's menu. The window is hidden.
     QVERIFY(VirtualDesktop::click(TrayIcon(), 3));
     QTRY_VERIFY(!VirtualDesktop::openMenu().isEmpty());
     const QRect menu = VirtualDesktop::openMenu();
     QVERIFY(VirtualDesktop::click({menu.center().x(), menu.bottom() - 10}));
-    QTRY_VERIFY(!OnlyWindow(QuitTitle).isEmpty());
+    QTRY_VERIFY(station.shows(QuitTitle));
     QVERIFY(VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"started"_s), 1);
@@ -266,7 +266,7 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QVERIFY(tests::WriteFileBytes(desktop + u"/d.ad"_s, "rubbish"));
     Station station;
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(RecorderListens() && !OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     for (const Step &step : std::as_const(steps)) {
         QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
         QVERIFY(VirtualDesktop::press(WindowOf(step.Window), step.Keys));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program on desktops that have chosen their colours, high-contrast ones among them.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/DesktopTestMain.h"
 #include "tools/RecorderReport.h"
 
 #include <QColor>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program opens its user guide from the menu, in the language that it speaks.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/DesktopTestMain.h"
 
 #include <QDir>
 #include <QFile>
@@ -102,7 +103,7 @@ void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage()
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
 
     QVERIFY(ChooseTheGuide());
     const QUrl url = QUrl::fromLocalFile(station.path(expected)); // the folder's path has a blank
@@ -127,7 +128,7 @@ void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder_data()
 void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
 {
     QFETCH(QString, folder);
-    Station station(u"TarnvikRecord"_s, folder);
+    Station station(tests::RecorderName(), folder);
     QVERIFY(tests::PutTranslationsBeside(station)); // the menu is the same everywhere
     const QString guide = station.path(EnglishGuide);
     QVERIFY(WriteFile(guide, "%PDF-1.4\n%%EOF\n"));
@@ -136,7 +137,7 @@ void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
     QVERIFY(ChooseTheGuide());
     QTRY_COMPARE(opener.opened(), QString::fromLatin1(QUrl::fromLocalFile(guide).toEncoded()) + u'\n');
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The whole program with the built translations beside it, on systems in several languages.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/DesktopTestMain.h"
 #include "tools/RecorderReport.h"
 
 using namespace Qt::StringLiterals;
 
 using tests::OnlyWindow;
-using tests::PanelText;
 using tests::PutTranslationsBeside;
 using tests::Station;
 using tests::SystemIn;
@@ -70,9 +70,9 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     QVERIFY(PutTranslationsBeside(station));
     station.Process.setProcessEnvironment(SystemIn(locale, languages));
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(PanelText(), panel, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), panel, 15000);
     QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {u"ctrl+q"_s}));
-    QTRY_VERIFY(!OnlyWindow(question).isEmpty());
+    QTRY_VERIFY(station.shows(question));
     QVERIFY(VirtualDesktop::press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.errorOutput(), QString());
@@ -84,12 +84,12 @@ void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
     const QString refusal = u"Fehler..."_s;
     Station first;
     first.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(tests::Title).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
     Station second;
     QVERIFY(PutTranslationsBeside(second));
     second.Process.setProcessEnvironment(SystemIn(u"de_DE.UTF-8"_s));
     second.start();
-    QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(refusal).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(refusal), 15000);
     QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
     QCOMPARE(second.output().section(u'\n', 1), u"TarnvikControl: Fehler: Das Programm läuft bereits...\n"_s);

@@ -52,4 +52,7 @@ private:
     QString Error;
 };
 
+/// The window with the title when there is exactly one, else empty.
+[[nodiscard]] QString OnlyWindow(const QString &title);
+
 } // namespace tests

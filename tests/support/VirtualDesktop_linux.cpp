@@ -138,4 +138,10 @@ bool VirtualDesktop::savePicture(const QString &file)
     return Run(u"import"_s, {u"-window"_s, u"root"_s, file});
 }
 
+QString OnlyWindow(const QString &title)
+{
+    const QStringList windows = VirtualDesktop::windows(title);
+    return windows.size() == 1 ? windows.first() : QString();
+}
+
 } // namespace tests
