@@ -5,8 +5,8 @@
 # changes to the repository's root.
 #
 #   TARNVIK_WINDOWS_ROOT   where the root lies (default /var/cache/tarnvik-windows)
-#   TARNVIK_WINDOWS_QT     an archive of Qt 6.8.2 for Windows (default ../shared/windows/qt-6.8.2-mingw64.tar.xz); when
-#                          it is missing, Qt is built from Debian's source package, which takes more than an hour
+#   TARNVIK_WINDOWS_QT     an archive of Qt 6.8.2 for Windows (full path); without it Qt is built from Debian's source
+#                          package, which takes more than an hour
 #   TARNVIK_MIRROR         the Debian mirror (default: the first one that this machine's apt uses)
 #
 # The compiler cache is the caller's, or, when that is not root, one of the root's own, TARNVIK_WINDOWS_ROOT.ccache.
@@ -14,7 +14,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/../lib.sh"
 
 WINDOWS_ROOT=${TARNVIK_WINDOWS_ROOT:-/var/cache/tarnvik-windows}
-WINDOWS_QT=${TARNVIK_WINDOWS_QT:-$ROOT/../shared/windows/qt-6.8.2-mingw64.tar.xz}
+WINDOWS_QT=${TARNVIK_WINDOWS_QT:-}
 QT_VERSION=6.8.2
 # The checkout's place inside the root: the same for every checkout, so that the compiler cache serves all of them.
 INSIDE=/tarnvik
@@ -45,6 +45,11 @@ enter_own_mounts() {
 
 # set_up_root: makes or completes the root. Every step is marked when it is complete; an interrupted one is done again.
 set_up_root() {
+    if [ -n "$WINDOWS_QT" ]; then
+        [ -e "$WINDOWS_QT" ] || die "TARNVIK_WINDOWS_QT names $WINDOWS_QT, which is not there"
+    elif [ ! -e "$WINDOWS_ROOT/.tarnvik/qt" ]; then
+        say "TARNVIK_WINDOWS_QT names no Qt for Windows: one is built from source, which takes more than an hour, once"
+    fi
     install_packages debootstrap
     mkdir -p "$(dirname "$WINDOWS_ROOT")"
     # Set-ups that start at the same time wait for the first.
@@ -81,11 +86,11 @@ set_up_root() {
 # set_up_qt: Qt for Windows in /opt/qt-mingw of the root, from the archive or else from Debian's source package.
 set_up_qt() {
     local wanted="$QT_VERSION built from source" mark=$WINDOWS_ROOT/.tarnvik/qt
-    [ -e "$WINDOWS_QT" ] && wanted="$QT_VERSION $(sha256sum <"$WINDOWS_QT")"
-    # A Qt that is there serves a checkout without the archive too.
-    [ -e "$mark" ] && { [ ! -e "$WINDOWS_QT" ] || [ "$(cat "$mark")" = "$wanted" ]; } && return
+    [ -n "$WINDOWS_QT" ] && wanted="$QT_VERSION $(sha256sum <"$WINDOWS_QT")"
+    # A Qt that is there serves those without an archive, too.
+    [ -e "$mark" ] && { [ -z "$WINDOWS_QT" ] || [ "$(cat "$mark")" = "$wanted" ]; } && return
     rm -rf "$mark" "$WINDOWS_ROOT/opt/qt-mingw"
-    if [ -e "$WINDOWS_QT" ]; then
+    if [ -n "$WINDOWS_QT" ]; then
         say "Qt for Windows from $WINDOWS_QT"
         mkdir -p "$WINDOWS_ROOT/opt/qt-mingw.new"
         tar -C "$WINDOWS_ROOT/opt/qt-mingw.new" -xf "$WINDOWS_QT"
