@@ -12,6 +12,9 @@ CHECK_PACKAGES=(clang-format clang-tidy)
 GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-pypdf)
 PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
+# What a user and the tour need: the program, the stand-in recorder and their files.
+PROGRAM_TARGETS=(TarnvikControl TarnvikRecord translations MakeDemonstration)
+
 say() { printf '== %s\n' "$*"; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }
 
@@ -54,13 +57,14 @@ share_network() {
     [ ! -e /etc/ssl/certs/ca-certificates.crt ] || install -D -t "$1/etc/ssl/certs" /etc/ssl/certs/ca-certificates.crt
 }
 
-# build PRESET [cmake options]: configures and builds; warnings are errors where CI is set.
+# build PRESET [TARGET...]: configures and builds the targets, or everything if none is named; warnings are errors where
+# CI is set.
 build() {
     local preset=$1
     shift
     say "building ($preset)"
-    cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}" "$@"
-    cmake --build --preset "$preset" --parallel "$(nproc)"
+    cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}"
+    cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
 
 # make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless they are
