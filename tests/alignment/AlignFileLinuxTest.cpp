@@ -248,16 +248,16 @@ void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()
 void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data()
 {
     QTest::addColumn<int>("tables");
-    QTest::addColumn<int>("result");
+    QTest::addColumn<AlignResult>("result");
     // A table's block of LimeUsb takes 5 MB of address space, 200 of them 1 GB.
-    QTest::newRow("200 tables do not fit") << 200 << 11;
-    QTest::newRow("2 tables fit") << 2 << 0;
+    QTest::newRow("200 tables do not fit") << 200 << AlignResult::InternalError;
+    QTest::newRow("2 tables fit") << 2 << AlignResult::Ok;
 }
 
 void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
 {
     QFETCH(int, tables);
-    QFETCH(int, result);
+    QFETCH(AlignResult, result);
     tools::AlignmentGenerator generator(4);
     {
         AlignStore store;
@@ -286,7 +286,7 @@ void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
     probe.write("\n");
     QVERIFY2(probe.waitForFinished(), qPrintable(probe.errorString()));
     const QByteArray output = probe.readAllStandardOutput();
-    QCOMPARE(output, "result " + QByteArray::number(result) + (result == 0 ? " 2\n" : " 0\n"));
+    QCOMPARE(output, "result " + tests::NameOf(result) + (result == AlignResult::Ok ? " 2\n" : " 0\n"));
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);
 }

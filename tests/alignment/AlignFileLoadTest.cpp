@@ -165,7 +165,8 @@ void AlignFileLoadTest::loadForgetsThePayloadOfAnEarlierOne()
 void AlignFileLoadTest::load_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("result");
+    QTest::addColumn<AlignResult>("result");
+    using enum AlignResult;
     const QByteArray file = FileOf150Bytes();
     const QByteArray rtlTable = HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(1, 1);
     const auto lengthOnly = [](int length) {
@@ -173,98 +174,106 @@ void AlignFileLoadTest::load_data()
         qToLittleEndian(static_cast<quint16>(length), bytes.data());
         return bytes;
     };
-    const auto row = [](const char *name, const QByteArray &bytes, int result) {
+    const auto row = [](const char *name, const QByteArray &bytes, AlignResult result) {
         QTest::newRow(name) << bytes << result;
     };
 
-    row("a file that ends after its tables", file, 0);
-    row("bytes after the last chunk are not read", file + "more", 0);
-    row("a file without tables", HeaderChunk(SdrType::LimeMini, 0), 0);
+    row("a file that ends after its tables", file, Ok);
+    row("bytes after the last chunk are not read", file + "more", Ok);
+    row("a file without tables", HeaderChunk(SdrType::LimeMini, 0), Ok);
 
     // The file header.
-    row("an empty file", {}, 9);
-    row("a file-header chunk whose version byte is 4", WithByte(file, 0, 4), 13);
-    row("a file-header chunk whose version byte is 6", WithByte(file, 0, 6), 13);
-    row("the file ends within the header's length", file.left(2), 9);
-    row("the file ends within the header's payload", file.left(5), 14);
-    row("the file ends before the header's CRC", file.left(6), 14);
-    row("the header's CRC is wrong", WithByte(file, 6, 0x6D), 14);
-    row("a header of length 0", ByteCrcChunk({}), 11);
-    row("a header too short for its fields", ByteCrcChunk("\1\1"), 11);
-    row("a header longer than its fields", ByteCrcChunk(QByteArray("\1\0\0more", 7)), 0);
-    row("a header as long as the buffer", ByteCrcChunk(QByteArray("\1\0\0", 3) + QByteArray(16385, 'x')), 0);
+    row("an empty file", {}, FileError);
+    row("a file-header chunk whose version byte is 4", WithByte(file, 0, 4), VersionMismatch);
+    row("a file-header chunk whose version byte is 6", WithByte(file, 0, 6), VersionMismatch);
+    row("the file ends within the header's length", file.left(2), FileError);
+    row("the file ends within the header's payload", file.left(5), FileCrcFailed);
+    row("the file ends before the header's CRC", file.left(6), FileCrcFailed);
+    row("the header's CRC is wrong", WithByte(file, 6, 0x6D), FileCrcFailed);
+    row("a header of length 0", ByteCrcChunk({}), InternalError);
+    row("a header too short for its fields", ByteCrcChunk("\1\1"), InternalError);
+    row("a header longer than its fields", ByteCrcChunk(QByteArray("\1\0\0more", 7)), Ok);
+    row("a header as long as the buffer", ByteCrcChunk(QByteArray("\1\0\0", 3) + QByteArray(16385, 'x')), Ok);
     row("a header longer than the buffer", ByteCrcChunk(QByteArray("\1\0\0", 3) + QByteArray(16386, 'x')),
-        11);
-    row("a header of length 65535", ByteCrcChunk(QByteArray("\1\0\0", 3) + QByteArray(65532, 'x')), 11);
+        InternalError);
+    row("a header of length 65535", ByteCrcChunk(QByteArray("\1\0\0", 3) + QByteArray(65532, 'x')),
+        InternalError);
 
     // A table.
-    row("the file ends after the header", file.left(7), 9);
-    row("a table chunk whose version byte is 4", WithByte(file, 7, 4), 13);
-    row("the file ends within a table's length", file.left(9), 9);
-    row("the file ends within a table's payload", file.left(100), 14);
-    row("the file ends before a table's CRC", file.left(149), 14);
-    row("a table's CRC is wrong", WithByte(file, 149, 0xDF), 14);
-    row("a table of length 0", HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk({}), 11);
+    row("the file ends after the header", file.left(7), FileError);
+    row("a table chunk whose version byte is 4", WithByte(file, 7, 4), VersionMismatch);
+    row("the file ends within a table's length", file.left(9), FileError);
+    row("the file ends within a table's payload", file.left(100), FileCrcFailed);
+    row("the file ends before a table's CRC", file.left(149), FileCrcFailed);
+    row("a table's CRC is wrong", WithByte(file, 149, 0xDF), FileCrcFailed);
+    row("a table of length 0", HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk({}), InternalError);
     row("a table one byte too short", HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk(QByteArray(138, '\5')),
-        11);
+        InternalError);
     row("a table longer than its fields",
-        HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk(QByteArray(139, '\0') + "more"), 0);
+        HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk(QByteArray(139, '\0') + "more"), Ok);
     row("a table of length 65535", HeaderChunk(SdrType::LimeMini, 1) + ByteCrcChunk(QByteArray(65535, '\0')),
-        11);
-    row("fewer tables than the header announces", HeaderChunk(SdrType::LimeMini, 2) + file.mid(7), 9);
-    row("one data set more than the type has", HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(1, 2), 11);
+        InternalError);
+    row("fewer tables than the header announces", HeaderChunk(SdrType::LimeMini, 2) + file.mid(7), FileError);
+    row("one data set more than the type has", HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(1, 2),
+        InternalError);
     row("data sets as the file's capacity, not the block's, allows",
-        HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(12, 12), 11);
-    row("255 data sets", HeaderChunk(SdrType::LimeUsb, 1) + TableChunk(255, 255), 11);
+        HeaderChunk(SdrType::RtlSdr, 1) + TableChunk(12, 12), InternalError);
+    row("255 data sets", HeaderChunk(SdrType::LimeUsb, 1) + TableChunk(255, 255), InternalError);
     for (const int type : {0, 5, 255}) {
         QTest::addRow("type %d with a data set", type)
             << HeaderChunk(static_cast<SdrType>(type), 1) + TableChunk(1, 1) + WordCrcChunk(DataSetPayload(0))
-            << 11;
+            << InternalError;
     }
 
     // A data set.
-    row("the file ends after a table that announces a data set", rtlTable, 9);
-    row("the file ends within a data set's length", rtlTable + "\x0A", 9);
-    row("the file ends within a data set's payload", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(8)), 14);
-    row("the file ends within a data set's CRC", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(15)), 14);
-    row("a data set's CRC is wrong", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(12) + "\1\2\3\4"), 14);
-    row("a data set of length 0", RtlSdrFile(WordCrcChunk({})), 11);
-    row("a data set one byte too short for its fields", RtlSdrFile(WordCrcChunk(QByteArray(9, '\1'))), 11);
-    row("a data set without frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(0))), 0);
-    row("a data set longer than its fields", RtlSdrFile(WordCrcChunk(DataSetPayload(1) + "more")), 0);
+    row("the file ends after a table that announces a data set", rtlTable, FileError);
+    row("the file ends within a data set's length", rtlTable + "\x0A", FileError);
+    row("the file ends within a data set's payload", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(8)),
+        FileCrcFailed);
+    row("the file ends within a data set's CRC", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(15)),
+        FileCrcFailed);
+    row("a data set's CRC is wrong", RtlSdrFile(WordCrcChunk(DataSetPayload(0)).left(12) + "\1\2\3\4"),
+        FileCrcFailed);
+    row("a data set of length 0", RtlSdrFile(WordCrcChunk({})), InternalError);
+    row("a data set one byte too short for its fields", RtlSdrFile(WordCrcChunk(QByteArray(9, '\1'))),
+        InternalError);
+    row("a data set without frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(0))), Ok);
+    row("a data set longer than its fields", RtlSdrFile(WordCrcChunk(DataSetPayload(1) + "more")), Ok);
     row("a data-set chunk with length 0x3FFF is read",
-        RtlSdrFile(WordCrcChunk(DataSetPayload(1).leftJustified(0x3FFF, 'x'))), 0);
+        RtlSdrFile(WordCrcChunk(DataSetPayload(1).leftJustified(0x3FFF, 'x'))), Ok);
     row("a data-set chunk with length 0x4000",
-        RtlSdrFile(WordCrcChunk(DataSetPayload(1).leftJustified(0x4000, 'x'))), 11);
-    row("a data-set chunk with length 0x4000 and nothing behind it", RtlSdrFile(lengthOnly(0x4000)), 11);
-    row("a data-set chunk with length 65535", RtlSdrFile(WordCrcChunk(QByteArray(65535, '\0'))), 11);
-    row("100 frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(100))), 0);
-    row("101 frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(101))), 11);
-    row("65535 frequency points announced", RtlSdrFile(WordCrcChunk(QByteArray(10, '\xFF'))), 11);
-    row("10 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 10))), 0);
-    row("11 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 11))), 11);
-    row("255 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 255))), 11);
-    row("50 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 50))), 0);
-    row("51 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 51))), 11);
-    row("255 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 255))), 11);
+        RtlSdrFile(WordCrcChunk(DataSetPayload(1).leftJustified(0x4000, 'x'))), InternalError);
+    row("a data-set chunk with length 0x4000 and nothing behind it", RtlSdrFile(lengthOnly(0x4000)),
+        InternalError);
+    row("a data-set chunk with length 65535", RtlSdrFile(WordCrcChunk(QByteArray(65535, '\0'))),
+        InternalError);
+    row("100 frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(100))), Ok);
+    row("101 frequency points", RtlSdrFile(WordCrcChunk(DataSetPayload(101))), InternalError);
+    row("65535 frequency points announced", RtlSdrFile(WordCrcChunk(QByteArray(10, '\xFF'))), InternalError);
+    row("10 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 10))), Ok);
+    row("11 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 11))), InternalError);
+    row("255 sample-rate points", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 255))), InternalError);
+    row("50 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 50))), Ok);
+    row("51 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 51))), InternalError);
+    row("255 gain entries", RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 255))), InternalError);
     row("a payload that ends within a frequency point",
-        RtlSdrFile(WordCrcChunk(DataSetPayload(1).chopped(1))), 11);
+        RtlSdrFile(WordCrcChunk(DataSetPayload(1).chopped(1))), InternalError);
     row("a payload that ends within a sample-rate point",
-        RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1).chopped(1))), 11);
+        RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1).chopped(1))), InternalError);
     row("a payload that ends within a gain entry",
-        RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 1).chopped(1))), 11);
+        RtlSdrFile(WordCrcChunk(DataSetPayload(1, 1, 1).chopped(1))), InternalError);
 }
 
 void AlignFileLoadTest::load()
 {
     QFETCH(QByteArray, bytes);
-    QFETCH(int, result);
+    QFETCH(AlignResult, result);
     QVERIFY(tests::WriteFileBytes(Path, bytes));
     AlignStore store;
     store.SdrType = SdrType::RtlSdr;
     QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
-    QCOMPARE(static_cast<int>(store.LoadFile(Path, store.Tables, true)), result);
-    if (result == 0)
+    QCOMPARE(store.LoadFile(Path, store.Tables, true), result);
+    if (result == AlignResult::Ok)
         QCOMPARE(qsizetype{store.Tables.Count}, qsizetype{qFromBigEndian<quint16>(bytes.constData() + 4)});
     else
         QVERIFY(tests::IsEmpty(store.Tables));
@@ -333,7 +342,8 @@ void AlignFileLoadTest::versionMessage()
     probe.write("\n");
     QVERIFY2(probe.waitForFinished(), qPrintable(probe.errorString()));
     QCOMPARE(probe.exitCode(), 0);
-    QCOMPARE(probe.readAllStandardOutput().replace("\r\n", "\n"), "ready\n" + message + "result 13 0\n");
+    QCOMPARE(probe.readAllStandardOutput().replace("\r\n", "\n"),
+             "ready\n" + message + "result VersionMismatch (13) 0\n");
 }
 
 void AlignFileLoadTest::loadOfAMissingFileGives9AndLeavesTheListAsItWas()

@@ -26,9 +26,9 @@ void AlignStoreMergeLinuxTest::withoutMemoryForDataSetsAMergeEndsWith0_data()
 {
     QTest::addColumn<int>("megabytes");
     QTest::addColumn<QByteArray>("result");
-    QTest::newRow("not for the first table") << 3 << QByteArray("result 0 0\n");
+    QTest::newRow("not for the first table") << 3 << QByteArray("result Ok (0) 0\n");
     QTest::newRow("for some tables") << 32 << QByteArray();
-    QTest::newRow("for all tables") << 400 << QByteArray("result 0 40\n");
+    QTest::newRow("for all tables") << 400 << QByteArray("result Ok (0) 40\n");
 }
 
 void AlignStoreMergeLinuxTest::withoutMemoryForDataSetsAMergeEndsWith0()
@@ -55,7 +55,7 @@ void AlignStoreMergeLinuxTest::withoutMemoryForDataSetsAMergeEndsWith0()
     if (!result.isEmpty())
         QCOMPARE(output, result);
     else // as many tables as fit, and no error
-        QVERIFY2(output.startsWith("result 0 ") && output != "result 0 0\n" && output != "result 0 40\n",
+        QVERIFY2(output.startsWith("result Ok (0) ") && output != "result Ok (0) 0\n" && output != "result Ok (0) 40\n",
                  output.constData());
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);

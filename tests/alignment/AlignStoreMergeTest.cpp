@@ -268,20 +268,21 @@ void AlignStoreMergeTest::mergeIntoAFullListGives11()
 void AlignStoreMergeTest::mergeWithoutMemory_data()
 {
     QTest::addColumn<int>("allocations");
-    QTest::addColumn<int>("result");
+    QTest::addColumn<AlignResult>("result");
     QTest::addColumn<int>("merged");
-    QTest::newRow("for looking up the selection gives 11") << 0 << 11 << 0;
-    QTest::newRow("for the first node gives 11") << 1 << 11 << 0;
-    QTest::newRow("for the first table ends with 0") << 2 << 0 << 0;
-    QTest::newRow("for the second node gives 11 and keeps the first table") << 3 << 11 << 1;
-    QTest::newRow("for the second table ends with 0 and keeps the first table") << 4 << 0 << 1;
-    QTest::newRow("none of it: both are merged") << 5 << 0 << 2;
+    using enum AlignResult;
+    QTest::newRow("for looking up the selection gives 11") << 0 << InternalError << 0;
+    QTest::newRow("for the first node gives 11") << 1 << InternalError << 0;
+    QTest::newRow("for the first table ends with 0") << 2 << Ok << 0;
+    QTest::newRow("for the second node gives 11 and keeps the first table") << 3 << InternalError << 1;
+    QTest::newRow("for the second table ends with 0 and keeps the first table") << 4 << Ok << 1;
+    QTest::newRow("none of it: both are merged") << 5 << Ok << 2;
 }
 
 void AlignStoreMergeTest::mergeWithoutMemory()
 {
     QFETCH(int, allocations);
-    QFETCH(int, result);
+    QFETCH(AlignResult, result);
     QFETCH(int, merged);
     AlignStore store;
     store.SdrType = SdrType::RtlSdr;
@@ -293,7 +294,7 @@ void AlignStoreMergeTest::mergeWithoutMemory()
         const tests::AllocationLimit limit(allocations);
         given = store.MergeTables(store.Tables, store.ImportTables, selection);
     }
-    QCOMPARE(static_cast<int>(given), result);
+    QCOMPARE(given, result);
     QCOMPARE(int{store.Tables.Count}, merged);
     QCOMPARE(tests::HwIdsOf(store.Tables).size(), qsizetype{merged});
 }

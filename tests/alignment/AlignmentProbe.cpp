@@ -3,8 +3,7 @@
 // bound its memory. Each command ends with a line "result ..." on standard output.
 //
 //   remove ID [STORED...]   a list with the stored ids; removes ID; result: what is left, separated by commas
-//   remove-own ID           a list with one table of the id; removes it by the id that lies in the table
-//   itself;
+//   remove-own ID           a list with one table of the id; removes it by the id in the table itself;
 //                           result: what is left
 //   load FILE               loads FILE over a list of one table, taking over its type, as soon as a line
 //                           arrives on standard input; result: code and number of tables
@@ -62,7 +61,8 @@ int Merge(const QString &path)
     if (!WaitForLine())
         return 1;
     const AlignResult result = store.MergeTables(store.Tables, store.ImportTables, all);
-    (void)std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
+    (void)std::printf("result %s %d\n", tests::NameOf(result).constData(),
+                      static_cast<int>(store.Tables.Count));
     return 0;
 }
 
@@ -72,7 +72,8 @@ int Load(const QString &path)
     if (store.AppendNewTable(store.Tables) == nullptr || !WaitForLine())
         return 1;
     const AlignResult result = store.LoadFile(path, store.Tables, true);
-    (void)std::printf("result %d %d\n", static_cast<int>(result), static_cast<int>(store.Tables.Count));
+    (void)std::printf("result %s %d\n", tests::NameOf(result).constData(),
+                      static_cast<int>(store.Tables.Count));
     return 0;
 }
 

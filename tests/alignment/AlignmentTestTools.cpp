@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -220,6 +222,24 @@ AlignTable *AppendTableWithId(AlignStore &store, AlignTableList &list, const QBy
     if (table != nullptr)
         std::copy(hwId.begin(), hwId.end(), table->HwId.begin());
     return table;
+}
+
+QByteArray NameOf(AlignResult result)
+{
+    // The other codes come from other programs.
+    constexpr std::pair<AlignResult, const char *> names[] = {
+        {AlignResult::Ok, "Ok"},
+        {AlignResult::FileError, "FileError"},
+        {AlignResult::InternalError, "InternalError"},
+        {AlignResult::VersionMismatch, "VersionMismatch"},
+        {AlignResult::FileCrcFailed, "FileCrcFailed"},
+        {AlignResult::TableWrongSdrType, "TableWrongSdrType"},
+        {AlignResult::ListIsEmpty, "ListIsEmpty"},
+    };
+    const auto *const found = std::find_if(std::begin(names), std::end(names),
+                                           [result](const auto &named) { return named.first == result; });
+    const QByteArray name = found != std::end(names) ? found->second : "a code of other programs";
+    return name + " (" + QByteArray::number(static_cast<int>(result)) + ')';
 }
 
 } // namespace tests

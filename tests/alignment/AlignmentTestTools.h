@@ -83,15 +83,18 @@ AlignTable *AppendTableWithId(AlignStore &store, AlignTableList &list, const QBy
     return list.Count == 0 && list.Head == nullptr && list.Tail == nullptr;
 }
 
+/// Name and number of a result code, as in "FileError (9)".
+[[nodiscard]] QByteArray NameOf(AlignResult result);
+
 } // namespace tests
 
 namespace QTest {
 
-/// Lets QCOMPARE print result codes as numbers.
+/// Lets QCOMPARE print result codes by name and number.
 template <>
 inline char *toString(const AlignResult &result)
 {
-    return QTest::toString(static_cast<int>(result));
+    return qstrdup(tests::NameOf(result).constData());
 }
 
 } // namespace QTest
