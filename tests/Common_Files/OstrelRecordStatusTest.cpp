@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Common_Files/OstrelRecordStatus.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -529,7 +530,7 @@ void OstrelRecordStatusTest::aRewriteRightAfterTheReadIsSeen()
                     QVERIFY(Rewrite(Path("status.ini"), StatusText(snapshot.SequenceNr + 1, "on")));
             });
     QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, u"on"_s), 20'000);
+    QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, u"on"_s), tests::Patience);
 }
 
 void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost()
@@ -559,7 +560,7 @@ void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastI
     clock.start();
     recorder->start();
     const StructOstrelRecordStatus last = StatusOf(rewrites, u"written"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(recorder->isFinished(), 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder->isFinished(), tests::LongPatience);
     QVERIFY(written);
     QTRY_COMPARE(LastSnapshot(spy), last);
 

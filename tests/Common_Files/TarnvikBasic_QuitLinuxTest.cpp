@@ -2,6 +2,7 @@
 // The quit request and a semaphore that outlives its processes. On Windows it goes with its last handle, and
 // a count stays for a recorder that holds it open.
 #include "Common_Files/RecorderNames.h"
+#include "tests/support/Patience.h"
 #include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
 #include "tools/RecorderReport.h"
@@ -38,7 +39,7 @@ void TarnvikBasic_QuitLinuxTest::aCountLeftBehindByOthersDoesNotReachARecorder()
     recorder.start(tools::StandInProgram(), QStringList());
     QTRY_VERIFY(report.recorderListens());
     SendQuit();
-    QVERIFY(recorder.waitForFinished(5000));
+    QVERIFY(recorder.waitForFinished(tests::RecorderMustEnd));
     QCOMPARE(report.count(u"quit-request"_s), 1);
 }
 

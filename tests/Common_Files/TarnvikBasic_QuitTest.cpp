@@ -2,6 +2,7 @@
 // The quit request, with real recorder processes. A recorder that finds a stale request ends before it
 // listens, so "it listens" proves that there was none.
 #include "Common_Files/RecorderNames.h"
+#include "tests/support/Patience.h"
 #include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
 #include "tools/RecorderReport.h"
@@ -71,7 +72,7 @@ void TarnvikBasic_QuitTest::leaveASemaphoreBehind()
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     recorder->kill();
-    QVERIFY(recorder->waitForFinished(5000));
+    QVERIFY(recorder->waitForFinished(tests::Patience));
 }
 
 void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
@@ -80,7 +81,7 @@ void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     SendQuit();
-    QVERIFY(recorder->waitForFinished(5000));
+    QVERIFY(recorder->waitForFinished(tests::RecorderMustEnd));
     QCOMPARE(recorder->exitStatus(), QProcess::NormalExit);
     QCOMPARE(recorder->exitCode(), 0);
     QCOMPARE(Report->count(u"quit-request"_s), 1);
@@ -97,7 +98,7 @@ void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStarted
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         SendQuit();
-        QVERIFY(recorder->waitForFinished(5000));
+        QVERIFY(recorder->waitForFinished(tests::RecorderMustEnd));
         QCOMPARE(Report->count(u"quit-request"_s), round + 1);
     }
 }
@@ -109,7 +110,7 @@ void TarnvikBasic_QuitTest::aRequestAfterARecorderWasKilledDoesNotReachTheNext()
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         recorder->kill();
-        QVERIFY(recorder->waitForFinished(5000));
+        QVERIFY(recorder->waitForFinished(tests::Patience));
         SendQuit();
     }
     QCOMPARE(Report->count(u"started"_s), Rounds);
@@ -124,7 +125,7 @@ void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheN
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         SendQuit();
-        QVERIFY(recorder->waitForFinished(5000));
+        QVERIFY(recorder->waitForFinished(tests::RecorderMustEnd));
         QCOMPARE(recorder->exitCode(), 0);
         QCOMPARE(Report->count(u"quit-request"_s), round + 1);
     }
@@ -143,10 +144,10 @@ void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNo
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     QCOMPARE(deaf->state(), QProcess::Running);
     SendQuit();
-    QVERIFY(recorder->waitForFinished(5000));
+    QVERIFY(recorder->waitForFinished(tests::RecorderMustEnd));
     QCOMPARE(deaf->state(), QProcess::Running);
     deaf->kill();
-    QVERIFY(deaf->waitForFinished(5000));
+    QVERIFY(deaf->waitForFinished(tests::Patience));
 }
 
 void TarnvikBasic_QuitTest::aNewRecorderStartedWhileTheOldOneEndsIsNotStopped()
@@ -159,14 +160,14 @@ void TarnvikBasic_QuitTest::aNewRecorderStartedWhileTheOldOneEndsIsNotStopped()
         SendQuit();
         auto newRecorder = startRecorder();
         QVERIFY(newRecorder);
-        QVERIFY(oldRecorder->waitForFinished(5000));
+        QVERIFY(oldRecorder->waitForFinished(tests::RecorderMustEnd));
         QCOMPARE(oldRecorder->exitCode(), 0);
         QTRY_VERIFY2(Report->recorderListens(newRecorder->processId()), qPrintable(QString::number(round)));
         QCOMPARE(Report->count(u"quit-request"_s), round + 1);
         oldRecorder = std::move(newRecorder);
     }
     SendQuit();
-    QVERIFY(oldRecorder->waitForFinished(5000));
+    QVERIFY(oldRecorder->waitForFinished(tests::RecorderMustEnd));
 }
 
 TARNVIK_TEST_MAIN(TarnvikBasic_QuitTest, QCoreApplication)

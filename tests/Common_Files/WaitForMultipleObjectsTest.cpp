@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Common_Files/WaitForMultipleObjects.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -118,7 +119,7 @@ void WaitForMultipleObjectsTest::anAutoResetEventSetBeforeTheWaitIsReturnedAtOnc
     QVERIFY(events.Set(id));
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(events.Wait(60000), id);
+    QCOMPARE(events.Wait(tests::LongPatience), id);
     QVERIFY(timer.elapsed() < 1000);
     QCOMPARE(events.Wait(0), Events::Timeout);
 }
@@ -279,7 +280,7 @@ void WaitForMultipleObjectsTest::manyThreadsSetEventsAndNoneIsLost()
     }
     std::vector<int> counts(threadCount, 0);
     for (int n = 0; n < threadCount * rounds; ++n) {
-        const int id = events.Wait(30000);
+        const int id = events.Wait(tests::Patience);
         if (id < 0)
             break;
         ++counts[static_cast<std::size_t>(id)];

@@ -9,6 +9,7 @@
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/DialogAnswers.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QAction>
@@ -314,7 +315,7 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
     quitter.start(5);
     QTimer tooLate; // the program did not end
     connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
-    tooLate.start(20000);
+    tooLate.start(tests::Patience);
     QTimer::singleShot(0, this, [this] { trigger(u"Show..."_s); });
     QCOMPARE(QApplication::exec(), ends ? 0 : 7);
     QCOMPARE(Answers->boxes().size(), 1);

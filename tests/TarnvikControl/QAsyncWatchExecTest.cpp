@@ -4,6 +4,7 @@
 
 #include "tests/TarnvikControl/RunnerTestTools.h"
 #include "tests/support/MessageLog.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -207,7 +208,7 @@ void QAsyncWatchExecTest::longOutputIsLoggedWhole()
             size += message.Text.size();
         return size;
     };
-    QTRY_COMPARE_WITH_TIMEOUT(loggedSize(), expected, 60000);
+    QTRY_COMPARE_WITH_TIMEOUT(loggedSize(), expected, tests::LongPatience);
 }
 
 void QAsyncWatchExecTest::theStartHookIsCalledOnTheGuiThreadAndChangesWhatIsStarted()

@@ -4,6 +4,7 @@
 
 #include "tests/TarnvikControl/RunnerTestTools.h"
 #include "tests/support/MessageLog.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -86,7 +87,7 @@ void QAsyncWatchExec_PausesTest::aRecorderThatEndsAtOnceIsRestartedAfterGrowingP
     }
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
-    QTRY_VERIFY_WITH_TIMEOUT(timeline.startCount() > pauses, 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(timeline.startCount() > pauses, tests::Patience);
     runner.Stop();
     for (int end = 0; end < pauses; ++end)
         QCOMPARE(timeline.faultInPause(end, Pauses[static_cast<std::size_t>(end)] * runner.Second,
@@ -102,7 +103,7 @@ void QAsyncWatchExec_PausesTest::thePausesInRealTimeUpTo5s()
     runner.Arguments = QStringList{u"exit:1"_s};
     const Timeline timeline(runner);
     QVERIFY(runner.Start());
-    QTRY_VERIFY_WITH_TIMEOUT(timeline.startCount() > 2, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(timeline.startCount() > 2, tests::Patience);
     QCOMPARE(timeline.faultInPause(0, 0ms, 1000ms), QString());
     QCOMPARE(timeline.faultInPause(1, 5000ms, 1000ms), QString());
 }

@@ -181,18 +181,19 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
     runner.Arguments = QStringList{u"wait"_s};
     QSemaphore inside;
     QSemaphore leave;
+    constexpr int longerThanTheFarewell = 1500; // ms; the runner waits 500 ms for it
     const QMetaObject::Connection connection = connect(
         &runner, &QAsyncWatchExec::Signal_Start, this,
         [&] { // on the loop's thread
             inside.release();
-            leave.tryAcquire(1, 1500);
+            leave.tryAcquire(1, longerThanTheFarewell);
         },
         Qt::DirectConnection);
     QVERIFY(runner.Start());
     inside.acquire();
     QElapsedTimer timer;
     timer.start();
-    runner.Stop(); // longer than the farewell may take
+    runner.Stop();
     QVERIFY2(timer.elapsed() >= 500 && timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(!runner.isRunning());
     disconnect(connection);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The stand-in recorder as its users see it: a process, its environment, its channels and its files.
 #include "tests/recorder_standin/StandIn.h"
+#include "tests/support/Patience.h"
 #include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
 
@@ -149,7 +150,7 @@ void StandInRecorderTest::withoutMessageOfOnesOwnTheBuiltInOnesFollowEachOther()
         multiLine = multiLine || message.count(u'\n') >= 2;
         return messages.size() >= 5 && multiLine;
     };
-    QTRY_VERIFY_WITH_TIMEOUT(read(), 10'000);
+    QTRY_VERIFY_WITH_TIMEOUT(read(), tests::Patience);
     for (const QString &message : std::as_const(messages))
         QVERIFY2(message.startsWith(u'<'), qPrintable(message));
 }
@@ -180,7 +181,7 @@ void StandInRecorderTest::theDefaultIntervalIsASecond()
     QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
     QElapsedTimer timer;
     timer.start();
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(2)), 10'000);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(2)), tests::Patience);
     // Generous: a busy machine may show us the first line late.
     QVERIFY2(timer.elapsed() > 500, qPrintable(QString::number(timer.elapsed())));
     QVERIFY2(timer.elapsed() < 5'000, qPrintable(QString::number(timer.elapsed())));
@@ -228,7 +229,7 @@ void StandInRecorderTest::aHugeFileHas64MiB()
     Report->setOption("STATUS", "huge");
     StandIn recorder;
     recorder.start();
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(1)), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(1)), tests::Patience);
     QFile file(RecorderStatusFile());
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(file.size() >= 64 * 1024 * 1024);
