@@ -41,14 +41,14 @@ void AppTranslationLinuxTest::theSystemsLanguagesDecide()
     QVERIFY(folder.isValid());
     for (const QString &code : codes) {
         const QString translation = code == QLatin1String("de") ? u"german"_s : u"english"_s;
-        QVERIFY(folder.add(translation, u"program/languages/TarnvikControl_%1.qm"_s.arg(code)));
+        QVERIFY(folder.Add(translation, u"program/languages/TarnvikControl_%1.qm"_s.arg(code)));
     }
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(u"LC_ALL"_s);
     environment.remove(u"LC_MESSAGES"_s);
     environment.insert(u"LANG"_s, languages.section(u':', 0, 0) + u".UTF-8"_s);
     environment.insert(u"LANGUAGE"_s, languages);
-    const auto output = folder.run({u"init"_s, u"print"_s}, environment);
+    const auto output = folder.Run({u"init"_s, u"print"_s}, environment);
     QCOMPARE(output.ExitCode, 0);
     QVERIFY2(output.Lines.contains(text), qPrintable(output.Lines.join(u'\n')));
 }

@@ -75,7 +75,7 @@ private slots:
 private:
     bool AddToWorkingFolder(const QString &translation, const QString &fileName)
     {
-        return Folder->add(translation, u"working/%1"_s.arg(fileName));
+        return Folder->Add(translation, u"working/%1"_s.arg(fileName));
     }
 
     std::unique_ptr<tests::TranslationFolder> Folder;
@@ -201,8 +201,8 @@ void AppTranslationTest::searchesTheProgramsAndTheWorkingFolder()
     QFETCH(const QString, locale);
     QFETCH(const QStringList, expected);
     for (const QString &file : files)
-        QVERIFY(Folder->add(file.section(u' ', 0, 0), file.section(u' ', 1)));
-    const auto output = Folder->run({u"locale="_s + locale, u"init"_s, u"print"_s, u"unload"_s});
+        QVERIFY(Folder->Add(file.section(u' ', 0, 0), file.section(u' ', 1)));
+    const auto output = Folder->Run({u"locale="_s + locale, u"init"_s, u"print"_s, u"unload"_s});
     QCOMPARE(output.Errors, QString());
     QCOMPARE(output.ExitCode, 0);
     QCOMPARE(output.Lines, expected);
@@ -226,7 +226,7 @@ void AppTranslationTest::theGlobalObjectOutlivesTheApplicationQuietly()
 {
     QFETCH(const QStringList, arguments);
     QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
-    const auto output = Folder->run(arguments);
+    const auto output = Folder->Run(arguments);
     QCOMPARE(output.Errors, QString());
     QCOMPARE(output.ExitCode, 0);
 }
@@ -289,7 +289,7 @@ void AppTranslationTest::aFileThatDoesNotLoadIsPassedOver()
     QFETCH(const QString, broken);
     QFETCH(const QString, good);
     QFETCH(const QString, text);
-    QVERIFY(Folder->addBroken(u"working/"_s + broken));
+    QVERIFY(Folder->AddBroken(u"working/"_s + broken));
     QVERIFY(AddToWorkingFolder(u"german"_s, good));
     QVERIFY(QDir().mkpath(u"TarnvikControl_de-Latn-AT.qm"_s)); // a folder does not load either
     QLocale::setDefault(QLocale(u"de_AT"_s));
@@ -422,7 +422,7 @@ void AppTranslationTest::marksTheCurrentLanguage()
     QFETCH(const QString, locale);
     QFETCH(const QStringList, entries);
     QVERIFY(AddToWorkingFolder(u"german"_s, u"TarnvikControl_de.qm"_s));
-    QVERIFY(Folder->addBroken(u"working/TarnvikControl_pl.qm"_s));
+    QVERIFY(Folder->AddBroken(u"working/TarnvikControl_pl.qm"_s));
     CAppTranslation translation;
     translation.Init(qApp);
     translation.LoadLanguage(QLocale(locale));

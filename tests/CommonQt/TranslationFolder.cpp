@@ -19,18 +19,18 @@ TranslationFolder::TranslationFolder()
             QFile::copy(probe, Program);
 }
 
-bool TranslationFolder::add(const QString &translation, const QString &name) const
+bool TranslationFolder::Add(const QString &translation, const QString &name) const
 {
     return QFile::copy(QStringLiteral(TEST_TRANSLATIONS "/%1.qm").arg(translation), path(name));
 }
 
-bool TranslationFolder::addBroken(const QString &name) const
+bool TranslationFolder::AddBroken(const QString &name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::WriteOnly) && file.write("no translation file") > 0;
 }
 
-TranslationFolder::Output TranslationFolder::run(const QStringList &arguments,
+TranslationFolder::Output TranslationFolder::Run(const QStringList &arguments,
                                                  const QProcessEnvironment &environment) const
 {
     QProcess process;

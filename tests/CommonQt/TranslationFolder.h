@@ -20,10 +20,10 @@ public:
 
     /// Puts the translation file `translation` ("german", "austrian", "english", "qt_german") under the path
     /// `name` in this folder; false when that fails.
-    [[nodiscard]] bool add(const QString &translation, const QString &name) const;
+    [[nodiscard]] bool Add(const QString &translation, const QString &name) const;
 
     /// Writes a file that is no translation file; false when that fails.
-    [[nodiscard]] bool addBroken(const QString &name) const;
+    [[nodiscard]] bool AddBroken(const QString &name) const;
 
     [[nodiscard]] QString path(const QString &name) const { return Root.filePath(name); }
 
@@ -37,7 +37,7 @@ public:
 
     /// Runs the probe program from "program", in "working".
     [[nodiscard]] Output
-    run(const QStringList &arguments,
+    Run(const QStringList &arguments,
         const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) const;
 
 private:

@@ -104,7 +104,7 @@ private slots:
     void aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost();
 
 private:
-    QString Path(const char *name) const { return Folder->filePath(QString::fromLatin1(name)); }
+    [[nodiscard]] QString path(const char *name) const { return Folder->filePath(QString::fromLatin1(name)); }
 
     std::unique_ptr<QTemporaryDir> Folder;
 };
@@ -185,10 +185,10 @@ void OstrelRecordStatusTest::readsAStatusFile()
     QFETCH(const QByteArray, content);
     QFETCH(const bool, valid);
     QFETCH(const StructOstrelRecordStatus, expected);
-    QVERIFY(Rewrite(Path("status.ini"), content));
+    QVERIFY(Rewrite(path("status.ini"), content));
 
     StructOstrelRecordStatus snapshot = StatusOf(99, u"from an earlier read"_s);
-    QCOMPARE(QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot), valid);
+    QCOMPARE(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot), valid);
     QCOMPARE(snapshot.SequenceNr, expected.SequenceNr);
     QCOMPARE(snapshot.LastAction, expected.LastAction);
     QCOMPARE(snapshot.LastActionResult, expected.LastActionResult);
@@ -219,19 +219,19 @@ void OstrelRecordStatusTest::theLargestStatusFileIsReadAndALargerOneIsNot()
     QByteArray content = StatusText(1, "on") + ';';
     content.append(limit - content.size(), 'x');
     StructOstrelRecordStatus snapshot;
-    QVERIFY(Rewrite(Path("status.ini"), content));
-    QVERIFY(QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
+    QVERIFY(Rewrite(path("status.ini"), content));
+    QVERIFY(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
     QCOMPARE(snapshot, StatusOf(1, u"on"_s));
 
-    QVERIFY(Rewrite(Path("status.ini"), content + 'x'));
-    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
+    QVERIFY(Rewrite(path("status.ini"), content + 'x'));
+    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
     QCOMPARE(snapshot, StructOstrelRecordStatus());
 
-    QFile huge(Path("status.ini"));
+    QFile huge(path("status.ini"));
     QVERIFY(huge.resize(qint64(600) * limit));
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
+    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
     QVERIFY2(timer.elapsed() < 1000, "a huge file must not be read");
 }
 
@@ -239,7 +239,7 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
 {
     const QDateTime stamp = QDateTime::currentDateTime().addSecs(-10);
     const auto rewriteWithStamp = [&](const QByteArray &content) {
-        QFile file(Path("status.ini"));
+        QFile file(path("status.ini"));
         return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
                file.write(content) == content.size() && file.flush() &&
                file.setFileTime(stamp, QFileDevice::FileModificationTime);
@@ -247,7 +247,7 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
     StructOstrelRecordStatus snapshot;
     for (quint32 sequenceNr = 1; sequenceNr <= 9; ++sequenceNr) {
         QVERIFY(rewriteWithStamp(StatusText(sequenceNr, "on")));
-        QVERIFY(QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot));
+        QVERIFY(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
         QCOMPARE(snapshot.SequenceNr, sequenceNr);
     }
 }
@@ -255,12 +255,12 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
 void OstrelRecordStatusTest::withoutRoomForACopyTheFileItselfIsRead()
 {
     const char *const variables[] = {"TMPDIR", "TMP", "TEMP"};
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     const QByteArray folder = qgetenv("TMPDIR");
     for (const char *variable : variables)
         qputenv(variable, folder + "/missing");
     StructOstrelRecordStatus snapshot;
-    const bool valid = QOstrelRecordStatus::ReadStatusFile(Path("status.ini"), snapshot);
+    const bool valid = QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot);
     for (const char *variable : variables)
         qputenv(variable, folder);
     QVERIFY(valid);
@@ -360,9 +360,9 @@ void OstrelRecordStatusTest::aLongMessageTakesLinearTime()
 
 void OstrelRecordStatusTest::twoNotifications100MsApartGiveOneSignal500MsAfterTheFirst()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
 
     // Timers of one thread fire in the order of their deadlines, however loaded the machine is.
@@ -371,8 +371,8 @@ void OstrelRecordStatusTest::twoNotifications100MsApartGiveOneSignal500MsAfterTh
     const auto at = [&](int milliseconds, auto &&action) {
         QTimer::singleShot(milliseconds, Qt::PreciseTimer, &status, action);
     };
-    status.Slot_fileChanged(Path("status.ini"));
-    at(100, [&] { status.Slot_fileChanged(Path("status.ini")); });
+    status.Slot_fileChanged(path("status.ini"));
+    at(100, [&] { status.Slot_fileChanged(path("status.ini")); });
     at(450, [&] { signalsBefore = spy.size(); });
     at(550, [&] { signalsAfter = spy.size(); });
     QTRY_VERIFY(signalsAfter >= 0);
@@ -384,14 +384,14 @@ void OstrelRecordStatusTest::twoNotifications100MsApartGiveOneSignal500MsAfterTh
 
 void OstrelRecordStatusTest::aNotificationForTheSamePathTwiceWithinTheDelayIsReadOnce()
 {
-    QVERIFY(Rewrite(Path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(Path("two.ini"), StatusText(2, "two")));
+    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
+    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("one.ini")));
+    QVERIFY(status.SetWatchFile(path("one.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(Path("one.ini"));
-    status.Slot_fileChanged(Path("two.ini"));
-    status.Slot_fileChanged(Path("one.ini")); // were it read again, it would be the last one read
+    status.Slot_fileChanged(path("one.ini"));
+    status.Slot_fileChanged(path("two.ini"));
+    status.Slot_fileChanged(path("one.ini")); // were it read again, it would be the last one read
     QVERIFY(spy.wait());
     QCOMPARE(LastSnapshot(spy), StatusOf(2, u"two"_s));
     QVERIFY(!spy.wait(BeyondTheDelay));
@@ -400,12 +400,12 @@ void OstrelRecordStatusTest::aNotificationForTheSamePathTwiceWithinTheDelayIsRea
 
 void OstrelRecordStatusTest::theLastPathOfABurstWins()
 {
-    QVERIFY(Rewrite(Path("one.ini"), StatusText(1, "one")));
+    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("one.ini")));
+    QVERIFY(status.SetWatchFile(path("one.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(Path("one.ini"));
-    status.Slot_fileChanged(Path("missing.ini")); // starts from a cleared snapshot
+    status.Slot_fileChanged(path("one.ini"));
+    status.Slot_fileChanged(path("missing.ini")); // starts from a cleared snapshot
     QVERIFY(spy.wait());
     QCOMPARE(spy.size(), 1);
     QCOMPARE(LastSnapshot(spy), StructOstrelRecordStatus());
@@ -413,10 +413,10 @@ void OstrelRecordStatusTest::theLastPathOfABurstWins()
 
 void OstrelRecordStatusTest::beforeAWatchIsSetAChangeIsReadAtOnce()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(Path("status.ini"));
+    status.Slot_fileChanged(path("status.ini"));
     QCOMPARE(spy.size(), 1);
     QCOMPARE(LastSnapshot(spy), StatusOf(1, u"on"_s));
     QVERIFY(!spy.wait(BeyondTheDelay));
@@ -424,30 +424,30 @@ void OstrelRecordStatusTest::beforeAWatchIsSetAChangeIsReadAtOnce()
 
 void OstrelRecordStatusTest::aChangeWhileTheSnapshotIsHandledIsNotLost()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("other.ini")) == false); // sets the delay, watches nothing
+    QVERIFY(status.SetWatchFile(path("other.ini")) == false); // sets the delay, watches nothing
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     connect(&status, &QOstrelRecordStatus::Signal_FileChanged, this, [&] {
         if (spy.size() > 1)
             return;
-        QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "next")));
-        status.Slot_fileChanged(Path("status.ini"));
+        QVERIFY(Rewrite(path("status.ini"), StatusText(2, "next")));
+        status.Slot_fileChanged(path("status.ini"));
     });
-    status.Slot_fileChanged(Path("status.ini"));
+    status.Slot_fileChanged(path("status.ini"));
     QTRY_COMPARE(spy.size(), 2);
     QCOMPARE(LastSnapshot(spy), StatusOf(2, u"next"_s));
 }
 
 void OstrelRecordStatusTest::aNewWatchDuringTheDelayDropsThePendingPaths()
 {
-    QVERIFY(Rewrite(Path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(Path("two.ini"), StatusText(2, "two")));
+    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
+    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("one.ini")));
+    QVERIFY(status.SetWatchFile(path("one.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(Path("one.ini"));
-    QVERIFY(status.SetWatchFile(Path("two.ini")));
+    status.Slot_fileChanged(path("one.ini"));
+    QVERIFY(status.SetWatchFile(path("two.ini")));
     QVERIFY(spy.wait());
     QCOMPARE(LastSnapshot(spy), StructOstrelRecordStatus()); // the snapshot as it stands: nothing was read
 }
@@ -455,91 +455,91 @@ void OstrelRecordStatusTest::aNewWatchDuringTheDelayDropsThePendingPaths()
 void OstrelRecordStatusTest::aMissingFileCannotBeWatched()
 {
     QOstrelRecordStatus status;
-    QVERIFY(!status.SetWatchFile(Path("status.ini")));
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
-    QVERIFY(status.SetWatchFile(Path("status.ini"))); // not taken for the path already watched
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(!status.SetWatchFile(path("status.ini")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
+    QVERIFY(status.SetWatchFile(path("status.ini"))); // not taken for the path already watched
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
 }
 
 void OstrelRecordStatusTest::anEmptyPathEndsTheWatch()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(QString()));
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QVERIFY(status.SetWatchFile(QString()));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
     QVERIFY(!spy.wait(BeyondTheDelay));
-    QVERIFY(status.SetWatchFile(Path("status.ini"))); // the path watched last: changes nothing
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(3, "on")));
+    QVERIFY(status.SetWatchFile(path("status.ini"))); // the path watched last: changes nothing
+    QVERIFY(Rewrite(path("status.ini"), StatusText(3, "on")));
     QVERIFY(!spy.wait(BeyondTheDelay));
 }
 
 void OstrelRecordStatusTest::anotherPathTakesOverTheWatch()
 {
-    QVERIFY(Rewrite(Path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(Path("two.ini"), StatusText(2, "two")));
+    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
+    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("one.ini")));
-    QVERIFY(status.SetWatchFile(Path("two.ini")));
+    QVERIFY(status.SetWatchFile(path("one.ini")));
+    QVERIFY(status.SetWatchFile(path("two.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(Path("one.ini"), StatusText(3, "one")));
+    QVERIFY(Rewrite(path("one.ini"), StatusText(3, "one")));
     QVERIFY(!spy.wait(BeyondTheDelay));
-    QVERIFY(Rewrite(Path("two.ini"), StatusText(4, "two")));
+    QVERIFY(Rewrite(path("two.ini"), StatusText(4, "two")));
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(4, u"two"_s));
 }
 
 void OstrelRecordStatusTest::afterAFolderAFileCanBeWatched()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(Folder->path()));
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
 }
 
 void OstrelRecordStatusTest::aDeletedFileGivesAClearedSnapshot()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
-    QVERIFY(QFile::remove(Path("status.ini")));
+    QVERIFY(QFile::remove(path("status.ini")));
     QTRY_COMPARE(LastSnapshot(spy), StructOstrelRecordStatus());
 }
 
 void OstrelRecordStatusTest::aRewriteRightAfterTheReadIsSeen()
 {
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Path("status.ini")));
+    QVERIFY(status.SetWatchFile(path("status.ini")));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     // Each snapshot is answered by the next rewrite at once: same size, and within one tick of the file's
     // clock.
     connect(&status, &QOstrelRecordStatus::Signal_FileChanged, this,
             [&](const StructOstrelRecordStatus &snapshot) {
                 if (snapshot.SequenceNr < 5)
-                    QVERIFY(Rewrite(Path("status.ini"), StatusText(snapshot.SequenceNr + 1, "on")));
+                    QVERIFY(Rewrite(path("status.ini"), StatusText(snapshot.SequenceNr + 1, "on")));
             });
-    QVERIFY(Rewrite(Path("status.ini"), StatusText(2, "on")));
+    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
     QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, u"on"_s), tests::Patience);
 }
 
 void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost()
 {
     constexpr quint32 rewrites = 1000;
-    const QString path = Path("status.ini");
-    QVERIFY(Rewrite(path, StatusText(0, "written")));
+    const QString statusFile = path("status.ini");
+    QVERIFY(Rewrite(statusFile, StatusText(0, "written")));
     QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path));
+    QVERIFY(status.SetWatchFile(statusFile));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     QElapsedTimer clock;
     QList<qint64> times;
@@ -547,10 +547,10 @@ void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastI
 
     // Truncated and written in two steps, so that a read may meet an empty or a half written file.
     bool written = true;
-    const std::unique_ptr<QThread> recorder(QThread::create([&path, &written] {
+    const std::unique_ptr<QThread> recorder(QThread::create([&statusFile, &written] {
         for (quint32 sequenceNr = 1; sequenceNr <= rewrites && written; ++sequenceNr) {
             const QByteArray content = StatusText(sequenceNr, "written");
-            QFile file(path);
+            QFile file(statusFile);
             written = file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
                       file.write(content.first(20)) == 20 && file.flush() &&
                       file.write(content.sliced(20)) == content.size() - 20 && file.flush();

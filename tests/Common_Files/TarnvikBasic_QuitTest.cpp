@@ -37,8 +37,8 @@ private slots:
     void aNewRecorderStartedWhileTheOldOneEndsIsNotStopped();
 
 private:
-    std::unique_ptr<QProcess> startRecorder();
-    void leaveASemaphoreBehind();
+    std::unique_ptr<QProcess> StartRecorder();
+    void LeaveASemaphoreBehind();
 
     std::unique_ptr<tools::RecorderReport> Report;
 };
@@ -54,7 +54,7 @@ void TarnvikBasic_QuitTest::cleanup()
     Report.reset();
 }
 
-std::unique_ptr<QProcess> TarnvikBasic_QuitTest::startRecorder()
+std::unique_ptr<QProcess> TarnvikBasic_QuitTest::StartRecorder()
 {
     auto recorder = std::make_unique<QProcess>();
     recorder->setProcessChannelMode(QProcess::ForwardedChannels);
@@ -66,9 +66,9 @@ std::unique_ptr<QProcess> TarnvikBasic_QuitTest::startRecorder()
 
 /// A killed recorder cannot remove the semaphore that it made: those that come later find it and, unlike its
 /// maker, do not remove it when they end.
-void TarnvikBasic_QuitTest::leaveASemaphoreBehind()
+void TarnvikBasic_QuitTest::LeaveASemaphoreBehind()
 {
-    const auto recorder = startRecorder();
+    const auto recorder = StartRecorder();
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     recorder->kill();
@@ -77,7 +77,7 @@ void TarnvikBasic_QuitTest::leaveASemaphoreBehind()
 
 void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
 {
-    const auto recorder = startRecorder();
+    const auto recorder = StartRecorder();
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     SendQuit();
@@ -90,11 +90,11 @@ void TarnvikBasic_QuitTest::aListeningRecorderEndsOnTheRequest()
 
 void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStartedLater()
 {
-    leaveASemaphoreBehind();
+    LeaveASemaphoreBehind();
     for (int round = 0; round < Rounds; ++round) {
         SendQuit();
         SendQuit();
-        const auto recorder = startRecorder();
+        const auto recorder = StartRecorder();
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         SendQuit();
@@ -106,7 +106,7 @@ void TarnvikBasic_QuitTest::aRequestWithoutRecorderHasNoEffectOnARecorderStarted
 void TarnvikBasic_QuitTest::aRequestAfterARecorderWasKilledDoesNotReachTheNext()
 {
     for (int round = 0; round < Rounds; ++round) {
-        const auto recorder = startRecorder();
+        const auto recorder = StartRecorder();
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         recorder->kill();
@@ -119,9 +119,9 @@ void TarnvikBasic_QuitTest::aRequestAfterARecorderWasKilledDoesNotReachTheNext()
 
 void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheNext()
 {
-    leaveASemaphoreBehind();
+    LeaveASemaphoreBehind();
     for (int round = 0; round < Rounds; ++round) {
-        const auto recorder = startRecorder();
+        const auto recorder = StartRecorder();
         QVERIFY(recorder);
         QTRY_VERIFY2(Report->recorderListens(recorder->processId()), qPrintable(QString::number(round)));
         SendQuit();
@@ -134,12 +134,12 @@ void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheN
 void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNotStopped()
 {
     Report->setOption("IGNORE_QUIT", "1");
-    const auto deaf = startRecorder();
+    const auto deaf = StartRecorder();
     QVERIFY(deaf);
     QTRY_COMPARE(Report->count(u"started"_s), 1);
     SendQuit();
     Report->setOption("IGNORE_QUIT", "0");
-    const auto recorder = startRecorder();
+    const auto recorder = StartRecorder();
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));
     QCOMPARE(deaf->state(), QProcess::Running);
@@ -152,13 +152,13 @@ void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNo
 
 void TarnvikBasic_QuitTest::aNewRecorderStartedWhileTheOldOneEndsIsNotStopped()
 {
-    leaveASemaphoreBehind();
-    auto oldRecorder = startRecorder();
+    LeaveASemaphoreBehind();
+    auto oldRecorder = StartRecorder();
     QVERIFY(oldRecorder);
     QTRY_VERIFY(Report->recorderListens(oldRecorder->processId()));
     for (int round = 0; round < Rounds; ++round) {
         SendQuit();
-        auto newRecorder = startRecorder();
+        auto newRecorder = StartRecorder();
         QVERIFY(newRecorder);
         QVERIFY(oldRecorder->waitForFinished(tests::RecorderMustEnd));
         QCOMPARE(oldRecorder->exitCode(), 0);

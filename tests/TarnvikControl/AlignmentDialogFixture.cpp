@@ -58,7 +58,7 @@ QString AlignmentDialogFixture::recorderFolder()
     return QTarnvikBasic::GetRecorderFile(QString());
 }
 
-bool AlignmentDialogFixture::prepareFolders()
+bool AlignmentDialogFixture::PrepareFolders()
 {
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(u"TarnvikControl"_s);

@@ -41,7 +41,7 @@ public:
     /// The recorder's configuration folder.
     static QString recorderFolder();
     /// Gives the application its names and empties both folders.
-    static bool prepareFolders();
+    static bool PrepareFolders();
 };
 
 /// A file in the recorder's folder.

@@ -72,7 +72,7 @@ class CMainWindow_CommandsTest : public QObject
     Q_OBJECT
 
 public slots:
-    void open(const QUrl &url) { Opened.append(url); }
+    void Open(const QUrl &url) { Opened.append(url); }
 
 private slots:
     void initTestCase();
@@ -99,7 +99,7 @@ private slots:
     void aMissingGuideIsReported();
 
 private:
-    void trigger(const QString &text);
+    void Trigger(const QString &text);
     [[nodiscard]] const tests::ShownBox &onlyBox() const { return Answers->boxes().first(); }
 
     QList<QUrl> Opened;
@@ -114,7 +114,7 @@ void CMainWindow_CommandsTest::initTestCase()
     QCoreApplication::setApplicationVersion(u"2025.12.1.1"_s);
     PackedVersion = LowestVersion;
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
-    QDesktopServices::setUrlHandler(u"file"_s, this, "open");
+    QDesktopServices::setUrlHandler(u"file"_s, this, "Open");
 }
 
 void CMainWindow_CommandsTest::init()
@@ -134,7 +134,7 @@ void CMainWindow_CommandsTest::cleanup()
     Answers.reset();
 }
 
-void CMainWindow_CommandsTest::trigger(const QString &text)
+void CMainWindow_CommandsTest::Trigger(const QString &text)
 {
     const QList<QAction *> actions = Window->findChildren<QAction *>();
     for (QAction *action : actions) {
@@ -168,7 +168,7 @@ void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath()
     QFETCH(QString, text);
     if (!path.isEmpty())
         WriteRecordPath(path);
-    trigger(entry);
+    Trigger(entry);
     QCOMPARE(Answers->boxes().size(), 1);
     QCOMPARE(onlyBox().Title, u"Error"_s);
     QCOMPARE(onlyBox().Text, text);
@@ -182,7 +182,7 @@ void CMainWindow_CommandsTest::theRecordFolderIsOpened()
 {
     const QTemporaryDir folder(QDir::tempPath() + QString::fromUtf8("/Aufnähmen # 1 %20 XXXXXX"));
     WriteRecordPath(folder.path());
-    trigger(u"Open record file folder"_s);
+    Trigger(u"Open record file folder"_s);
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
     QVERIFY(Answers->boxes().isEmpty());
 }
@@ -199,7 +199,7 @@ void CMainWindow_CommandsTest::theLinkIsMadeAndTheFolderOpened()
     QFETCH(QString, ending);
     const QTemporaryDir folder;
     WriteRecordPath(folder.path() + ending);
-    trigger(u"Create record file folder link on Desktop"_s);
+    Trigger(u"Create record file folder link on Desktop"_s);
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
                          QFileInfo(folder.path()).fileName() + u".lnk"_s;
     QCOMPARE(QFile::symLinkTarget(link), folder.path());
@@ -212,9 +212,9 @@ void CMainWindow_CommandsTest::theLinkFailsWhenOneOfThatNameExists()
     const QTemporaryDir folder;
     WriteRecordPath(folder.path());
     const QString entry = u"Create record file folder link on Desktop"_s;
-    trigger(entry);
+    Trigger(entry);
     Opened.clear();
-    trigger(entry);
+    Trigger(entry);
     const QString link = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u'/' +
                          QFileInfo(folder.path()).fileName() + u".lnk"_s;
     QCOMPARE(Answers->boxes().size(), 1);
@@ -227,14 +227,14 @@ void CMainWindow_CommandsTest::theLinkFailsWhenOneOfThatNameExists()
 void CMainWindow_CommandsTest::theSettingsFolderIsOpened()
 {
     QVERIFY(QDir().mkpath(ConfigurationFolder()));
-    trigger(u"Open settings folder..."_s);
+    Trigger(u"Open settings folder..."_s);
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(ConfigurationFolder())});
     QVERIFY(Answers->boxes().isEmpty());
 }
 
 void CMainWindow_CommandsTest::aMissingSettingsFolderIsReported()
 {
-    trigger(u"Open settings folder..."_s);
+    Trigger(u"Open settings folder..."_s);
     QVERIFY(Opened.isEmpty());
     QCOMPARE(Answers->boxes().size(), 1);
     QCOMPARE(onlyBox().Title, u"Error"_s);
@@ -245,7 +245,7 @@ void CMainWindow_CommandsTest::aMissingSettingsFolderIsReported()
 void CMainWindow_CommandsTest::hideHidesTheWindow()
 {
     Window->show();
-    trigger(u"Hide"_s);
+    Trigger(u"Hide"_s);
     QVERIFY(!Window->isVisible());
 }
 
@@ -273,7 +273,7 @@ void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDelete
         shown->reject();
     });
     closer.start(5);
-    trigger(u"Show..."_s);
+    Trigger(u"Show..."_s);
     QVERIFY(survivedTheWindow);
     QVERIFY(!shown);
     QCOMPARE(rows.size(), 2); // those of the other file are not there
@@ -295,7 +295,7 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
     // Where the icon's menu is the system's own, an open dialog does not keep the user from it.
     QFETCH(int, answer);
     QFETCH(bool, ends);
-    Answers->setAnswer(static_cast<QMessageBox::StandardButton>(answer));
+    Answers->SetAnswer(static_cast<QMessageBox::StandardButton>(answer));
     Window->show();
     QPointer<QDlgAlignmentCfg> dialog;
     bool dialogStays = false;
@@ -316,7 +316,7 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
     QTimer tooLate; // the program did not end
     connect(&tooLate, &QTimer::timeout, this, [] { QCoreApplication::exit(8); });
     tooLate.start(tests::Patience);
-    QTimer::singleShot(0, this, [this] { trigger(u"Show..."_s); });
+    QTimer::singleShot(0, this, [this] { Trigger(u"Show..."_s); });
     QCOMPARE(QApplication::exec(), ends ? 0 : 7);
     QCOMPARE(Answers->boxes().size(), 1);
     QCOMPARE(onlyBox().Title, u"Close indication"_s);
@@ -329,15 +329,15 @@ void CMainWindow_CommandsTest::saveAndRestoreWindow()
 {
     Window->show();
     Window->setGeometry(50, 70, 300, 200);
-    trigger(u"Save Windows"_s);
+    Trigger(u"Save Windows"_s);
     Window->setGeometry(10, 20, 500, 400);
-    trigger(u"Restore Windows"_s);
+    Trigger(u"Restore Windows"_s);
     QCOMPARE(Window->geometry(), QRect(50, 70, 300, 200));
 }
 
 void CMainWindow_CommandsTest::theAboutBoxReads()
 {
-    trigger(u"About TarnvikControl..."_s);
+    Trigger(u"About TarnvikControl..."_s);
     QCOMPARE(Answers->boxes().size(), 1);
     QCOMPARE(onlyBox().Title, u"TarnvikControl"_s);
     QCOMPARE(onlyBox().Text, u"TarnvikControl V2025.12.1.1\n<x64 version>\n\n(C) Quillane GmbH"_s);
@@ -427,8 +427,8 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
         Opened.clear();
         // The path is opened as it stands; what is before its first colon, if anything, counts as scheme.
         const QUrl url(candidates[first], QUrl::TolerantMode);
-        QDesktopServices::setUrlHandler(url.scheme(), this, "open");
-        trigger(u"Open User Guide"_s);
+        QDesktopServices::setUrlHandler(url.scheme(), this, "Open");
+        Trigger(u"Open User Guide"_s);
         QDesktopServices::unsetUrlHandler(url.scheme());
         QCOMPARE(Opened, QList<QUrl>{url});
         QVERIFY(QFile::remove(candidates[first]));
@@ -438,7 +438,7 @@ void CMainWindow_CommandsTest::theGuideIsSearchedInOrder()
 
 void CMainWindow_CommandsTest::aMissingGuideIsReported()
 {
-    trigger(u"Open User Guide"_s);
+    Trigger(u"Open User Guide"_s);
     QVERIFY(Opened.isEmpty());
     QCOMPARE(Answers->boxes().size(), 1);
     QCOMPARE(onlyBox().Title, u"File Error"_s);

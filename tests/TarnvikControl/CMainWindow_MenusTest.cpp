@@ -306,7 +306,7 @@ void CMainWindow_MenusTest::theOtherShortcutsTriggerTheirEntries()
     closer.start(5);
     press(Qt::Key_S);
     QVERIFY(shown);
-    answers.setAnswer(QMessageBox::Abort);
+    answers.SetAnswer(QMessageBox::Abort);
     press(Qt::Key_Q);
     QCOMPARE(answers.boxes().size(), 3);
     QCOMPARE(answers.boxes().last().Title, u"Close indication"_s);

@@ -74,7 +74,7 @@ void AddData(KnownTexts &texts)
              "\\d+\\.\\d+(\\.\\d+)?",                     // Qt's version
              "\\d{4}|qt\\.io(/licensing)?",               // what Qt's own box fills in
          })
-        texts.addData(QString::fromUtf8(pattern));
+        texts.AddData(QString::fromUtf8(pattern));
 }
 
 QString Tr(const char *text)
@@ -129,7 +129,7 @@ QString Foreign(const QStringList &texts, const QString &language)
 {
     KnownTexts known(language);
     AddData(known);
-    known.addData(u"%1\\+[A-Z]"_s.arg(ControlKey(language)));
+    known.AddData(u"%1\\+[A-Z]"_s.arg(ControlKey(language)));
     return texts.isEmpty() ? u"no texts at all"_s : known.unknown(texts).join(u"\n"_s);
 }
 
@@ -146,7 +146,7 @@ class LanguageSwitchTest : public QObject
     Q_OBJECT
 
 public slots:
-    void open(const QUrl & /*url*/) {}
+    void Open(const QUrl & /*url*/) {}
 
 private slots:
     void initTestCase();
@@ -169,8 +169,8 @@ private slots:
     void inEnglishQtsTextsComeFromTheEnglishFile();
 
 private:
-    void languages();
-    void makeWindow();
+    void AddLanguageRows();
+    void MakeWindow();
 
     std::unique_ptr<Untranslated> Leftovers;
     std::unique_ptr<CMainWindow> Window;
@@ -178,12 +178,12 @@ private:
 
 void LanguageSwitchTest::initTestCase()
 {
-    QVERIFY(AlignmentDialogFixture::prepareFolders());
+    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     QCoreApplication::setApplicationVersion(u"2025.12.1.1"_s);
     PackedVersion = LowestVersion;
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
     QVERIFY(QDir::setCurrent(QStringLiteral(LANGUAGES_PARENT_FOLDER)));
-    QDesktopServices::setUrlHandler(u"file"_s, this, "open");
+    QDesktopServices::setUrlHandler(u"file"_s, this, "Open");
     const KnownTexts german(German);
     QVERIFY(german.knows(u"Datei"_s));
     QVERIFY(german.knows(u"Rückgängig"_s));
@@ -198,7 +198,7 @@ void LanguageSwitchTest::cleanupTestCase()
 
 void LanguageSwitchTest::init()
 {
-    QVERIFY(AlignmentDialogFixture::prepareFolders());
+    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     QSettings(u"Quillane"_s, u"TarnvikControl"_s).clear();
     // First, so that it is asked last.
     Leftovers = std::make_unique<Untranslated>();
@@ -206,7 +206,7 @@ void LanguageSwitchTest::init()
     AppTranslation.Init(qApp);
 }
 
-void LanguageSwitchTest::makeWindow()
+void LanguageSwitchTest::MakeWindow()
 {
     Window = std::make_unique<CMainWindow>();
     Window->show();
@@ -220,7 +220,7 @@ void LanguageSwitchTest::cleanup()
     QLocale::setDefault(QLocale::c());
 }
 
-void LanguageSwitchTest::languages()
+void LanguageSwitchTest::AddLanguageRows()
 {
     QTest::addColumn<QString>("language");
     QTest::newRow("German") << German;
@@ -229,7 +229,7 @@ void LanguageSwitchTest::languages()
 
 void LanguageSwitchTest::theMenuOffersTheBuiltLanguages()
 {
-    makeWindow();
+    MakeWindow();
     const QAction *const language = EntryIn(Window->menuBar()->actions(), u"Language"_s);
     QVERIFY(language);
     QStringList codes;
@@ -241,7 +241,7 @@ void LanguageSwitchTest::theMenuOffersTheBuiltLanguages()
 
 void LanguageSwitchTest::theWindowFollowsTheLanguageThereAndBack()
 {
-    makeWindow();
+    MakeWindow();
     for (const QString &language : {German, English, German, English}) {
         QVERIFY(Choose(*Window, language));
         QCOMPARE(Foreign(tests::ShownTexts(*Window), language), QString());
@@ -264,13 +264,13 @@ void LanguageSwitchTest::theWindowFollowsTheLanguageThereAndBack()
 
 void LanguageSwitchTest::thePanelsColonsLineUp_data()
 {
-    languages();
+    AddLanguageRows();
 }
 
 void LanguageSwitchTest::thePanelsColonsLineUp()
 {
     QFETCH(QString, language);
-    makeWindow();
+    MakeWindow();
     QVERIFY(Choose(*Window, language));
     StructOstrelRecordStatus status;
     status.Message = Message;
@@ -297,13 +297,13 @@ void LanguageSwitchTest::thePanelsColonsLineUp()
 
 void LanguageSwitchTest::shortcutsAreShownInTheLanguage_data()
 {
-    languages();
+    AddLanguageRows();
 }
 
 void LanguageSwitchTest::shortcutsAreShownInTheLanguage()
 {
     QFETCH(QString, language);
-    makeWindow();
+    MakeWindow();
     QVERIFY(Choose(*Window, language));
     const QMenu &file = *Window->menuBar()->actions().first()->menu();
     QCOMPARE(tests::ShownShortcuts(file).join(u' '), u"%1+R %1+D %1+H %1+Q"_s.arg(ControlKey(language)));
@@ -311,13 +311,13 @@ void LanguageSwitchTest::shortcutsAreShownInTheLanguage()
 
 void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage_data()
 {
-    languages();
+    AddLanguageRows();
 }
 
 void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage()
 {
     QFETCH(QString, language);
-    makeWindow();
+    MakeWindow();
     QVERIFY(Choose(*Window, language == German ? English : German));
     QVERIFY(Choose(*Window, language));
     Leftovers->Texts.clear();
@@ -334,14 +334,14 @@ void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage()
     QCOMPARE(titlesAfter("Open settings folder..."), QStringList{error});
     QCOMPARE(titlesAfter("Open User Guide"), QStringList{Tr("File Error")});
     // A record path without a folder, then a link that exists.
-    QVERIFY(AlignmentDialogFixture::prepareFolders());
+    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     WriteRecordPath(u"/no/such/folder"_s);
     QCOMPARE(titlesAfter("Open record file folder"), QStringList{error});
     WriteRecordPath(QDir::tempPath());
     QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)));
     (void)titlesAfter("Create record file folder link on Desktop");
     QCOMPARE(titlesAfter("Create record file folder link on Desktop"), QStringList{error});
-    reader.setAnswer(QMessageBox::Abort);
+    reader.SetAnswer(QMessageBox::Abort);
     QCOMPARE(titlesAfter("Quit"), QStringList{Tr("Close indication")});
     QCOMPARE(titlesAfter("About Qt..."), QStringList{u"TarnvikControl"_s});
     const qsizetype before = reader.titles().size();
@@ -357,13 +357,13 @@ void LanguageSwitchTest::everythingThatTheWindowOpensSpeaksTheLanguage()
 
 void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage_data()
 {
-    languages();
+    AddLanguageRows();
 }
 
 void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
 {
     QFETCH(QString, language);
-    makeWindow();
+    MakeWindow();
     const QString importFile = tests::ImportFile(u"import.ad"_s);
     const QString damagedFile = tests::ImportFile(u"damaged.ad"_s);
     QVERIFY(WriteAlignmentFile(
@@ -397,8 +397,8 @@ void LanguageSwitchTest::theAlignmentDialogSpeaksTheLanguage()
     fixture.button(tr("Import...")).click(); // the file dialog is cancelled
     QCOMPARE(reader.titles().last(), tr("Choose alignment file for importing"));
     // The file to be exported exists: a question follows, and a second dialog after the No.
-    reader.acceptNextFileDialog();
-    reader.setAnswer(QMessageBox::Yes);
+    reader.AcceptNextFileDialog();
+    reader.SetAnswer(QMessageBox::Yes);
     fixture.button(tr("Save...")).click();
     QCOMPARE(reader.titles().size(), 6);
     QCOMPARE(reader.titles().at(4), tr("Update %1 alignment.").arg(u"RTL-SDR"_s));

@@ -41,7 +41,7 @@ ContextMenuTexts ReadContextMenu(QWidget &widget)
 ModalReader::ModalReader()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, true);
-    connect(&Timer, &QTimer::timeout, this, &ModalReader::look);
+    connect(&Timer, &QTimer::timeout, this, &ModalReader::Look);
     Timer.start(5);
 }
 
@@ -50,7 +50,7 @@ ModalReader::~ModalReader()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false);
 }
 
-void ModalReader::read(QWidget &window)
+void ModalReader::Read(QWidget &window)
 {
     Titles.append(window.windowTitle());
     Texts += ShownTexts(window);
@@ -58,7 +58,7 @@ void ModalReader::read(QWidget &window)
     CutOff += CutOffTexts(window);
 }
 
-void ModalReader::readContextMenus(QFileDialog &dialog)
+void ModalReader::ReadContextMenus(QFileDialog &dialog)
 {
     QList<QWidget *> widgets = {dialog.findChild<QLineEdit *>(u"fileNameEdit"_s)};
     widgets.append(dialog.findChild<QAbstractItemView *>(u"treeView"_s)->viewport());
@@ -69,13 +69,13 @@ void ModalReader::readContextMenus(QFileDialog &dialog)
     }
 }
 
-void ModalReader::look()
+void ModalReader::Look()
 {
     QWidget *const window = QApplication::activeModalWidget();
     if (window == nullptr || !window->isVisible())
         return;
     if (auto *const box = qobject_cast<QMessageBox *>(window)) {
-        read(*box);
+        Read(*box);
         QAbstractButton *const button = box->button(Accepting ? QMessageBox::No : Answer);
         Accepting = false;
         if (button != nullptr)
@@ -96,8 +96,8 @@ void ModalReader::look()
             name, [name] { QTest::keyClick(name, Qt::Key_Return); }, Qt::QueuedConnection);
         return;
     }
-    read(*dialog);
-    readContextMenus(*dialog);
+    Read(*dialog);
+    ReadContextMenus(*dialog);
     QTest::keyClick(dialog, Qt::Key_Escape);
 }
 

@@ -22,9 +22,9 @@ public:
     ModalReader();
     ~ModalReader() override;
 
-    void setAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
+    void SetAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
     /// The next file dialog is accepted as it is offered; a question that follows is answered with No.
-    void acceptNextFileDialog() { AcceptFiles = true; }
+    void AcceptNextFileDialog() { AcceptFiles = true; }
 
     /// The titles of all that opened, in order.
     [[nodiscard]] const QStringList &titles() const { return Titles; }
@@ -34,9 +34,9 @@ public:
     [[nodiscard]] const QStringList &cutOff() const { return CutOff; }
 
 private:
-    void look();
-    void read(QWidget &window);
-    void readContextMenus(QFileDialog &dialog);
+    void Look();
+    void Read(QWidget &window);
+    void ReadContextMenus(QFileDialog &dialog);
 
     QMessageBox::StandardButton Answer = QMessageBox::Ok;
     bool AcceptFiles = false;

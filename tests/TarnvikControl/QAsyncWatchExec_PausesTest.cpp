@@ -46,7 +46,7 @@ private slots:
 private:
     /// Kills the stand-in three times, each time after a run of so many of the runner's seconds, and compares
     /// the pauses that follow.
-    void checkPausesAfterRuns(std::chrono::milliseconds second, int runSeconds,
+    void CheckPausesAfterRuns(std::chrono::milliseconds second, int runSeconds,
                               const std::array<int, 3> &pauses);
 };
 
@@ -108,7 +108,7 @@ void QAsyncWatchExec_PausesTest::thePausesInRealTimeUpTo5s()
     QCOMPARE(timeline.faultInPause(1, 5000ms, 1000ms), QString());
 }
 
-void QAsyncWatchExec_PausesTest::checkPausesAfterRuns(std::chrono::milliseconds second, int runSeconds,
+void QAsyncWatchExec_PausesTest::CheckPausesAfterRuns(std::chrono::milliseconds second, int runSeconds,
                                                       const std::array<int, 3> &pauses)
 {
     QAsyncWatchExec runner;
@@ -131,13 +131,13 @@ void QAsyncWatchExec_PausesTest::checkPausesAfterRuns(std::chrono::milliseconds 
 void QAsyncWatchExec_PausesTest::aRunOf10sResetsThePause()
 {
     // Three times what resets the pause: the loop may come late.
-    checkPausesAfterRuns(100ms, 30, {0, 0, 0});
+    CheckPausesAfterRuns(100ms, 30, {0, 0, 0});
 }
 
 void QAsyncWatchExec_PausesTest::aRunOfLessThan10sDoesNotResetThePause()
 {
     // Long seconds: even a recorder that is killed late has run for less than ten of them.
-    checkPausesAfterRuns(200ms, 0, {0, 5, 10});
+    CheckPausesAfterRuns(200ms, 0, {0, 5, 10});
 }
 
 void QAsyncWatchExec_PausesTest::aRecorderThatIsStartingWhenAPauseExpiresIsLeftAlone()

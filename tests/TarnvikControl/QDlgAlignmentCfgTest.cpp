@@ -82,7 +82,7 @@ class QDlgAlignmentCfgTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { QVERIFY(AlignmentDialogFixture::prepareFolders()); }
+    void init() { QVERIFY(AlignmentDialogFixture::PrepareFolders()); }
 
     void theClassTellsAboutItself();
     void nothingIsLoadedOrLaidOutBeforeTheFirstShow();

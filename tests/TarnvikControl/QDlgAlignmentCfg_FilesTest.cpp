@@ -47,8 +47,8 @@ private slots:
 private:
     /// Gives the dialog an event as it is: the application would deliver a drop only after a drag that was
     /// accepted.
-    void send(QEvent &event);
-    Qt::DropAction drop(QMimeData &data);
+    void Send(QEvent &event);
+    Qt::DropAction Drop(QMimeData &data);
 
     std::unique_ptr<AlignmentDialogFixture> Shown;
     std::unique_ptr<tests::DialogAnswers> Answers;
@@ -57,7 +57,7 @@ private:
 
 void QDlgAlignmentCfg_FilesTest::init()
 {
-    QVERIFY(AlignmentDialogFixture::prepareFolders());
+    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)));
     QVERIFY(tests::WriteStationWithImports());
     Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Yes);
@@ -72,18 +72,18 @@ void QDlgAlignmentCfg_FilesTest::cleanup()
     Answers.reset();
 }
 
-void QDlgAlignmentCfg_FilesTest::send(QEvent &event)
+void QDlgAlignmentCfg_FilesTest::Send(QEvent &event)
 {
     QObject &dialog = Shown->Dialog;
     dialog.event(&event);
 }
 
-Qt::DropAction QDlgAlignmentCfg_FilesTest::drop(QMimeData &data)
+Qt::DropAction QDlgAlignmentCfg_FilesTest::Drop(QMimeData &data)
 {
     QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
     event.setDropAction(Qt::MoveAction);
     const qsizetype boxes = Answers->boxes().size();
-    send(event);
+    Send(event);
     if (Answers->boxes().size() != boxes)
         QTest::qFail("whoever drags waits for a message box", __FILE__, __LINE__);
     QCoreApplication::sendPostedEvents(&Shown->Dialog); // the import follows the drop
@@ -92,9 +92,9 @@ Qt::DropAction QDlgAlignmentCfg_FilesTest::drop(QMimeData &data)
 
 void QDlgAlignmentCfg_FilesTest::theImportDialogStartsOnTheDesktopThenWhereTheLastImportWas()
 {
-    Files->setFiles({ImportFile(u"r.ad"_s)});
+    Files->SetFiles({ImportFile(u"r.ad"_s)});
     Shown->button(u"Import..."_s).click();
-    Files->setCancel();
+    Files->SetCancel();
     Shown->button(u"Import..."_s).click();
     QCOMPARE(Files->offers().size(), 2);
     for (const tests::OfferedFiles &offer : Files->offers()) {
@@ -114,7 +114,7 @@ void QDlgAlignmentCfg_FilesTest::theImportDialogStartsOnTheDesktopThenWhereTheLa
 
 void QDlgAlignmentCfg_FilesTest::severalFilesAreImportedAtOnce()
 {
-    Files->setFiles({ImportFile(u"r.ad"_s), ImportFile(u"a.ad"_s)});
+    Files->SetFiles({ImportFile(u"r.ad"_s), ImportFile(u"a.ad"_s)});
     Shown->button(u"Import..."_s).click();
     QVERIFY(Shown->item(u"AirSpy"_s, u"0x9"_s));
     QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked);
@@ -168,9 +168,9 @@ void QDlgAlignmentCfg_FilesTest::aDraggedFileIsAcceptedByItsName()
     data.setUrls({QUrl(u"https://example.org/x.ad"_s), QUrl::fromLocalFile(path)});
     QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
     event.setAccepted(!accepted);
-    send(event);
+    Send(event);
     QCOMPARE(event.isAccepted(), accepted);
-    drop(data); // no such file is there, so an import would tell
+    Drop(data); // no such file is there, so an import would tell
     QCOMPARE(Answers->boxes().size(), accepted ? 1 : 0);
 }
 
@@ -179,9 +179,9 @@ void QDlgAlignmentCfg_FilesTest::dataWithoutUrlsIsIgnored()
     QMimeData data;
     data.setText(u"a.ad"_s);
     QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
-    send(event);
+    Send(event);
     QVERIFY(!event.isAccepted());
-    drop(data);
+    Drop(data);
     QVERIFY(Answers->boxes().isEmpty());
     QVERIFY(Files->offers().isEmpty());
 }
@@ -191,7 +191,7 @@ void QDlgAlignmentCfg_FilesTest::ofSeveralDroppedFilesTheAlignmentFilesAreImport
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(u"/data/readme.txt"_s), QUrl::fromLocalFile(ImportFile(u"r.ad"_s)),
                   QUrl::fromLocalFile(ImportFile(u"a.ad"_s))});
-    QCOMPARE(drop(data), Qt::CopyAction); // nobody may delete the files
+    QCOMPARE(Drop(data), Qt::CopyAction); // nobody may delete the files
     QVERIFY(Answers->boxes().isEmpty());
     QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked);
     QVERIFY(Shown->item(u"AirSpy"_s, u"0x9"_s));

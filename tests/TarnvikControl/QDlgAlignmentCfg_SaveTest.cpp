@@ -120,9 +120,9 @@ private slots:
     void anErrorInTheFirstDriverEndsTheRun();
 
 private:
-    void import(const QStringList &names);
-    void save() { Shown->button(u"Save..."_s).click(); }
-    void setChecked(const QString &hardwareId, bool checked);
+    void Import(const QStringList &names);
+    void Save() { Shown->button(u"Save..."_s).click(); }
+    void SetChecked(const QString &hardwareId, bool checked);
     [[nodiscard]] QStringList titles() const;
 
     std::unique_ptr<AlignmentDialogFixture> Shown;
@@ -132,7 +132,7 @@ private:
 
 void QDlgAlignmentCfg_SaveTest::init()
 {
-    QVERIFY(AlignmentDialogFixture::prepareFolders());
+    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     QVERIFY(tests::WriteStationWithImports());
     Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Yes);
     Files = std::make_unique<tests::FileDialogAnswers>();
@@ -146,7 +146,7 @@ void QDlgAlignmentCfg_SaveTest::cleanup()
     Answers.reset();
 }
 
-void QDlgAlignmentCfg_SaveTest::import(const QStringList &names)
+void QDlgAlignmentCfg_SaveTest::Import(const QStringList &names)
 {
     QStringList files;
     for (const QString &name : names)
@@ -154,7 +154,7 @@ void QDlgAlignmentCfg_SaveTest::import(const QStringList &names)
     Shown->Dialog.Slot_Button_Import(files);
 }
 
-void QDlgAlignmentCfg_SaveTest::setChecked(const QString &hardwareId, bool checked)
+void QDlgAlignmentCfg_SaveTest::SetChecked(const QString &hardwareId, bool checked)
 {
     Shown->item(Rtl, hardwareId)->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
 }
@@ -171,11 +171,11 @@ QStringList QDlgAlignmentCfg_SaveTest::titles() const
 void QDlgAlignmentCfg_SaveTest::theSaveDialogOffersTheDriversFile()
 {
     const auto before = TableBytes(RecorderFile(RtlFile));
-    import({RtlImport});
-    Answers->setAnswer(QMessageBox::No); // for the driver without changes
+    Import({RtlImport});
+    Answers->SetAnswer(QMessageBox::No); // for the driver without changes
     const QString copy = ImportFile(u"copy.ad"_s);
-    Files->setFiles({copy});
-    save();
+    Files->SetFiles({copy});
+    Save();
     QCOMPARE(Files->offers().size(), 1);
     const tests::OfferedFiles &offer = Files->offers().first();
     QCOMPARE(offer.Title, ExportTitle);
@@ -193,11 +193,11 @@ void QDlgAlignmentCfg_SaveTest::theSaveDialogOffersTheDriversFile()
 void QDlgAlignmentCfg_SaveTest::anOlderVersionCheckedByTheUserReplacesTheNewer()
 {
     const auto before = TableBytes(RecorderFile(RtlFile));
-    import({RtlImport});
-    setChecked(u"0x1"_s, false);
-    setChecked(u"0x2"_s, true);
-    Files->setTakeOffer();
-    save();
+    Import({RtlImport});
+    SetChecked(u"0x1"_s, false);
+    SetChecked(u"0x2"_s, true);
+    Files->SetTakeOffer();
+    Save();
     const auto after = TableBytes(RecorderFile(RtlFile));
     QCOMPARE(after["0x1"], before["0x1"]);
     QCOMPARE(after["0x2"], TableBytes(ImportFile(RtlImport))["0x2"]);
@@ -205,11 +205,11 @@ void QDlgAlignmentCfg_SaveTest::anOlderVersionCheckedByTheUserReplacesTheNewer()
 
 void QDlgAlignmentCfg_SaveTest::twoCheckedTablesOfOneImportedFileAreBothTaken()
 {
-    import({RtlImport});
-    setChecked(u"0x2"_s, true); // beside 0x1, which is checked by itself
-    Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
-    Files->setTakeOffer();
-    save();
+    Import({RtlImport});
+    SetChecked(u"0x2"_s, true); // beside 0x1, which is checked by itself
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
+    Files->SetTakeOffer();
+    Save();
     QCOMPARE(Files->offers().size(), 1);
     QCOMPARE(titles(), (QStringList{QuestionTitle(AirSpy), ExportTitle}));
     QCOMPARE(TableBytes(RecorderFile(RtlFile)), TableBytes(ImportFile(RtlImport)));
@@ -217,11 +217,11 @@ void QDlgAlignmentCfg_SaveTest::twoCheckedTablesOfOneImportedFileAreBothTaken()
 
 void QDlgAlignmentCfg_SaveTest::aCheckedTableGoesIntoAFileThatLostItsTables()
 {
-    import({RtlImport});
+    Import({RtlImport});
     QVERIFY(WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, {}));
-    Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
-    Files->setTakeOffer();
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
+    Files->SetTakeOffer();
+    Save();
     const auto after = TableBytes(RecorderFile(RtlFile));
     QCOMPARE(after.keys(), QList<QByteArray>{"0x1"});
     QCOMPARE(after["0x1"], TableBytes(ImportFile(RtlImport))["0x1"]);
@@ -238,8 +238,8 @@ void QDlgAlignmentCfg_SaveTest::withNothingCheckedTheUserIsAsked_data()
 void QDlgAlignmentCfg_SaveTest::withNothingCheckedTheUserIsAsked()
 {
     QFETCH(int, answer);
-    Answers->setAnswer(static_cast<QMessageBox::StandardButton>(answer));
-    save(); // the file dialogs are cancelled
+    Answers->SetAnswer(static_cast<QMessageBox::StandardButton>(answer));
+    Save(); // the file dialogs are cancelled
     QCOMPARE(Answers->boxes().size(), 2);
     QStringList drivers = {AirSpy, Rtl};
     for (const tests::ShownBox &box : Answers->boxes()) {
@@ -271,10 +271,10 @@ void QDlgAlignmentCfg_SaveTest::yesToNoChangesWritesTheFileUnchanged()
     QCOMPARE(before.size(), 4);
     QVERIFY(MakeOld(RecorderFile(AirspyFile)) && !WasWritten(RecorderFile(AirspyFile)));
     QVERIFY(MakeOld(RecorderFile(RtlFile)) && !WasWritten(RecorderFile(RtlFile)));
-    Answers->setAnswerTo(QuestionTitle(AirSpy), static_cast<QMessageBox::StandardButton>(toFirst));
-    Answers->setAnswerTo(QuestionTitle(Rtl), static_cast<QMessageBox::StandardButton>(toSecond));
-    Files->setTakeOffer();
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), static_cast<QMessageBox::StandardButton>(toFirst));
+    Answers->SetAnswerTo(QuestionTitle(Rtl), static_cast<QMessageBox::StandardButton>(toSecond));
+    Files->SetTakeOffer();
+    Save();
     QStringList expected = {QuestionTitle(AirSpy)};
     if (toFirst == QMessageBox::Yes)
         expected.append(ExportTitle); // replace the file?
@@ -300,15 +300,15 @@ void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
     QVERIFY(QFile::remove(RecorderFile(AirspyFile)));
     Shown->button(u"Reset"_s).click();
     QVERIFY(!Shown->lines().contains(AirSpy));
-    import({AirspyImport});
+    Import({AirspyImport});
     QVERIFY(Shown->lines().contains(AirSpy));
     auto expected = AllFiles();
     if (yes)
         expected.insert(RecorderFile(AirspyFile), FileBytes(ImportFile(AirspyImport)));
-    Answers->setAnswerTo(QuestionTitle(AirSpy), yes ? QMessageBox::Yes : QMessageBox::No);
-    Answers->setAnswerTo(QuestionTitle(Rtl), QMessageBox::No);
-    Files->setTakeOffer();
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), yes ? QMessageBox::Yes : QMessageBox::No);
+    Answers->SetAnswerTo(QuestionTitle(Rtl), QMessageBox::No);
+    Files->SetTakeOffer();
+    Save();
     QCOMPARE(titles(), (QStringList{QuestionTitle(AirSpy), QuestionTitle(Rtl)}));
     QCOMPARE(Files->offers().size(), yes ? 1 : 0);
     if (yes) {
@@ -322,9 +322,9 @@ void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
 void QDlgAlignmentCfg_SaveTest::aCancelledFileDialogSkipsTheDriver()
 {
     const auto before = AllFiles();
-    import({RtlImport});
-    Answers->setAnswer(QMessageBox::No);
-    save();
+    Import({RtlImport});
+    Answers->SetAnswer(QMessageBox::No);
+    Save();
     QCOMPARE(Files->offers().size(), 1);
     QCOMPARE(AllFiles(), before);
     QCOMPARE(titles(), QStringList(QuestionTitle(AirSpy))); // no warning
@@ -333,10 +333,10 @@ void QDlgAlignmentCfg_SaveTest::aCancelledFileDialogSkipsTheDriver()
 void QDlgAlignmentCfg_SaveTest::afterACancelledFileDialogTheNextDriverIsWritten()
 {
     const QByteArray airspy = FileBytes(RecorderFile(AirspyFile));
-    import({RtlImport, AirspyImport});
-    Files->setTakeOffer();
-    Files->setCancelNext();
-    save();
+    Import({RtlImport, AirspyImport});
+    Files->SetTakeOffer();
+    Files->SetCancelNext();
+    Save();
     QCOMPARE(Files->offers().size(), 2);
     QCOMPARE(Files->offers().first().File, AirspyFile);
     QCOMPARE(Files->offers().last().File, RtlFile);
@@ -349,11 +349,11 @@ void QDlgAlignmentCfg_SaveTest::noToReplacingTheFileAsksForAnotherOne()
 {
     auto expected = AllFiles();
     expected.insert(ImportFile(u"other.ad"_s), FileBytes(RecorderFile(RtlFile)));
-    Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
-    Answers->setAnswerTo(ExportTitle, QMessageBox::No);
-    Files->setFiles({ImportFile(u"other.ad"_s)});
-    Files->setTakeOfferNext();
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
+    Answers->SetAnswerTo(ExportTitle, QMessageBox::No);
+    Files->SetFiles({ImportFile(u"other.ad"_s)});
+    Files->SetTakeOfferNext();
+    Save();
     QCOMPARE(titles(), (QStringList{QuestionTitle(AirSpy), QuestionTitle(Rtl), ExportTitle}));
     QCOMPARE(AllFiles(), expected);
 }
@@ -361,19 +361,19 @@ void QDlgAlignmentCfg_SaveTest::noToReplacingTheFileAsksForAnotherOne()
 void QDlgAlignmentCfg_SaveTest::aSecondSaveWorksFromTheSameCheckMarks()
 {
     const QByteArray before = FileBytes(RecorderFile(RtlFile));
-    import({RtlImport});
-    setChecked(u"0x2"_s, true);
+    Import({RtlImport});
+    SetChecked(u"0x2"_s, true);
     const QStringList lines = Shown->lines();
-    Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
-    Files->setTakeOffer();
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
+    Files->SetTakeOffer();
+    Save();
     QCOMPARE(Shown->lines(), lines); // not filled anew
     const QByteArray once = FileBytes(RecorderFile(RtlFile));
     QVERIFY(once != before);
     const QList<AlignmentRow> rows = Shown->Dialog.rows();
     // Back to the beginning, or a second save that does nothing would look the same.
     QVERIFY(WriteFileBytes(RecorderFile(RtlFile), before));
-    save();
+    Save();
     QCOMPARE(FileBytes(RecorderFile(RtlFile)), once);
     const QStringList asked = {QuestionTitle(AirSpy), ExportTitle};
     QCOMPARE(titles(), asked + asked);
@@ -417,16 +417,16 @@ void QDlgAlignmentCfg_SaveTest::anErrorIsAWarningAndNothingIsWritten_data()
            });
     newRow("the driver's file lost its tables", false, 1, "Aligntable-List is emptpy, nothing to save",
            [](tests::FileDialogAnswers &files) {
-               files.setTakeOffer();
+               files.SetTakeOffer();
                return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, {});
            });
     newRow("the chosen file is in a folder that is missing", true, 1, "File Error",
            [](tests::FileDialogAnswers &files) {
-               files.setFiles({ImportFile(u"missing/copy.ad"_s)});
+               files.SetFiles({ImportFile(u"missing/copy.ad"_s)});
                return true;
            });
     newRow("the chosen file is below a file", true, 1, "File Error", [](tests::FileDialogAnswers &files) {
-        files.setFiles({ImportFile(AirspyImport) + u"/copy.ad"_s});
+        files.SetFiles({ImportFile(AirspyImport) + u"/copy.ad"_s});
         return true;
     });
 }
@@ -437,12 +437,12 @@ void QDlgAlignmentCfg_SaveTest::anErrorIsAWarningAndNothingIsWritten()
     QFETCH(bool, checked);
     QFETCH(int, fileDialogs);
     QFETCH(QString, message);
-    import({RtlImport});
-    setChecked(u"0x1"_s, checked);
+    Import({RtlImport});
+    SetChecked(u"0x1"_s, checked);
     QVERIFY(arrange(*Files));
     const auto before = AllFiles();
-    Answers->setAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
-    save();
+    Answers->SetAnswerTo(QuestionTitle(AirSpy), QMessageBox::No);
+    Save();
     QCOMPARE(titles().count(ErrorTitle), 1);
     const tests::ShownBox &box = Answers->boxes().last();
     QCOMPARE(box.Title, ErrorTitle);
@@ -469,13 +469,13 @@ void QDlgAlignmentCfg_SaveTest::anErrorInTheSecondDriverLeavesTheFirstWritten()
 {
     QFETCH(Situation, arrange);
     QFETCH(QString, message);
-    import({RtlImport, AirspyImport});
+    Import({RtlImport, AirspyImport});
     QVERIFY(arrange(*Files));
     auto tables = TableBytes(RecorderFile(AirspyFile));
     tables.insert("0x9", TableBytes(ImportFile(AirspyImport))["0x9"]);
     const QByteArray rtl = FileBytes(RecorderFile(RtlFile));
-    Files->setTakeOffer();
-    save();
+    Files->SetTakeOffer();
+    Save();
     QCOMPARE(titles(), (QStringList{ExportTitle, ErrorTitle}));
     QCOMPARE(Answers->boxes().last().Text, u"Error while exporting:\n"_s + message);
     QCOMPARE(TableBytes(RecorderFile(AirspyFile)), tables);
@@ -484,11 +484,11 @@ void QDlgAlignmentCfg_SaveTest::anErrorInTheSecondDriverLeavesTheFirstWritten()
 
 void QDlgAlignmentCfg_SaveTest::anErrorInTheFirstDriverEndsTheRun()
 {
-    import({RtlImport, AirspyImport});
+    Import({RtlImport, AirspyImport});
     QVERIFY(Damage(RecorderFile(AirspyFile)));
     const auto before = AllFiles();
-    Files->setTakeOffer();
-    save();
+    Files->SetTakeOffer();
+    Save();
     QCOMPARE(titles(), QStringList(ErrorTitle));
     QVERIFY(Files->offers().isEmpty());
     QCOMPARE(AllFiles(), before);

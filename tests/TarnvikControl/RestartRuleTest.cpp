@@ -21,25 +21,25 @@ class Simulation
 public:
     /// Lets the process that was started last run for the time given and end; a time below 0 is a start that
     /// fails. Returns the pause until the rule starts it again, -1 when the rule waits for ever.
-    int pauseAfterRun(int runMs)
+    int PauseAfterRun(int runMs)
     {
-        tell(Event::StateChanged, QProcess::Starting);
+        Tell(Event::StateChanged, QProcess::Starting);
         if (runMs >= 0)
-            tell(Event::StateChanged, QProcess::Running);
+            Tell(Event::StateChanged, QProcess::Running);
         if (runMs >= 0 && Decision.Wait && *Decision.Wait <= milliseconds(runMs))
-            tell(Event::WaitIsOver, QProcess::Running);
+            Tell(Event::WaitIsOver, QProcess::Running);
         ++Ends;
-        tell(Event::StateChanged, QProcess::NotRunning);
+        Tell(Event::StateChanged, QProcess::NotRunning);
         if (Decision.StartNow)
             return 0;
         if (!Decision.Wait)
             return -1;
         const milliseconds pause = *Decision.Wait;
-        tell(Event::WaitIsOver, QProcess::NotRunning);
+        Tell(Event::WaitIsOver, QProcess::NotRunning);
         return Decision.StartNow ? static_cast<int>(pause.count()) : -1;
     }
 
-    void tell(Event event, QProcess::ProcessState state) { Decision = Rule.DecideOn(event, state, Ends); }
+    void Tell(Event event, QProcess::ProcessState state) { Decision = Rule.DecideOn(event, state, Ends); }
 
     RestartRule Rule;
     RestartRule::Decision Decision;
@@ -92,18 +92,18 @@ void RestartRuleTest::aPauseFollowsEachRun()
     Simulation simulation;
     Milliseconds actual;
     for (const int run : runs)
-        actual.append(simulation.pauseAfterRun(run));
+        actual.append(simulation.PauseAfterRun(run));
     QCOMPARE(actual, pauses);
 }
 
 void RestartRuleTest::theWaitAfterAStartIsThatForSettling()
 {
     Simulation simulation;
-    QCOMPARE(simulation.pauseAfterRun(0), 0);
-    simulation.tell(Event::StateChanged, QProcess::Running);
+    QCOMPARE(simulation.PauseAfterRun(0), 0);
+    simulation.Tell(Event::StateChanged, QProcess::Running);
     QVERIFY(!simulation.Decision.StartNow);
     QCOMPARE(simulation.Decision.Wait, std::optional(10s));
-    simulation.tell(Event::WaitIsOver, QProcess::Running); // it has settled
+    simulation.Tell(Event::WaitIsOver, QProcess::Running); // it has settled
     QVERIFY(!simulation.Decision.StartNow);
     QVERIFY(!simulation.Decision.Wait);
 }
@@ -111,7 +111,7 @@ void RestartRuleTest::theWaitAfterAStartIsThatForSettling()
 void RestartRuleTest::theFirstRunIsWatchedWithoutLimit()
 {
     Simulation simulation;
-    simulation.tell(Event::StateChanged, QProcess::Running);
+    simulation.Tell(Event::StateChanged, QProcess::Running);
     QVERIFY(!simulation.Decision.StartNow);
     QVERIFY(!simulation.Decision.Wait);
 }
@@ -119,14 +119,14 @@ void RestartRuleTest::theFirstRunIsWatchedWithoutLimit()
 void RestartRuleTest::aProcessThatIsStartingWhenThePauseIsOverIsLeftAlone()
 {
     Simulation simulation;
-    QCOMPARE(simulation.pauseAfterRun(0), 0);
+    QCOMPARE(simulation.PauseAfterRun(0), 0);
     ++simulation.Ends;
-    simulation.tell(Event::StateChanged, QProcess::NotRunning);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
     QCOMPARE(simulation.Decision.Wait, std::optional(5s));
-    simulation.tell(Event::WaitIsOver, QProcess::Starting);
+    simulation.Tell(Event::WaitIsOver, QProcess::Starting);
     QVERIFY(!simulation.Decision.StartNow);
     QCOMPARE(simulation.Decision.Wait, std::optional(5s)); // nothing is changed
-    simulation.tell(Event::StateChanged, QProcess::Running);
+    simulation.Tell(Event::StateChanged, QProcess::Running);
     QCOMPARE(simulation.Decision.Wait, std::optional(10s));
 }
 
@@ -134,23 +134,23 @@ void RestartRuleTest::oneEndToldTwiceIsAnsweredOnce()
 {
     Simulation simulation;
     ++simulation.Ends;
-    simulation.tell(Event::StateChanged, QProcess::NotRunning);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
     QVERIFY(simulation.Decision.StartNow);
-    simulation.tell(Event::StateChanged, QProcess::NotRunning);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
     QVERIFY(!simulation.Decision.StartNow);
     QVERIFY(!simulation.Decision.Wait);
     ++simulation.Ends;
-    simulation.tell(Event::StateChanged, QProcess::NotRunning);
-    simulation.tell(Event::StateChanged, QProcess::NotRunning);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
     QCOMPARE(simulation.Decision.Wait, std::optional(5s)); // not 10
 }
 
 void RestartRuleTest::anEndAndAStartToldAsOneEventAreNoEnd()
 {
     Simulation simulation;
-    QCOMPARE(simulation.pauseAfterRun(0), 0);
+    QCOMPARE(simulation.PauseAfterRun(0), 0);
     ++simulation.Ends; // ended and started again before the rule was told
-    simulation.tell(Event::StateChanged, QProcess::Running);
+    simulation.Tell(Event::StateChanged, QProcess::Running);
     QVERIFY(!simulation.Decision.StartNow);
     QCOMPARE(simulation.Decision.Wait, std::optional(10s));
 }
@@ -158,7 +158,7 @@ void RestartRuleTest::anEndAndAStartToldAsOneEventAreNoEnd()
 void RestartRuleTest::aChangeThatTellsNothingKeepsTheWait()
 {
     Simulation simulation;
-    simulation.tell(Event::StateChanged, QProcess::NotRunning); // no end so far
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning); // no end so far
     QVERIFY(!simulation.Decision.StartNow);
     QVERIFY(!simulation.Decision.Wait);
 }

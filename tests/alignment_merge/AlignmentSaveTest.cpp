@@ -76,10 +76,10 @@ private:
     [[nodiscard]] QString path(const QString &name) const { return Folder->filePath(name); }
     [[nodiscard]] QString imported(const QString &name) const { return path(u"import/"_s + name); }
     /// Loads the drivers' files, then imports the files given.
-    void load(const QStringList &imports = {});
+    void LoadStation(const QStringList &imports = {});
     /// The choices as they are without the user; `changes` are "driver/id" of rows to be inverted.
-    [[nodiscard]] QList<AlignmentChoice> choices(const QStringList &changes = {});
-    QString save(const QList<AlignmentChoice> &chosen);
+    [[nodiscard]] QList<AlignmentChoice> Choices(const QStringList &changes = {});
+    QString Save(const QList<AlignmentChoice> &chosen);
 
     std::unique_ptr<QTemporaryDir> Folder;
     AlignmentRowList Rows;
@@ -106,14 +106,14 @@ void AlignmentSaveTest::cleanup()
     Folder.reset();
 }
 
-void AlignmentSaveTest::load(const QStringList &imports)
+void AlignmentSaveTest::LoadStation(const QStringList &imports)
 {
     QCOMPARE(Rows.LoadFolder(Folder->path(), u"TarnvikDriver_*.ad"_s), QString());
     for (const QString &name : imports)
         QCOMPARE(Rows.ReadFile(imported(name)), QString());
 }
 
-QList<AlignmentChoice> AlignmentSaveTest::choices(const QStringList &changes)
+QList<AlignmentChoice> AlignmentSaveTest::Choices(const QStringList &changes)
 {
     Rows.Sort();
     QList<AlignmentChoice> chosen;
@@ -124,7 +124,7 @@ QList<AlignmentChoice> AlignmentSaveTest::choices(const QStringList &changes)
     return chosen;
 }
 
-QString AlignmentSaveTest::save(const QList<AlignmentChoice> &chosen)
+QString AlignmentSaveTest::Save(const QList<AlignmentChoice> &chosen)
 {
     AlignmentSaveQuestions questions;
     questions.SaveUnchanged = [this](const QString &driver) {
@@ -143,8 +143,8 @@ void AlignmentSaveTest::aRowIsTakenOverOnlyWhenChecked()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}, {"C", 5}, {"D", 5}}));
     QVERIFY(
         WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
-    load({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices({u"RTL-SDR/D"_s}), Rows);
+    LoadStation({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/D"_s}), Rows);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QCOMPARE(groups.first().TargetPath, path(RtlFile));
@@ -160,8 +160,8 @@ void AlignmentSaveTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"N", 7}}));
-    load({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices(), Rows);
+    LoadStation({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(), Rows);
     QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
     QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7}}));
 }
@@ -170,10 +170,10 @@ void AlignmentSaveTest::anUncheckedRowLosesItsMark()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
-    load({u"i.ad"_s});
-    (void)MarkRowsAndCollectSaveGroups(choices(), Rows);
+    LoadStation({u"i.ad"_s});
+    (void)MarkRowsAndCollectSaveGroups(Choices(), Rows);
     QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices({u"RTL-SDR/A"_s}), Rows);
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/A"_s}), Rows);
     QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
     QVERIFY(groups.first().Sources.isEmpty());
 }
@@ -182,8 +182,8 @@ void AlignmentSaveTest::twoTablesOfOneImportedFileAreOneSource()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({u"i.ad"_s});
-    const QList<SaveSource> sources = MarkRowsAndCollectSaveGroups(choices(), Rows).first().Sources;
+    LoadStation({u"i.ad"_s});
+    const QList<SaveSource> sources = MarkRowsAndCollectSaveGroups(Choices(), Rows).first().Sources;
     QCOMPARE(sources.size(), 1); // so the file is loaded once
     QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}, {u"B"_s, 8}}));
 }
@@ -191,9 +191,9 @@ void AlignmentSaveTest::twoTablesOfOneImportedFileAreOneSource()
 void AlignmentSaveTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
 {
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({u"i.ad"_s});
+    LoadStation({u"i.ad"_s});
     for (const QStringList &changes : {QStringList(), QStringList(u"RTL-SDR/A"_s)}) {
-        const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(choices(changes), Rows);
+        const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(changes), Rows);
         QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
         QVERIFY(groups.first().Sources.isEmpty());
         QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
@@ -208,7 +208,7 @@ void AlignmentSaveTest::choicesThatMatchNothingArePassedOver()
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QVERIFY(groups.first().Sources.isEmpty());
-    QCOMPARE(save(strangers), QString());
+    QCOMPARE(Save(strangers), QString());
     QVERIFY(Asked.isEmpty() && Proposed.isEmpty());
 }
 
@@ -233,10 +233,10 @@ void AlignmentSaveTest::withNothingCheckedEveryDriverIsAskedAbout()
     QFETCH(bool, yes);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"B", 5}, {"A", 6}}));
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 7}}));
-    load();
+    LoadStation();
     AnswerToUnchanged = yes;
     AnswerToFile = [](const QString &proposal) { return proposal + u".copy"_s; };
-    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Asked, (QStringList{AirSpy, Rtl}));
     QCOMPARE(Proposed, yes ? (QStringList{path(AirspyFile), path(RtlFile)}) : QStringList());
     for (const QString &file : {path(RtlFile), path(AirspyFile)}) {
@@ -267,8 +267,8 @@ void AlignmentSaveTest::aCheckedTableReplacesTheOneInTheFile()
     const auto before = TableBytes(path(RtlFile));
     const auto source = TableBytes(imported(u"i.ad"_s));
     QVERIFY(before["A"] != source["A"]);
-    load({u"i.ad"_s});
-    QCOMPARE(save(choices(invert ? QStringList(u"RTL-SDR/A"_s) : QStringList())), QString());
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices(invert ? QStringList(u"RTL-SDR/A"_s) : QStringList())), QString());
     QCOMPARE(Asked.isEmpty(), replaced);
     const auto after = TableBytes(path(RtlFile));
     QCOMPARE(after.size(), 2);
@@ -282,8 +282,8 @@ void AlignmentSaveTest::twoTablesFromOneFileAreBothTaken()
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"C", 9}, {"A", 8}}));
     const auto before = TableBytes(path(RtlFile));
     const auto source = TableBytes(imported(u"i.ad"_s));
-    load({u"i.ad"_s});
-    QCOMPARE(save(choices()), QString());
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices()), QString());
     const auto after = TableBytes(path(RtlFile));
     QCOMPARE(after.size(), 3);
     QCOMPARE(after["A"], source["A"]);
@@ -296,8 +296,8 @@ void AlignmentSaveTest::tablesFromSeveralFilesAreTaken()
     QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::AirSpy, {{"A", 9}}));
     QVERIFY(WriteAlignmentFile(imported(u"k.ad"_s), SdrType::AirSpy, {{"N", 8}, {"A", 7}}));
-    load({u"i.ad"_s, u"k.ad"_s});
-    QCOMPARE(save(choices()), QString());
+    LoadStation({u"i.ad"_s, u"k.ad"_s});
+    QCOMPARE(Save(Choices()), QString());
     const auto after = TableBytes(path(AirspyFile));
     QCOMPARE(after.size(), 2);
     QCOMPARE(after["A"], TableBytes(imported(u"i.ad"_s))["A"]);
@@ -325,8 +325,8 @@ void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
         QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, imports));
         const auto before = TableBytes(path(RtlFile));
         const auto source = TableBytes(imported(u"i.ad"_s));
-        load({u"i.ad"_s});
-        QList<AlignmentChoice> chosen = choices();
+        LoadStation({u"i.ad"_s});
+        QList<AlignmentChoice> chosen = Choices();
         auto expected = before;
         for (AlignmentChoice &choice : chosen) {
             if (OfferOf(*Rows.Find(choice.driver, choice.hardwareId)) == AlignmentOffer::Nothing)
@@ -335,7 +335,7 @@ void AlignmentSaveTest::aTableThatWasNotCheckedStaysByteByByte()
             if (choice.checked)
                 expected[choice.hardwareId.toLatin1()] = source[choice.hardwareId.toLatin1()];
         }
-        QCOMPARE(save(chosen), QString());
+        QCOMPARE(Save(chosen), QString());
         QCOMPARE(TableBytes(path(RtlFile)), expected);
         QCOMPARE(TableBytes(imported(u"i.ad"_s)), source);
     }
@@ -346,10 +346,10 @@ void AlignmentSaveTest::theFileIsWrittenWhereTheUserSays()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    load({u"i.ad"_s});
+    LoadStation({u"i.ad"_s});
     QString elsewhere = path(QString::fromUtf8("Größe 1.ad"));
     AnswerToFile = [&elsewhere](const QString &) { return elsewhere; };
-    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
     QCOMPARE(TableBytes(elsewhere), TableBytes(imported(u"i.ad"_s)));
@@ -359,16 +359,16 @@ void AlignmentSaveTest::aSecondSaveMakesTheSameChoices()
 {
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}}));
-    load({u"i.ad"_s});
+    LoadStation({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    const QList<AlignmentChoice> chosen = choices({u"RTL-SDR/B"_s}); // against the default
-    QCOMPARE(save(chosen), QString());
+    const QList<AlignmentChoice> chosen = Choices({u"RTL-SDR/B"_s}); // against the default
+    QCOMPARE(Save(chosen), QString());
     const QList<AlignmentRow> rows = Rows.rows();
     const QByteArray once = tests::FileBytes(path(RtlFile));
     QVERIFY(once != before);
     // Back to the beginning, or a second save that does nothing would look the same.
     QVERIFY(tests::WriteFileBytes(path(RtlFile), before));
-    QCOMPARE(save(chosen), QString());
+    QCOMPARE(Save(chosen), QString());
     QVERIFY(Rows.rows() == rows);
     QVERIFY(Asked.isEmpty());
     QCOMPARE(Proposed, (QStringList{path(RtlFile), path(RtlFile)}));
@@ -382,12 +382,12 @@ void AlignmentSaveTest::aDriverThatTheUserLeavesOutDoesNotStopTheRun()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"a.ad"_s), SdrType::AirSpy, {{"A", 9}}));
     QVERIFY(WriteAlignmentFile(imported(u"r.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
-    load({u"a.ad"_s, u"r.ad"_s});
+    LoadStation({u"a.ad"_s, u"r.ad"_s});
     const QByteArray airspy = tests::FileBytes(path(AirspyFile));
     AnswerToFile = [](const QString &proposal) {
         return proposal.endsWith(AirspyFile) ? QString() : proposal; // the first driver is cancelled
     };
-    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Proposed, (QStringList{path(AirspyFile), path(RtlFile)}));
     QCOMPARE(tests::FileBytes(path(AirspyFile)), airspy);
     QCOMPARE(TableBytes(path(RtlFile)), TableBytes(imported(u"r.ad"_s)));
@@ -399,9 +399,9 @@ void AlignmentSaveTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"a.ad"_s), SdrType::AirSpy, {{"A", 9}}));
     QVERIFY(WriteAlignmentFile(imported(u"r.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
-    load({u"a.ad"_s, u"r.ad"_s});
+    LoadStation({u"a.ad"_s, u"r.ad"_s});
     QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
-    QCOMPARE(save(choices()), u"Version Missmatched"_s);
+    QCOMPARE(Save(Choices()), u"Version Missmatched"_s);
     QCOMPARE(Proposed, QStringList(path(AirspyFile)));
     QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(u"a.ad"_s)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
@@ -413,10 +413,10 @@ void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    load();
+    LoadStation();
     Rows.Clear();
     QCOMPARE(Rows.ReadFile(imported(u"i.ad"_s)), QString());
-    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Asked, QStringList(Rtl));
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
@@ -425,8 +425,8 @@ void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
 void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
 {
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
-    load({u"i.ad"_s});
-    QCOMPARE(save(choices()), QString());
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Asked, QStringList(Rtl));
     QCOMPARE(Proposed, QStringList(path(RtlFile)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), tests::FileBytes(imported(u"i.ad"_s)));
@@ -442,8 +442,8 @@ void AlignmentSaveTest::aDriverWithoutAFileTakesCheckedTablesOfSeveralImports()
          {QStringList{u"i.ad"_s, u"k.ad"_s}, QStringList{u"k.ad"_s, u"i.ad"_s}}) {
         QFile::remove(path(RtlFile));
         Rows.Clear();
-        load(imports);
-        QCOMPARE(save(choices()), QString());
+        LoadStation(imports);
+        QCOMPARE(Save(Choices()), QString());
         const auto after = TableBytes(path(RtlFile));
         QCOMPARE(after.size(), 3);
         QCOMPARE(after["A"], first["A"]);
@@ -456,9 +456,9 @@ void AlignmentSaveTest::aDriverOfAnUnknownTypeKeepsItsFileName()
 {
     const QString file = path(u"TarnvikDriver_Seven.ad"_s);
     QVERIFY(WriteAlignmentFile(file, static_cast<SdrType>(7), {{"A", 5}}));
-    load();
+    LoadStation();
     const QByteArray before = tests::FileBytes(file);
-    QCOMPARE(save(choices()), QString());
+    QCOMPARE(Save(Choices()), QString());
     QCOMPARE(Asked, QStringList(u"Driver 7"_s));
     QCOMPARE(Proposed, QStringList(file));
     QCOMPARE(tests::FileBytes(file), before);
@@ -489,8 +489,8 @@ void AlignmentSaveTest::anErrorIsReported()
     const QString import = imported(u"i.ad"_s);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(import, SdrType::RtlSdr, {{"A", 9}}));
-    load({u"i.ad"_s});
-    QList<AlignmentChoice> chosen = choices();
+    LoadStation({u"i.ad"_s});
+    QList<AlignmentChoice> chosen = Choices();
     if (what == QLatin1String("damaged target")) {
         QVERIFY(tests::WriteFileBytes(path(RtlFile), "rubbish"));
     } else if (what == QLatin1String("folder as target")) {
@@ -507,7 +507,7 @@ void AlignmentSaveTest::anErrorIsReported()
         chosen.first().checked = false;
     }
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    QCOMPARE(save(chosen), message);
+    QCOMPARE(Save(chosen), message);
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
@@ -538,9 +538,9 @@ void AlignmentSaveTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
     QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
     store.Tables.Head->Table->DataSetCapacity = static_cast<std::uint8_t>(capacity);
     QCOMPARE(store.SaveFile(import), AlignResult::Ok);
-    load({u"i.ad"_s});
+    LoadStation({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(file);
-    QCOMPARE(save(choices()), u"Internal Error"_s);
+    QCOMPARE(Save(Choices()), u"Internal Error"_s);
     QVERIFY(Proposed.isEmpty());
     QCOMPARE(tests::FileBytes(file), before);
 }
@@ -561,12 +561,12 @@ void AlignmentSaveTest::withoutMemoryTheSaveEnds()
     QFETCH(QString, message);
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
-    load({u"i.ad"_s});
+    LoadStation({u"i.ad"_s});
     const QByteArray before = tests::FileBytes(path(RtlFile));
-    const QList<AlignmentChoice> chosen = choices();
+    const QList<AlignmentChoice> chosen = Choices();
     {
         const tests::AllocationLimit limit(allocations);
-        QCOMPARE(save(chosen), message);
+        QCOMPARE(Save(chosen), message);
     }
     QVERIFY(Proposed.isEmpty());
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);

@@ -156,11 +156,11 @@ private slots:
     void installFailsWithoutHandlerOrWhenThereIsOneAlready();
 
 private:
-    static DWORD runSelf(const QString &argument);
+    static DWORD RunSelf(const QString &argument);
 };
 
 /// Runs this program with an argument in a console of its own; returns its exit code.
-DWORD ControlEventsWindowsTest::runSelf(const QString &argument)
+DWORD ControlEventsWindowsTest::RunSelf(const QString &argument)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -181,7 +181,7 @@ void ControlEventsWindowsTest::anEventMeetsTheHandler_data()
 void ControlEventsWindowsTest::anEventMeetsTheHandler()
 {
     QFETCH(int, index);
-    QCOMPARE(runSelf(QString::number(index)), Cases[index].ExitCode);
+    QCOMPARE(RunSelf(QString::number(index)), Cases[index].ExitCode);
 }
 
 void ControlEventsWindowsTest::aDetachedRecorderDoesNotGetIt()
@@ -189,7 +189,7 @@ void ControlEventsWindowsTest::aDetachedRecorderDoesNotGetIt()
     tools::RecorderReport report;
     report.setOption("INTERVAL_MS", "50");
     report.setOption("STATUS", "none");
-    QCOMPARE(runSelf(u"recorder"_s), DWORD{Survived});
+    QCOMPARE(RunSelf(u"recorder"_s), DWORD{Survived});
     QCOMPARE(report.count(u"ready"_s), 1);
     QCOMPARE(report.count(u"terminate-request"_s), 0);
 }

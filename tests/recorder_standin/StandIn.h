@@ -46,23 +46,23 @@ public:
     }
     Q_DISABLE_COPY_MOVE(StandIn)
 
-    void start() { Process.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly); }
+    void Start() { Process.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly); }
     /// Takes in what the process has printed; true when a line of standard output equals the text given.
-    bool hasPrinted(const QString &line)
+    bool HasPrinted(const QString &line)
     {
-        collect();
+        Collect();
         return standardLines().contains(line);
     }
     /// Waits for the end; true when it was an ordinary one with this exit code.
-    bool endsWith(int exitCode)
+    bool EndsWith(int exitCode)
     {
         if (Process.state() != QProcess::NotRunning)
             Process.waitForFinished();
-        collect();
+        Collect();
         return Process.error() == QProcess::UnknownError && Process.state() == QProcess::NotRunning &&
                Process.exitStatus() == QProcess::NormalExit && Process.exitCode() == exitCode;
     }
-    void collect()
+    void Collect()
     {
         Standard += Process.readAllStandardOutput();
         Error += Process.readAllStandardError();

@@ -68,12 +68,12 @@ void StandInRecorderLinuxTest::theStatusFileKeepsItsInode()
     QVERIFY(inode != 0);
     Report->setOption("STATUS", status);
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     for (int sequenceNr = 1; sequenceNr <= 10; ++sequenceNr) {
-        QTRY_VERIFY(recorder.hasPrinted(u"stand-in: status %1 written"_s.arg(sequenceNr)));
+        QTRY_VERIFY(recorder.HasPrinted(u"stand-in: status %1 written"_s.arg(sequenceNr)));
         QCOMPARE(Inode(RecorderStatusFile()), inode);
     }
-    // Empty for a moment each time.
+    // The file is empty for a moment each time.
     QTRY_VERIFY(QFileInfo(RecorderStatusFile()).size() > 0);
 }
 

@@ -90,8 +90,8 @@ void StandInRecorderTest::theStatusFileHoldsAllFourValues()
 {
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
     const tests::StandInStatus status = ReadStatus();
     QCOMPARE(status.SequenceNr, 1U);
     QCOMPARE(status.LastAction, 1);
@@ -117,8 +117,8 @@ void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven()
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     Report->setOption("MESSAGE", message.toLocal8Bit());
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
     QCOMPARE(ReadStatus().Message, message);
 }
 
@@ -127,8 +127,8 @@ void StandInRecorderTest::theSequenceNumberRisesByOneWithEachChange()
     Report->setOption("INTERVAL_MS", "20");
     Report->setOption("EXIT_AFTER_MS", "500");
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(0));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(0));
     const QStringList lines = recorder.standardLines();
     QVERIFY(lines.size() > 5);
     for (qsizetype i = 0; i < lines.size(); ++i)
@@ -140,7 +140,7 @@ void StandInRecorderTest::withoutMessageOfOnesOwnTheBuiltInOnesFollowEachOther()
 {
     Report->setOption("INTERVAL_MS", "50");
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     QSet<QString> messages;
     bool multiLine = false;
     const auto read = [&] {
@@ -165,9 +165,9 @@ void StandInRecorderTest::theFileIsRewrittenInPlaceSoThatAWatcherKeepsReporting(
     QSignalSpy changes(&watcher, &QFileSystemWatcher::fileChanged);
     Report->setOption("INTERVAL_MS", "50");
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     for (const quint32 sequenceNr : {2U, 4U, 6U, 8U}) {
-        QTRY_VERIFY(recorder.hasPrinted(StatusLine(sequenceNr)));
+        QTRY_VERIFY(recorder.HasPrinted(StatusLine(sequenceNr)));
         changes.clear();
         QTRY_VERIFY(!changes.isEmpty());
         QCOMPARE(watcher.files(), QStringList{RecorderStatusFile()});
@@ -177,11 +177,11 @@ void StandInRecorderTest::theFileIsRewrittenInPlaceSoThatAWatcherKeepsReporting(
 void StandInRecorderTest::theDefaultIntervalIsASecond()
 {
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
     QElapsedTimer timer;
     timer.start();
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(2)), tests::Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.HasPrinted(StatusLine(2)), tests::Patience);
     // Generous: a busy machine may show us the first line late.
     QVERIFY2(timer.elapsed() > 500, qPrintable(QString::number(timer.elapsed())));
     QVERIFY2(timer.elapsed() < 5'000, qPrintable(QString::number(timer.elapsed())));
@@ -192,8 +192,8 @@ void StandInRecorderTest::withInterval0ItStaysSilent()
     Report->setOption("INTERVAL_MS", "0");
     Report->setOption("EXIT_AFTER_MS", "1500");
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(0));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(0));
     QCOMPARE(recorder.standardLines(), QStringList());
     QCOMPARE(recorder.errorLines(), QStringList());
     QVERIFY(!QFile::exists(RecorderStatusFile()));
@@ -204,8 +204,8 @@ void StandInRecorderTest::withStatusNoneNoFileIsWritten()
     Report->setOption("INTERVAL_MS", "20");
     Report->setOption("STATUS", "none");
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(5)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(5)));
     QVERIFY(!QFile::exists(RecorderStatusFile()));
 }
 
@@ -214,8 +214,8 @@ void StandInRecorderTest::aDamagedFileCannotBeRead()
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     Report->setOption("STATUS", "damaged");
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
     QVERIFY(QFileInfo(RecorderStatusFile()).size() > 0);
     const QSettings status(RecorderStatusFile(), QSettings::IniFormat);
     // The first access to a key notices the errors.
@@ -228,8 +228,8 @@ void StandInRecorderTest::aHugeFileHas64MiB()
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     Report->setOption("STATUS", "huge");
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.hasPrinted(StatusLine(1)), tests::Patience);
+    recorder.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.HasPrinted(StatusLine(1)), tests::Patience);
     QFile file(RecorderStatusFile());
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(file.size() >= 64 * 1024 * 1024);
@@ -241,10 +241,10 @@ void StandInRecorderTest::bothOutputChannelsAreUsed()
 {
     Report->setOption("INTERVAL_MS", "20");
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(10)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(10)));
     const auto errorLines = [&recorder] {
-        recorder.collect();
+        recorder.Collect();
         return recorder.errorLines();
     };
     const QString line = u"stand-in: a line on the error channel, %1"_s;
@@ -270,8 +270,8 @@ void StandInRecorderTest::itEndsByItselfWithACode()
     if (!code.isEmpty())
         Report->setOption("EXIT_CODE", code);
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(exitCode));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(exitCode));
     const QList<tools::RecorderEvent> events = Report->events();
     QCOMPARE(events.size(), 3);
     QCOMPARE(events[0].Event, u"started"_s);
@@ -285,7 +285,7 @@ void StandInRecorderTest::itCrashes()
     Report->setOption("INTERVAL_MS", "0");
     Report->setOption("CRASH_AFTER_MS", "100");
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     QVERIFY(recorder.Process.waitForFinished());
     // Some Windows run-time libraries end an aborted program with exit code 3.
     QVERIFY(recorder.Process.exitStatus() == QProcess::CrashExit || recorder.Process.exitCode() == 3);
@@ -297,10 +297,10 @@ void StandInRecorderTest::itEndsOnTheQuitRequest()
 {
     Report->setOption("INTERVAL_MS", QByteArray::number(Never));
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     QTRY_VERIFY(Report->recorderListens());
     SendQuit();
-    QVERIFY(recorder.endsWith(0));
+    QVERIFY(recorder.EndsWith(0));
     QCOMPARE(recorder.standardLines().last(), u"stand-in: asked to quit"_s);
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 1);
@@ -312,11 +312,11 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
     Report->setOption("INTERVAL_MS", "50");
     Report->setOption("IGNORE_QUIT", "1");
     StandIn recorder;
-    recorder.start();
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(1)));
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
     SendQuit();
     const auto after = static_cast<quint32>(recorder.standardLines().size() + 10);
-    QTRY_VERIFY(recorder.hasPrinted(StatusLine(after)));
+    QTRY_VERIFY(recorder.HasPrinted(StatusLine(after)));
     QCOMPARE(recorder.Process.state(), QProcess::Running);
     QCOMPARE(Report->count(u"quit-request"_s), 0);
 }
@@ -325,10 +325,10 @@ void StandInRecorderTest::itEndsWhenAskedToTerminate()
 {
     Report->setOption("INTERVAL_MS", "30");
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
     recorder.Process.terminate();
-    QVERIFY(recorder.endsWith(0));
+    QVERIFY(recorder.EndsWith(0));
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 1);
     QCOMPARE(Report->count(u"quit-request"_s), 0);
@@ -339,14 +339,14 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
     Report->setOption("IGNORE_TERMINATE", "1");
     Report->setOption("INTERVAL_MS", "30");
     StandIn recorder;
-    recorder.start();
+    recorder.Start();
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
     for (int request = 1; request <= 3; ++request) {
         recorder.Process.terminate();
         QTRY_COMPARE(Report->count(u"terminate-request"_s), request);
-        recorder.collect();
+        recorder.Collect();
         const qsizetype next = recorder.standardLines().size() + 3;
-        QTRY_VERIFY(recorder.hasPrinted(u"stand-in: status %1 written"_s.arg(next)));
+        QTRY_VERIFY(recorder.HasPrinted(u"stand-in: status %1 written"_s.arg(next)));
     }
     QCOMPARE(recorder.Process.state(), QProcess::Running);
     QCOMPARE(Report->count(u"ends"_s), 0);
@@ -359,8 +359,8 @@ void StandInRecorderTest::aFloodArrivesWholeAndInOrder()
     Report->setOption("EXIT_AFTER_MS", "100");
     Report->setOption("FLOOD_LINES", QByteArray::number(lineCount));
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(0));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(0));
     const QStringList lines = recorder.standardLines();
     QCOMPARE(lines.size(), lineCount);
     for (int i = 0; i < lineCount; ++i)
@@ -372,19 +372,19 @@ void StandInRecorderTest::theReportTellsTimeProcessAndEvents()
 {
     Report->setOption("INTERVAL_MS", "0");
     Report->setOption("EXIT_AFTER_MS", "50");
-    // Of two that listen, the first to end would wake the other one: they share the semaphore.
+    // Two that listen share the semaphore: the first one to end would wake the other.
     Report->setOption("IGNORE_QUIT", "1");
     const qint64 before = SteadyMicroseconds();
     StandIn first;
-    first.start();
+    first.Start();
     QVERIFY(first.Process.waitForStarted());
     const qint64 firstProcess = first.Process.processId();
     StandIn second;
-    second.start();
+    second.Start();
     QVERIFY(second.Process.waitForStarted());
     const qint64 secondProcess = second.Process.processId();
-    QVERIFY(first.endsWith(0));
-    QVERIFY(second.endsWith(0));
+    QVERIFY(first.EndsWith(0));
+    QVERIFY(second.EndsWith(0));
     const qint64 after = SteadyMicroseconds();
     for (const qint64 process : {firstProcess, secondProcess}) {
         qint64 last = before;
@@ -409,8 +409,8 @@ void StandInRecorderTest::withoutReportFileNothingIsReported()
     Report->setOption("EXIT_AFTER_MS", "0");
     Report->setOption("REPORT", "");
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(0));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(0));
     QVERIFY(!QFile::exists(Report->file()));
 }
 
@@ -441,8 +441,8 @@ void StandInRecorderTest::aValueThatMakesNoSenseIsRefused()
     QFETCH(QByteArray, value);
     Report->setOption(option.constData(), value);
     StandIn recorder;
-    recorder.start();
-    QVERIFY(recorder.endsWith(64));
+    recorder.Start();
+    QVERIFY(recorder.EndsWith(64));
     QCOMPARE(recorder.errorLines(),
              QStringList{u"TarnvikRecord (stand-in): TARNVIK_STANDIN_%1 makes no sense"_s.arg(
                  QString::fromLatin1(option))});

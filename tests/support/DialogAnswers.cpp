@@ -9,11 +9,11 @@ namespace tests {
 
 DialogAnswers::DialogAnswers(QMessageBox::StandardButton answer) : Answer(answer)
 {
-    connect(&Timer, &QTimer::timeout, this, &DialogAnswers::look);
+    connect(&Timer, &QTimer::timeout, this, &DialogAnswers::Look);
     Timer.start(5);
 }
 
-void DialogAnswers::look()
+void DialogAnswers::Look()
 {
     auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     if (!box || !box->isVisible())

@@ -31,15 +31,15 @@ class DialogAnswers : public QObject
 public:
     explicit DialogAnswers(QMessageBox::StandardButton answer);
 
-    void setAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
-    void setAnswerTo(const QString &title, QMessageBox::StandardButton answer)
+    void SetAnswer(QMessageBox::StandardButton answer) { Answer = answer; }
+    void SetAnswerTo(const QString &title, QMessageBox::StandardButton answer)
     {
         AnswersByTitle.insert(title, answer);
     }
     [[nodiscard]] const QList<ShownBox> &boxes() const { return Boxes; }
 
 private:
-    void look();
+    void Look();
 
     QMessageBox::StandardButton Answer;
     QHash<QString, QMessageBox::StandardButton> AnswersByTitle;

@@ -14,7 +14,7 @@ namespace tests {
 FileDialogAnswers::FileDialogAnswers()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, true);
-    connect(&Timer, &QTimer::timeout, this, &FileDialogAnswers::look);
+    connect(&Timer, &QTimer::timeout, this, &FileDialogAnswers::Look);
     Timer.start(5);
 }
 
@@ -23,23 +23,23 @@ FileDialogAnswers::~FileDialogAnswers()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false);
 }
 
-void FileDialogAnswers::setFiles(const QStringList &files)
+void FileDialogAnswers::SetFiles(const QStringList &files)
 {
     Answer = Kind::Files;
     Files = files;
 }
 
-void FileDialogAnswers::setTakeOffer()
+void FileDialogAnswers::SetTakeOffer()
 {
     Answer = Kind::TakeOffer;
 }
 
-void FileDialogAnswers::setCancel()
+void FileDialogAnswers::SetCancel()
 {
     Answer = Kind::Cancel;
 }
 
-void FileDialogAnswers::look()
+void FileDialogAnswers::Look()
 {
     auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
     if (!dialog || !dialog->isVisible())

@@ -36,18 +36,18 @@ public:
     ~FileDialogAnswers() override;
 
     /// Absolute paths to be typed in.
-    void setFiles(const QStringList &files);
-    void setTakeOffer();
-    void setCancel();
+    void SetFiles(const QStringList &files);
+    void SetTakeOffer();
+    void SetCancel();
     /// Only the next dialog gets the Escape key or takes its offer, those after it get what is set.
-    void setCancelNext() { Next = Kind::Cancel; }
-    void setTakeOfferNext() { Next = Kind::TakeOffer; }
+    void SetCancelNext() { Next = Kind::Cancel; }
+    void SetTakeOfferNext() { Next = Kind::TakeOffer; }
     [[nodiscard]] const QList<OfferedFiles> &offers() const { return Offers; }
 
 private:
     enum class Kind { Cancel, TakeOffer, Files };
 
-    void look();
+    void Look();
 
     Kind Answer = Kind::Cancel;
     std::optional<Kind> Next; // instead of Answer

@@ -48,23 +48,23 @@ KnownTexts::KnownTexts(const QString &language)
     const QString own = QStringLiteral(TRANSLATIONS_FOLDER "/TarnvikControl_%1.ts").arg(language);
     const QList<TsMessage> ownTexts = ReadTsFile(own);
     for (const TsMessage &message : ownTexts)
-        add(message.Translation);
+        Add(message.Translation);
     const QList<TsMessage> qtTexts = ReadTsFile(QStringLiteral(QT_GERMAN_TEXTS));
     const bool german = language == QLatin1String("de");
     for (const TsMessage &message : qtTexts) {
         // Several words that are the same in both languages were left in English.
         const bool left = german && message.Translation == message.Source && message.Source.contains(u' ');
         if (QtContexts.contains(message.Context) && !left)
-            add(german ? message.Translation : message.Source);
+            Add(german ? message.Translation : message.Source);
     }
 }
 
-void KnownTexts::add(const QString &text)
+void KnownTexts::Add(const QString &text)
 {
     if (text.contains(u";;"_s)) { // file filters, shown one by one
         const QStringList filters = text.split(u";;"_s);
         for (const QString &filter : filters)
-            add(filter);
+            Add(filter);
         return;
     }
     static const QRegularExpression placeholder(u"%L?\\d"_s);
@@ -87,7 +87,7 @@ void KnownTexts::add(const QString &text)
     Patterns.append(Whole(pattern));
 }
 
-void KnownTexts::addData(const QString &pattern)
+void KnownTexts::AddData(const QString &pattern)
 {
     Data.append(Whole(pattern));
 }

@@ -18,7 +18,7 @@ public:
     explicit KnownTexts(const QString &language);
 
     /// Something that is the same in every language: a pattern for a whole text.
-    void addData(const QString &pattern);
+    void AddData(const QString &pattern);
 
     [[nodiscard]] bool knows(const QString &text) const;
     /// Those that are not known, each once.
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool isEmpty() const { return Patterns.isEmpty(); }
 
 private:
-    void add(const QString &text);
+    void Add(const QString &text);
     [[nodiscard]] bool knowsLine(const QString &text) const;
 
     QList<QRegularExpression> Patterns;
