@@ -3,6 +3,7 @@
 // listens, so "it listens" proves that there was none.
 #include "Common_Files/RecorderNames.h"
 #include "tests/support/Patience.h"
+#include "tests/support/RecorderFixture.h"
 #include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
 #include "tools/RecorderReport.h"
@@ -22,13 +23,11 @@ constexpr int Rounds = 10;
 
 } // namespace
 
-class TarnvikBasic_QuitTest : public QObject
+class TarnvikBasic_QuitTest : public tests::RecorderFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void aListeningRecorderEndsOnTheRequest();
     void aRequestWithoutRecorderHasNoEffectOnARecorderStartedLater();
     void aRequestAfterARecorderWasKilledDoesNotReachTheNext();
@@ -39,20 +38,7 @@ private slots:
 private:
     std::unique_ptr<QProcess> StartRecorder();
     void LeaveASemaphoreBehind();
-
-    std::unique_ptr<tools::RecorderReport> Report;
 };
-
-void TarnvikBasic_QuitTest::init()
-{
-    Report = std::make_unique<tools::RecorderReport>();
-    Report->setOption("INTERVAL_MS", "0");
-}
-
-void TarnvikBasic_QuitTest::cleanup()
-{
-    Report.reset();
-}
 
 std::unique_ptr<QProcess> TarnvikBasic_QuitTest::StartRecorder()
 {

@@ -12,12 +12,6 @@
 
 namespace tests {
 
-/// The drivers of the stations in these tests: display names and names of their files.
-inline const QString AirSpy = QStringLiteral("AirSpy");
-inline const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
-inline const QString Rtl = QStringLiteral("RTL-SDR");
-inline const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
-
 /// What every file dialog of the alignment dialog filters by.
 inline const QStringList FileFilters = {QStringLiteral("AlignFile (*.ad)"), QStringLiteral("All (*.*)")};
 

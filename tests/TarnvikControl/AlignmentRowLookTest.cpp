@@ -3,6 +3,7 @@
 #include "TarnvikControl/QDialog/AlignmentRowLook.h"
 
 #include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_merge/SampleRow.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -10,23 +11,9 @@
 using namespace Qt::StringLiterals;
 
 using tests::Day;
+using tests::SampleRow;
 
 namespace {
-
-AlignmentRow Row(AlignmentRow::State state, const char *date, const char *update = nullptr)
-{
-    AlignmentRow row;
-    row.filePath = u"present.ad"_s;
-    row.driver = u"LimeMini"_s;
-    row.hardwareId = u"0x1"_s;
-    row.alignedAt = Day(date);
-    row.state = state;
-    if (update) {
-        row.updateFilePath = u"update.ad"_s;
-        row.updateAlignedAt = Day(update);
-    }
-    return row;
-}
 
 constexpr const char *Old = "2024-01-01";
 constexpr const char *New = "2024-03-01";
@@ -50,16 +37,16 @@ void AlignmentRowLookTest::aRowIsShown_data()
     QTest::addColumn<int>("checkBox"); // -1: none
     QTest::addColumn<int>("backdrop"); // -1: none
     using enum AlignmentRow::State;
-    QTest::newRow("present") << Row(Present, Old) << "Aligned at: 2024-01-01" << -1 << -1;
-    QTest::newRow("new") << Row(NewInDataBase, Old) << "Aligned at: 2024-01-01 (New in data-base)"
+    QTest::newRow("present") << SampleRow(Present, Old) << "Aligned at: 2024-01-01" << -1 << -1;
+    QTest::newRow("new") << SampleRow(NewInDataBase, Old) << "Aligned at: 2024-01-01 (New in data-base)"
                          << int(Qt::Checked) << int(Qt::darkGreen);
     QTest::newRow("update with exactly the same date: plain text without check box")
-        << Row(UpdatePresent, Old, Old) << "Aligned at: 2024-01-01" << -1 << -1;
+        << SampleRow(UpdatePresent, Old, Old) << "Aligned at: 2024-01-01" << -1 << -1;
     QTest::newRow("older version imported: offered unchecked")
-        << Row(UpdatePresent, New, Old) << "Aligned at: 2024-03-01 (Old data from 2024-01-01 present)"
+        << SampleRow(UpdatePresent, New, Old) << "Aligned at: 2024-03-01 (Old data from 2024-01-01 present)"
         << int(Qt::Unchecked) << int(Qt::darkYellow);
     QTest::newRow("newer version imported: offered checked")
-        << Row(UpdatePresent, Old, New) << "Aligned at: 2024-01-01 (Update from 2024-03-01 present)"
+        << SampleRow(UpdatePresent, Old, New) << "Aligned at: 2024-01-01 (Update from 2024-03-01 present)"
         << int(Qt::Checked) << int(Qt::darkGreen);
 }
 
@@ -77,7 +64,7 @@ void AlignmentRowLookTest::aRowIsShown()
 
 void AlignmentRowLookTest::datesOfOneDayAreBothNamed()
 {
-    AlignmentRow row = Row(AlignmentRow::Present, Old);
+    AlignmentRow row = SampleRow(AlignmentRow::Present, Old);
     row.AddVersion(u"more.ad"_s, Day(Old) + 1);
     QCOMPARE(LookOf(row).Text, u"Aligned at: 2024-01-01 (Update from 2024-01-01 present)"_s);
 }

@@ -2,10 +2,8 @@
 // Import into the alignment dialog: by button, by drop, with the file dialogs and message boxes.
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
-#include "tests/TarnvikControl/AlignmentDialogFixture.h"
+#include "tests/TarnvikControl/AnsweredDialogFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/DialogAnswers.h"
-#include "tests/support/FileDialogAnswers.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
@@ -18,21 +16,18 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 using tests::AlignmentDialogFixture;
 using tests::ImportFile;
 using tests::Rtl;
 
-class QDlgAlignmentCfg_FilesTest : public QObject
+class QDlgAlignmentCfg_FilesTest : public tests::AnsweredDialogFixture
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
 
     void theImportDialogStartsOnTheDesktopThenWhereTheLastImportWas();
     void severalFilesAreImportedAtOnce();
@@ -49,27 +44,12 @@ private:
     /// accepted.
     void Send(QEvent &event);
     Qt::DropAction Drop(QMimeData &data);
-
-    std::unique_ptr<AlignmentDialogFixture> Shown;
-    std::unique_ptr<tests::DialogAnswers> Answers;
-    std::unique_ptr<tests::FileDialogAnswers> Files;
 };
 
 void QDlgAlignmentCfg_FilesTest::init()
 {
-    QVERIFY(AlignmentDialogFixture::PrepareFolders());
     QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)));
-    QVERIFY(tests::WriteStationWithImports());
-    Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Yes);
-    Files = std::make_unique<tests::FileDialogAnswers>();
-    Shown = std::make_unique<AlignmentDialogFixture>();
-}
-
-void QDlgAlignmentCfg_FilesTest::cleanup()
-{
-    Shown.reset();
-    Files.reset();
-    Answers.reset();
+    AnsweredDialogFixture::init();
 }
 
 void QDlgAlignmentCfg_FilesTest::Send(QEvent &event)

@@ -3,10 +3,8 @@
 // meets.
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 
-#include "tests/TarnvikControl/AlignmentDialogFixture.h"
+#include "tests/TarnvikControl/AnsweredDialogFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
-#include "tests/support/DialogAnswers.h"
-#include "tests/support/FileDialogAnswers.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
@@ -18,7 +16,6 @@
 #include <QMap>
 
 #include <functional>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +36,7 @@ namespace {
 const QString RtlImport = u"r.ad"_s;
 const QString AirspyImport = u"a.ad"_s;
 
-/// What Qt's file dialog asks when the chosen file exists has the file dialog's title.
+/// The title of the file dialog, and of its question whether to replace a file.
 const QString ExportTitle = u"Choose alignment file for exporting"_s;
 const QString ErrorTitle = u"Export alignment data"_s;
 
@@ -88,14 +85,11 @@ bool WasWritten(const QString &path)
 
 } // namespace
 
-class QDlgAlignmentCfg_SaveTest : public QObject
+class QDlgAlignmentCfg_SaveTest : public tests::AnsweredDialogFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void theSaveDialogOffersTheDriversFile();
     void anOlderVersionCheckedByTheUserReplacesTheNewer();
     void twoCheckedTablesOfOneImportedFileAreBothTaken();
@@ -124,27 +118,7 @@ private:
     void Save() { Shown->button(u"Save..."_s).click(); }
     void SetChecked(const QString &hardwareId, bool checked);
     [[nodiscard]] QStringList titles() const;
-
-    std::unique_ptr<AlignmentDialogFixture> Shown;
-    std::unique_ptr<tests::DialogAnswers> Answers;
-    std::unique_ptr<tests::FileDialogAnswers> Files;
 };
-
-void QDlgAlignmentCfg_SaveTest::init()
-{
-    QVERIFY(AlignmentDialogFixture::PrepareFolders());
-    QVERIFY(tests::WriteStationWithImports());
-    Answers = std::make_unique<tests::DialogAnswers>(QMessageBox::Yes);
-    Files = std::make_unique<tests::FileDialogAnswers>();
-    Shown = std::make_unique<AlignmentDialogFixture>();
-}
-
-void QDlgAlignmentCfg_SaveTest::cleanup()
-{
-    Shown.reset();
-    Files.reset();
-    Answers.reset();
-}
 
 void QDlgAlignmentCfg_SaveTest::Import(const QStringList &names)
 {

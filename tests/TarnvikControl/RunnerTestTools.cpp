@@ -83,14 +83,8 @@ QString Timeline::faultInPause(qsizetype end, std::chrono::milliseconds expected
 
 void RunnerTest::init()
 {
-    Report = std::make_unique<tools::RecorderReport>();
-    Report->setOption("INTERVAL_MS", "0");
+    RecorderFixture::init();
     HookCalls.clear();
-}
-
-void RunnerTest::cleanup()
-{
-    Report.reset();
 }
 
 } // namespace tests

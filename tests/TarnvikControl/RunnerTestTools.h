@@ -3,10 +3,9 @@
 #pragma once
 
 #include "TarnvikControl/QAsyncWatchExec.h"
-#include "tools/RecorderReport.h"
+#include "tests/support/RecorderFixture.h"
 
 #include <QList>
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -57,17 +56,13 @@ private:
     std::shared_ptr<Notes> TheNotes; // shared with the runner's connections, which may outlive this object
 };
 
-/// Base of the runner's test classes: a fresh report of the stand-in recorders for each test function.
-class RunnerTest : public QObject
+/// Base of the runner's test classes: for each test function no calls in HookCalls.
+class RunnerTest : public RecorderFixture
 {
     Q_OBJECT
 
-protected:
-    std::unique_ptr<tools::RecorderReport> Report;
-
-private slots:
+protected slots:
     void init();
-    void cleanup();
 };
 
 } // namespace tests

@@ -3,6 +3,7 @@
 // for it.
 #include "alignment/AlignStore.h"
 
+#include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
 #include "tools/AlignmentGenerator.h"
@@ -11,7 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -85,12 +85,11 @@ constexpr QFileDevice::Permissions EverybodyReadsAndWrites =
 
 } // namespace
 
-class AlignFileLinuxTest : public QObject
+class AlignFileLinuxTest : public tests::AlignmentFileFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void saveToAFullDiskGives9_data();
     void saveToAFullDiskGives9();
     void saveToADiskThatFillsUpGives9WhereverThatHappens();
@@ -101,18 +100,7 @@ private slots:
     void pathWithBytesThatAreNoLetters();
     void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data();
     void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty();
-
-private:
-    QString Path;
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void AlignFileLinuxTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-    Path = Folder->filePath(u"file.ad"_s);
-}
 
 void AlignFileLinuxTest::saveToAFullDiskGives9_data()
 {
@@ -191,7 +179,7 @@ void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas(
 {
     AlignStore store;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
-    const QString readable = Folder->filePath(u"readable.ad"_s);
+    const QString readable = path(u"readable.ad"_s);
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
     QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
@@ -215,7 +203,7 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
 {
     AlignStore store;
     QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
-    const QString writable = Folder->filePath(u"writable.ad"_s);
+    const QString writable = path(u"writable.ad"_s);
     QVERIFY(tests::WriteFileBytes(Path, "untouched"));
     QVERIFY(tests::WriteFileBytes(writable, "replaced"));
     QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
@@ -240,9 +228,9 @@ void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()
     // Half a letter cannot be written as UTF-8; whatever comes of it must be an error or a file, no crash.
     AlignStore store;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
-    const QString path = Folder->filePath(QString(QChar(0xDC00)) + u".ad"_s);
-    QCOMPARE(store.SaveFile(path), AlignResult::Ok);
-    QCOMPARE(store.LoadFile(path, store.ImportTables, true), AlignResult::Ok);
+    const QString file = path(QString(QChar(0xDC00)) + u".ad"_s);
+    QCOMPARE(store.SaveFile(file), AlignResult::Ok);
+    QCOMPARE(store.LoadFile(file, store.ImportTables, true), AlignResult::Ok);
 }
 
 void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data()

@@ -2,16 +2,15 @@
 // Loading alignment files: good ones, and one test for each way in which a file can be wrong.
 #include "alignment/AlignStore.h"
 
+#include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -33,13 +32,11 @@ QByteArray WithByte(QByteArray bytes, qsizetype position, int value)
 
 } // namespace
 
-class AlignFileLoadTest : public QObject
+class AlignFileLoadTest : public tests::AlignmentFileFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-
     void loadingThe150BytesBackWithAdoptionGivesAnEqualTable();
     void loadingThe150BytesIntoAStoreWhoseSdrTypeIs2WithoutAdoptionGives18AndAnEmptyList();
     void everyFieldOfADataSetIsRead();
@@ -55,18 +52,7 @@ private slots:
     void versionMessage();
     void loadOfAMissingFileGives9AndLeavesTheListAsItWas();
     void loadOfAFolderGives9AndLeavesTheListAsItWas();
-
-private:
-    QString Path;
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void AlignFileLoadTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-    Path = Folder->filePath(u"TarnvikDriver_LimeMini.ad"_s);
-}
 
 void AlignFileLoadTest::loadingThe150BytesBackWithAdoptionGivesAnEqualTable()
 {
@@ -353,7 +339,7 @@ void AlignFileLoadTest::loadOfAMissingFileGives9AndLeavesTheListAsItWas()
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
     QCOMPARE(store.LoadFile(Path, store.Tables, true), AlignResult::FileError);
     QCOMPARE(store.LoadFile(QString(), store.Tables, true), AlignResult::FileError);
-    const QString halfALetter = Folder->filePath(QString(QChar(0xD83D))); // no letter without its other half
+    const QString halfALetter = path(QString(QChar(0xD83D))); // no letter without its other half
     QCOMPARE(store.LoadFile(halfALetter, store.Tables, true), AlignResult::FileError);
     QCOMPARE(tests::HwIdsOf(store.Tables), QList<QByteArray>{"ABC"});
     QCOMPARE(store.SdrType, SdrType::RtlSdr);

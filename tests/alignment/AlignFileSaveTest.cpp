@@ -2,13 +2,13 @@
 // Saving alignment files: the bytes of the format, what is refused, and where files may lie.
 #include "alignment/AlignStore.h"
 
+#include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
 #include "tools/AlignmentGenerator.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -22,13 +22,11 @@ using tests::RtlSdrFile;
 using tests::TableChunk;
 using tests::WordCrcChunk;
 
-class AlignFileSaveTest : public QObject
+class AlignFileSaveTest : public tests::AlignmentFileFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-
     void oneLimeMiniTableSavesTo150Bytes();
     void dataSetIsWrittenByteForByte();
     void typeOfATableOfAnUnknownTypeIsKept_data();
@@ -47,18 +45,7 @@ private slots:
     void pathWithNonAsciiLetters_data();
     void pathWithNonAsciiLetters();
     void loadAndSave65535Tables();
-
-private:
-    QString Path;
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void AlignFileSaveTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-    Path = Folder->filePath(u"TarnvikDriver_LimeMini.ad"_s);
-}
 
 void AlignFileSaveTest::oneLimeMiniTableSavesTo150Bytes()
 {
@@ -201,7 +188,7 @@ void AlignFileSaveTest::saveOfAnEmptyListGives22AndLeavesTheFileUntouched()
     QVERIFY(store.AppendNewTable(store.ImportTables) != nullptr); // not what is saved
     QCOMPARE(store.SaveFile(Path), AlignResult::ListIsEmpty);
     QCOMPARE(tests::FileBytes(Path), QByteArray("untouched"));
-    const QString missing = Folder->filePath(u"missing.ad"_s);
+    const QString missing = path(u"missing.ad"_s);
     QCOMPARE(store.SaveFile(missing), AlignResult::ListIsEmpty);
     QVERIFY(!QFileInfo::exists(missing));
 }
@@ -277,7 +264,7 @@ void AlignFileSaveTest::saveIntoAMissingFolderGives9()
 {
     AlignStore store;
     QVERIFY(store.AppendNewTable(store.Tables) != nullptr);
-    QCOMPARE(store.SaveFile(Folder->filePath(u"missing/file.ad"_s)), AlignResult::FileError);
+    QCOMPARE(store.SaveFile(path(u"missing/file.ad"_s)), AlignResult::FileError);
     QCOMPARE(store.SaveFile(QString()), AlignResult::FileError);
     QCOMPARE(store.Tables.Count, std::uint16_t{1});
 }
@@ -304,10 +291,10 @@ void AlignFileSaveTest::pathWithNonAsciiLetters()
     QFETCH(QString, name);
     AlignStore store;
     QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
-    const QString path = Folder->filePath(name);
-    QCOMPARE(store.SaveFile(path), AlignResult::Ok);
+    const QString file = path(name);
+    QCOMPARE(store.SaveFile(file), AlignResult::Ok);
     QCOMPARE(QDir(Folder->path()).entryList(QDir::Files), QStringList{name});
-    QCOMPARE(store.LoadFile(path, store.ImportTables, false), AlignResult::Ok);
+    QCOMPARE(store.LoadFile(file, store.ImportTables, false), AlignResult::Ok);
     QCOMPARE(tests::HwIdsOf(store.ImportTables), QList<QByteArray>{"ABC"});
 }
 

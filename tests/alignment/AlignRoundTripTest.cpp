@@ -2,11 +2,11 @@
 // Generated stores are saved, loaded and saved again.
 #include "alignment/AlignStore.h"
 
+#include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
 #include "tools/AlignmentGenerator.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -14,30 +14,18 @@
 
 using namespace Qt::StringLiterals;
 
-class AlignRoundTripTest : public QObject
+class AlignRoundTripTest : public tests::AlignmentFileFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void generatedStoresComeBackEqualAndGiveTheSameBytes();
     void sameSeedGivesTheSameStore();
     void fullTablesComeBackEqual_data();
     void fullTablesComeBackEqual();
     void demonstrationTablesHaveReadableIdsOfTheirOwn();
     void loadedTablesMergeIntoAnotherStore();
-
-private:
-    QString Path;
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void AlignRoundTripTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-    Path = Folder->filePath(u"round trip.ad"_s);
-}
 
 void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
 {
@@ -49,7 +37,7 @@ void AlignRoundTripTest::generatedStoresComeBackEqualAndGiveTheSameBytes()
     bool bytesBehindTheNul = false;
     qsizetype greatestFile = 0;
 
-    const QString secondPath = Folder->filePath(u"second.ad"_s);
+    const QString secondPath = path(u"second.ad"_s);
     for (std::uint64_t seed = 0; seed < 2000; ++seed) {
         tools::AlignmentGenerator generator(seed);
         AlignStore store;
@@ -164,7 +152,7 @@ void AlignRoundTripTest::loadedTablesMergeIntoAnotherStore()
         selection.push_back({id.toStdString(), 0});
     QCOMPARE(store.MergeTables(store.Tables, store.ImportTables, selection), AlignResult::Ok);
     AlignStore::ClearList(store.ImportTables);
-    const QString secondPath = Folder->filePath(u"second.ad"_s);
+    const QString secondPath = path(u"second.ad"_s);
     QCOMPARE(store.SaveFile(secondPath), AlignResult::Ok);
     QVERIFY(tests::FileBytes(secondPath) == tests::FileBytes(Path));
 }

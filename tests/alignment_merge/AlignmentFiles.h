@@ -13,6 +13,12 @@
 
 namespace tests {
 
+/// Two drivers: display names and names of their files.
+inline const QString AirSpy = QStringLiteral("AirSpy");
+inline const QString AirspyFile = QStringLiteral("TarnvikDriver_Airspy.ad");
+inline const QString Rtl = QStringLiteral("RTL-SDR");
+inline const QString RtlFile = QStringLiteral("TarnvikDriver_RtlSdr.ad");
+
 /// A table of a file.
 struct FileTable
 {

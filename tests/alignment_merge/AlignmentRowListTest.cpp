@@ -6,13 +6,11 @@
 #include "tests/alignment/FailingAllocations.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/alignment_merge/RowsInWords.h"
+#include "tests/support/FolderFixture.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QTemporaryDir>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -26,14 +24,11 @@ const QString AllFiles = u"*.ad"_s;
 
 } // namespace
 
-class AlignmentRowListTest : public QObject
+class AlignmentRowListTest : public tests::FolderFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { Folder.reset(); }
-
     void aFileGivesRowsInItsOrder();
     void aFileThatCannotBeReadGivesAMessageAndNoRow_data();
     void aFileThatCannotBeReadGivesAMessageAndNoRow();
@@ -51,18 +46,7 @@ private slots:
     void anEmptyOrMissingFolderGivesNoRowAndNoMessage();
     void aDamagedFileInTheFolderLeavesOutItsTablesOnly();
     void sortingKeepsEveryRowFindable();
-
-private:
-    [[nodiscard]] QString path(const QString &name) const { return Folder->filePath(name); }
-
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void AlignmentRowListTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-}
 
 void AlignmentRowListTest::aFileGivesRowsInItsOrder()
 {

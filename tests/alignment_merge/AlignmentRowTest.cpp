@@ -3,6 +3,7 @@
 #include "alignment_merge/AlignmentRow.h"
 
 #include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_merge/SampleRow.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -12,23 +13,9 @@
 using namespace Qt::StringLiterals;
 
 using tests::Day;
+using tests::SampleRow;
 
 namespace {
-
-AlignmentRow Row(AlignmentRow::State state, const char *date, const char *update = nullptr)
-{
-    AlignmentRow row;
-    row.filePath = u"present.ad"_s;
-    row.driver = u"LimeMini"_s;
-    row.hardwareId = u"0x1"_s;
-    row.alignedAt = Day(date);
-    row.state = state;
-    if (update) {
-        row.updateFilePath = u"update.ad"_s;
-        row.updateAlignedAt = Day(update);
-    }
-    return row;
-}
 
 AlignmentRow From(const QString &file, AlignmentRow row)
 {
@@ -71,29 +58,32 @@ void AlignmentRowTest::oneMoreVersionChangesTheRow_data()
     using enum AlignmentRow::State;
     const QString more = u"more.ad"_s;
 
-    QTest::newRow("present, the same date: nothing changes") << Row(Present, Old) << Old << Row(Present, Old);
+    QTest::newRow("present, the same date: nothing changes")
+        << SampleRow(Present, Old) << Old << SampleRow(Present, Old);
     QTest::newRow("present, a later date: an update")
-        << Row(Present, Old) << New << WithUpdateFrom(more, Row(UpdatePresent, Old, New));
+        << SampleRow(Present, Old) << New << WithUpdateFrom(more, SampleRow(UpdatePresent, Old, New));
     QTest::newRow("present, an earlier date: old data beside it")
-        << Row(Present, New) << Old << WithUpdateFrom(more, Row(UpdatePresent, New, Old));
+        << SampleRow(Present, New) << Old << WithUpdateFrom(more, SampleRow(UpdatePresent, New, Old));
 
     QTest::newRow("new, the same date: nothing changes")
-        << Row(NewInDataBase, Old) << Old << Row(NewInDataBase, Old);
+        << SampleRow(NewInDataBase, Old) << Old << SampleRow(NewInDataBase, Old);
     QTest::newRow("new, an earlier date: nothing changes")
-        << Row(NewInDataBase, New) << Old << Row(NewInDataBase, New);
+        << SampleRow(NewInDataBase, New) << Old << SampleRow(NewInDataBase, New);
     QTest::newRow("new, a later date: the later file takes its place")
-        << Row(NewInDataBase, Old) << New << From(more, Row(NewInDataBase, New));
+        << SampleRow(NewInDataBase, Old) << New << From(more, SampleRow(NewInDataBase, New));
 
     QTest::newRow("update present, the date of the present version: nothing changes")
-        << Row(UpdatePresent, Middle, Old) << Middle << Row(UpdatePresent, Middle, Old);
+        << SampleRow(UpdatePresent, Middle, Old) << Middle << SampleRow(UpdatePresent, Middle, Old);
     QTest::newRow("update present, the date of the update: nothing changes")
-        << Row(UpdatePresent, Old, New) << New << Row(UpdatePresent, Old, New);
+        << SampleRow(UpdatePresent, Old, New) << New << SampleRow(UpdatePresent, Old, New);
     QTest::newRow("update present, a date before the update: nothing changes")
-        << Row(UpdatePresent, Old, New) << Middle << Row(UpdatePresent, Old, New);
+        << SampleRow(UpdatePresent, Old, New) << Middle << SampleRow(UpdatePresent, Old, New);
     QTest::newRow("update present, a date after the update: the later one takes its place")
-        << Row(UpdatePresent, Old, Middle) << New << WithUpdateFrom(more, Row(UpdatePresent, Old, New));
+        << SampleRow(UpdatePresent, Old, Middle) << New
+        << WithUpdateFrom(more, SampleRow(UpdatePresent, Old, New));
     QTest::newRow("old data present, a later date: it takes the place of the old data")
-        << Row(UpdatePresent, Middle, Old) << New << WithUpdateFrom(more, Row(UpdatePresent, Middle, New));
+        << SampleRow(UpdatePresent, Middle, Old) << New
+        << WithUpdateFrom(more, SampleRow(UpdatePresent, Middle, New));
 }
 
 void AlignmentRowTest::oneMoreVersionChangesTheRow()
@@ -110,7 +100,7 @@ void AlignmentRowTest::oneMoreVersionChangesTheRow()
 
 void AlignmentRowTest::datesAreComparedToTheSecond()
 {
-    AlignmentRow row = Row(AlignmentRow::Present, Old);
+    AlignmentRow row = SampleRow(AlignmentRow::Present, Old);
     row.AddVersion(u"more.ad"_s, Day(Old) + 1);
     QCOMPARE(row.state, AlignmentRow::UpdatePresent);
     QCOMPARE(OfferOf(row), AlignmentOffer::NewerVersion);
@@ -129,13 +119,13 @@ void AlignmentRowTest::aRowOffersWhatWasImported_data()
     QTest::addColumn<bool>("taken");
     using enum AlignmentRow::State;
     using enum AlignmentOffer;
-    QTest::newRow("present") << Row(Present, Old) << Nothing << false;
-    QTest::newRow("new") << Row(NewInDataBase, Old) << NewTable << true;
+    QTest::newRow("present") << SampleRow(Present, Old) << Nothing << false;
+    QTest::newRow("new") << SampleRow(NewInDataBase, Old) << NewTable << true;
     QTest::newRow("update with exactly the same date: no offer")
-        << Row(UpdatePresent, Old, Old) << Nothing << false;
+        << SampleRow(UpdatePresent, Old, Old) << Nothing << false;
     QTest::newRow("older version imported: not taken unless asked for")
-        << Row(UpdatePresent, New, Old) << OlderVersion << false;
-    QTest::newRow("newer version imported") << Row(UpdatePresent, Old, New) << NewerVersion << true;
+        << SampleRow(UpdatePresent, New, Old) << OlderVersion << false;
+    QTest::newRow("newer version imported") << SampleRow(UpdatePresent, Old, New) << NewerVersion << true;
 }
 
 void AlignmentRowTest::aRowOffersWhatWasImported()

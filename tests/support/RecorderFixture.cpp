@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/RecorderFixture.h"
+
+namespace tests {
+
+void RecorderFixture::init()
+{
+    Report = std::make_unique<tools::RecorderReport>();
+    Report->setOption("INTERVAL_MS", "0");
+}
+
+void RecorderFixture::cleanup()
+{
+    Report.reset();
+}
+
+} // namespace tests
