@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+// What is read from a status file, and what a message says.
 #include "Common_Files/OstrelRecordStatus.h"
-#include "tests/support/Patience.h"
+#include "tests/Common_Files/StatusFiles.h"
+#include "tests/support/FolderFixture.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
@@ -10,46 +12,13 @@
 #include <QFile>
 #include <QMetaClassInfo>
 #include <QMetaType>
-#include <QSettings>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Long enough for a delay that should not run to be over.
-constexpr int BeyondTheDelay = 800;
-
-QByteArray StatusText(quint32 sequenceNr, const QByteArray &message)
-{
-    return "SequenceNr=" + QByteArray::number(sequenceNr) +
-           "\nLastAction=3\nLastActionResult=-7\nMessage=" + message + '\n';
-}
-
-StructOstrelRecordStatus StatusOf(quint32 sequenceNr, const QString &message)
-{
-    return {sequenceNr, 3, -7, message};
-}
-
-/// Rewrites the file in place, as the recorder does; false when that fails.
-bool Rewrite(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size();
-}
-
-/// What the last signal carried.
-StructOstrelRecordStatus LastSnapshot(const QSignalSpy &spy)
-{
-    return spy.isEmpty() ? StructOstrelRecordStatus() : spy.last().first().value<StructOstrelRecordStatus>();
-}
-
-} // namespace
+using tests::Rewrite;
+using tests::StatusOf;
+using tests::StatusText;
 
 /// Takes snapshots as the main window does: connected by the slot's name.
 class SnapshotReceiver : public QObject
@@ -63,14 +32,11 @@ public slots:
     void Raw_FileChanged(const StructOstrelRecordStatus &snapshot) { Received.append(snapshot); }
 };
 
-class OstrelRecordStatusTest : public QObject
+class OstrelRecordStatusTest : public tests::FolderFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void theClassAndTheSnapshotAreKnownToTheMetaObjectSystem();
 
     void readsAStatusFile_data();
@@ -87,38 +53,7 @@ private slots:
     void theTagTableHasItsColours();
     void aLongMessageTakesLinearTime_data();
     void aLongMessageTakesLinearTime();
-
-    void twoNotifications100MsApartGiveOneSignal500MsAfterTheFirst();
-    void aNotificationForTheSamePathTwiceWithinTheDelayIsReadOnce();
-    void theLastPathOfABurstWins();
-    void beforeAWatchIsSetAChangeIsReadAtOnce();
-    void aChangeWhileTheSnapshotIsHandledIsNotLost();
-    void aNewWatchDuringTheDelayDropsThePendingPaths();
-
-    void aMissingFileCannotBeWatched();
-    void anEmptyPathEndsTheWatch();
-    void anotherPathTakesOverTheWatch();
-    void afterAFolderAFileCanBeWatched();
-    void aDeletedFileGivesAClearedSnapshot();
-    void aRewriteRightAfterTheReadIsSeen();
-    void aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost();
-
-private:
-    [[nodiscard]] QString path(const char *name) const { return Folder->filePath(QString::fromLatin1(name)); }
-
-    std::unique_ptr<QTemporaryDir> Folder;
 };
-
-void OstrelRecordStatusTest::init()
-{
-    Folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(Folder->isValid());
-}
-
-void OstrelRecordStatusTest::cleanup()
-{
-    Folder.reset();
-}
 
 void OstrelRecordStatusTest::theClassAndTheSnapshotAreKnownToTheMetaObjectSystem()
 {
@@ -185,10 +120,10 @@ void OstrelRecordStatusTest::readsAStatusFile()
     QFETCH(const QByteArray, content);
     QFETCH(const bool, valid);
     QFETCH(const StructOstrelRecordStatus, expected);
-    QVERIFY(Rewrite(path("status.ini"), content));
+    QVERIFY(Rewrite(path(u"status.ini"_s), content));
 
     StructOstrelRecordStatus snapshot = StatusOf(99, u"from an earlier read"_s);
-    QCOMPARE(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot), valid);
+    QCOMPARE(QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot), valid);
     QCOMPARE(snapshot.SequenceNr, expected.SequenceNr);
     QCOMPARE(snapshot.LastAction, expected.LastAction);
     QCOMPARE(snapshot.LastActionResult, expected.LastActionResult);
@@ -219,19 +154,19 @@ void OstrelRecordStatusTest::theLargestStatusFileIsReadAndALargerOneIsNot()
     QByteArray content = StatusText(1, "on") + ';';
     content.append(limit - content.size(), 'x');
     StructOstrelRecordStatus snapshot;
-    QVERIFY(Rewrite(path("status.ini"), content));
-    QVERIFY(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
+    QVERIFY(Rewrite(path(u"status.ini"_s), content));
+    QVERIFY(QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot));
     QCOMPARE(snapshot, StatusOf(1, u"on"_s));
 
-    QVERIFY(Rewrite(path("status.ini"), content + 'x'));
-    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
+    QVERIFY(Rewrite(path(u"status.ini"_s), content + 'x'));
+    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot));
     QCOMPARE(snapshot, StructOstrelRecordStatus());
 
-    QFile huge(path("status.ini"));
+    QFile huge(path(u"status.ini"_s));
     QVERIFY(huge.resize(qint64(600) * limit));
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
+    QVERIFY(!QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot));
     QVERIFY2(timer.elapsed() < 1000, "a huge file must not be read");
 }
 
@@ -239,7 +174,7 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
 {
     const QDateTime stamp = QDateTime::currentDateTime().addSecs(-10);
     const auto rewriteWithStamp = [&](const QByteArray &content) {
-        QFile file(path("status.ini"));
+        QFile file(path(u"status.ini"_s));
         return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
                file.write(content) == content.size() && file.flush() &&
                file.setFileTime(stamp, QFileDevice::FileModificationTime);
@@ -247,7 +182,7 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
     StructOstrelRecordStatus snapshot;
     for (quint32 sequenceNr = 1; sequenceNr <= 9; ++sequenceNr) {
         QVERIFY(rewriteWithStamp(StatusText(sequenceNr, "on")));
-        QVERIFY(QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot));
+        QVERIFY(QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot));
         QCOMPARE(snapshot.SequenceNr, sequenceNr);
     }
 }
@@ -255,12 +190,12 @@ void OstrelRecordStatusTest::aFileOfTheSameSizeAndTimeStampIsReadAnew()
 void OstrelRecordStatusTest::withoutRoomForACopyTheFileItselfIsRead()
 {
     const char *const variables[] = {"TMPDIR", "TMP", "TEMP"};
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
+    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
     const QByteArray folder = qgetenv("TMPDIR");
     for (const char *variable : variables)
         qputenv(variable, folder + "/missing");
     StructOstrelRecordStatus snapshot;
-    const bool valid = QOstrelRecordStatus::ReadStatusFile(path("status.ini"), snapshot);
+    const bool valid = QOstrelRecordStatus::ReadStatusFile(path(u"status.ini"_s), snapshot);
     for (const char *variable : variables)
         qputenv(variable, folder);
     QVERIFY(valid);
@@ -356,222 +291,6 @@ void OstrelRecordStatusTest::aLongMessageTakesLinearTime()
     QOstrelRecordStatus::GetMessageTag(message);
     QVERIFY(timer.elapsed() < 10'000);
     QCOMPARE(message, remainder.repeated(units));
-}
-
-void OstrelRecordStatusTest::twoNotifications100MsApartGiveOneSignal500MsAfterTheFirst()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-
-    // Timers of one thread fire in the order of their deadlines, however loaded the machine is.
-    qsizetype signalsBefore = -1;
-    qsizetype signalsAfter = -1;
-    const auto at = [&](int milliseconds, auto &&action) {
-        QTimer::singleShot(milliseconds, Qt::PreciseTimer, &status, action);
-    };
-    status.Slot_fileChanged(path("status.ini"));
-    at(100, [&] { status.Slot_fileChanged(path("status.ini")); });
-    at(450, [&] { signalsBefore = spy.size(); });
-    at(550, [&] { signalsAfter = spy.size(); });
-    QTRY_VERIFY(signalsAfter >= 0);
-    QCOMPARE(signalsBefore, 0);
-    QCOMPARE(signalsAfter, 1);
-    QCOMPARE(LastSnapshot(spy), StatusOf(1, u"on"_s));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-}
-
-void OstrelRecordStatusTest::aNotificationForTheSamePathTwiceWithinTheDelayIsReadOnce()
-{
-    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("one.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(path("one.ini"));
-    status.Slot_fileChanged(path("two.ini"));
-    status.Slot_fileChanged(path("one.ini")); // were it read again, it would be the last one read
-    QVERIFY(spy.wait());
-    QCOMPARE(LastSnapshot(spy), StatusOf(2, u"two"_s));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-    QCOMPARE(spy.size(), 1);
-}
-
-void OstrelRecordStatusTest::theLastPathOfABurstWins()
-{
-    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("one.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(path("one.ini"));
-    status.Slot_fileChanged(path("missing.ini")); // starts from a cleared snapshot
-    QVERIFY(spy.wait());
-    QCOMPARE(spy.size(), 1);
-    QCOMPARE(LastSnapshot(spy), StructOstrelRecordStatus());
-}
-
-void OstrelRecordStatusTest::beforeAWatchIsSetAChangeIsReadAtOnce()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(path("status.ini"));
-    QCOMPARE(spy.size(), 1);
-    QCOMPARE(LastSnapshot(spy), StatusOf(1, u"on"_s));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-}
-
-void OstrelRecordStatusTest::aChangeWhileTheSnapshotIsHandledIsNotLost()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("other.ini")) == false); // sets the delay, watches nothing
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    connect(&status, &QOstrelRecordStatus::Signal_FileChanged, this, [&] {
-        if (spy.size() > 1)
-            return;
-        QVERIFY(Rewrite(path("status.ini"), StatusText(2, "next")));
-        status.Slot_fileChanged(path("status.ini"));
-    });
-    status.Slot_fileChanged(path("status.ini"));
-    QTRY_COMPARE(spy.size(), 2);
-    QCOMPARE(LastSnapshot(spy), StatusOf(2, u"next"_s));
-}
-
-void OstrelRecordStatusTest::aNewWatchDuringTheDelayDropsThePendingPaths()
-{
-    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("one.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    status.Slot_fileChanged(path("one.ini"));
-    QVERIFY(status.SetWatchFile(path("two.ini")));
-    QVERIFY(spy.wait());
-    QCOMPARE(LastSnapshot(spy), StructOstrelRecordStatus()); // the snapshot as it stands: nothing was read
-}
-
-void OstrelRecordStatusTest::aMissingFileCannotBeWatched()
-{
-    QOstrelRecordStatus status;
-    QVERIFY(!status.SetWatchFile(path("status.ini")));
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QVERIFY(status.SetWatchFile(path("status.ini"))); // not taken for the path already watched
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
-}
-
-void OstrelRecordStatusTest::anEmptyPathEndsTheWatch()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(QString()));
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QVERIFY(status.SetWatchFile(QString()));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-    QVERIFY(status.SetWatchFile(path("status.ini"))); // the path watched last: changes nothing
-    QVERIFY(Rewrite(path("status.ini"), StatusText(3, "on")));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-}
-
-void OstrelRecordStatusTest::anotherPathTakesOverTheWatch()
-{
-    QVERIFY(Rewrite(path("one.ini"), StatusText(1, "one")));
-    QVERIFY(Rewrite(path("two.ini"), StatusText(2, "two")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("one.ini")));
-    QVERIFY(status.SetWatchFile(path("two.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(path("one.ini"), StatusText(3, "one")));
-    QVERIFY(!spy.wait(BeyondTheDelay));
-    QVERIFY(Rewrite(path("two.ini"), StatusText(4, "two")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(4, u"two"_s));
-}
-
-void OstrelRecordStatusTest::afterAFolderAFileCanBeWatched()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(Folder->path()));
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
-}
-
-void OstrelRecordStatusTest::aDeletedFileGivesAClearedSnapshot()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
-    QVERIFY(QFile::remove(path("status.ini")));
-    QTRY_COMPARE(LastSnapshot(spy), StructOstrelRecordStatus());
-}
-
-void OstrelRecordStatusTest::aRewriteRightAfterTheReadIsSeen()
-{
-    QVERIFY(Rewrite(path("status.ini"), StatusText(1, "on")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(path("status.ini")));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    // Each snapshot is answered by the next rewrite at once: same size, and within one tick of the file's
-    // clock.
-    connect(&status, &QOstrelRecordStatus::Signal_FileChanged, this,
-            [&](const StructOstrelRecordStatus &snapshot) {
-                if (snapshot.SequenceNr < 5)
-                    QVERIFY(Rewrite(path("status.ini"), StatusText(snapshot.SequenceNr + 1, "on")));
-            });
-    QVERIFY(Rewrite(path("status.ini"), StatusText(2, "on")));
-    QTRY_COMPARE_WITH_TIMEOUT(LastSnapshot(spy), StatusOf(5, u"on"_s), tests::Patience);
-}
-
-void OstrelRecordStatusTest::aThousandRewritesAreReadAtMostEvery500MsAndTheLastIsNotLost()
-{
-    constexpr quint32 rewrites = 1000;
-    const QString statusFile = path("status.ini");
-    QVERIFY(Rewrite(statusFile, StatusText(0, "written")));
-    QOstrelRecordStatus status;
-    QVERIFY(status.SetWatchFile(statusFile));
-    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
-    QElapsedTimer clock;
-    QList<qint64> times;
-    connect(&status, &QOstrelRecordStatus::Signal_FileChanged, this, [&] { times.append(clock.elapsed()); });
-
-    // Truncated and written in two steps, so that a read may meet an empty or a half written file.
-    bool written = true;
-    const std::unique_ptr<QThread> recorder(QThread::create([&statusFile, &written] {
-        for (quint32 sequenceNr = 1; sequenceNr <= rewrites && written; ++sequenceNr) {
-            const QByteArray content = StatusText(sequenceNr, "written");
-            QFile file(statusFile);
-            written = file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-                      file.write(content.first(20)) == 20 && file.flush() &&
-                      file.write(content.sliced(20)) == content.size() - 20 && file.flush();
-            QThread::msleep(10); // the recorder's pace: a thousand in ten seconds
-        }
-    }));
-    clock.start();
-    recorder->start();
-    const StructOstrelRecordStatus last = StatusOf(rewrites, u"written"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(recorder->isFinished(), tests::LongPatience);
-    QVERIFY(written);
-    QTRY_COMPARE(LastSnapshot(spy), last);
-
-    QVERIFY(times.size() > 1);
-    for (qsizetype i = 1; i < times.size(); ++i)
-        QVERIFY2(times[i] - times[i - 1] >= 499, qPrintable(QString::number(times[i] - times[i - 1])));
-    QVERIFY2(times.size() <= times.last() / 500, qPrintable(QString::number(times.size())));
-
-    // A change after the last read may still be under way; it brings the same content.
-    spy.wait(BeyondTheDelay);
-    QCOMPARE(LastSnapshot(spy), last);
 }
 
 TARNVIK_TEST_MAIN(OstrelRecordStatusTest, QCoreApplication)

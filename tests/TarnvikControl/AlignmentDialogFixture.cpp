@@ -89,4 +89,32 @@ bool WriteStationWithImports()
            WriteAlignmentFile(ImportFile(u"a.ad"_s), SdrType::AirSpy, airspyImport);
 }
 
+bool WriteStationWithVersions()
+{
+    const QList<FileTable> rtl = {
+        {"0x3", Day("2024-03-03")}, {"0x1", Day("2024-01-01")}, {"0x2", Day("2024-02-02")}};
+    const QList<FileTable> airspy = {{"0x1", Day("2023-01-01")}};
+    const QList<FileTable> import = {{"0x1", Day("2024-06-01")},
+                                     {"0x2", Day("2022-02-02")},
+                                     {"0x3", Day("2024-03-03")},
+                                     {"0x4", Day("2024-04-04")}};
+    return WriteAlignmentFile(RecorderFile(RtlFile), SdrType::RtlSdr, rtl) &&
+           WriteAlignmentFile(RecorderFile(AirspyFile), SdrType::AirSpy, airspy) &&
+           WriteAlignmentFile(VersionsFile().first(), SdrType::RtlSdr, import);
+}
+
+QStringList VersionsFile()
+{
+    return {ImportFile(u"i.ad"_s)};
+}
+
+const QStringList StationLines = {
+    u"AirSpy"_s,
+    u"0x1 | Aligned at: 2023-01-01"_s,
+    u"RTL-SDR"_s,
+    u"0x1 | Aligned at: 2024-01-01"_s,
+    u"0x2 | Aligned at: 2024-02-02"_s,
+    u"0x3 | Aligned at: 2024-03-03"_s,
+};
+
 } // namespace tests

@@ -47,4 +47,12 @@ public:
 /// table 0x1 and an older one of its 0x2, a.ad a table 0x9 that AirSpy does not have.
 [[nodiscard]] bool WriteStationWithImports();
 
+/// Writes a file for each of the two drivers, and one to be imported with RTL-SDR's tables: 0x1 newer, 0x2
+/// older, 0x3 of the same date, 0x4 not there yet.
+[[nodiscard]] bool WriteStationWithVersions();
+/// That file, as an import takes it.
+[[nodiscard]] QStringList VersionsFile();
+/// The tree of that station before the import.
+extern const QStringList StationLines;
+
 } // namespace tests

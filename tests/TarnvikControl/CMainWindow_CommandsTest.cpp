@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// What the menu entries do. What would be opened for the user is caught by the test.
+// What the menu entries do. The test catches what would be opened for the user.
 #include "TarnvikControl/CMainWindow.h"
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/Version.h"
+#include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/DialogAnswers.h"
@@ -20,7 +21,6 @@
 #include <QMenu>
 #include <QPointer>
 #include <QScopeGuard>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QSystemTrayIcon>
 #include <QTemporaryDir>
@@ -32,18 +32,14 @@
 
 using namespace Qt::StringLiterals;
 
+using tests::Tray;
+using tests::WriteRecordPath;
+
 namespace {
 
 QString ConfigurationFolder()
 {
     return QTarnvikBasic::GetRecorderFile(QString());
-}
-
-void WriteRecordPath(const QString &path)
-{
-    QVERIFY(QDir().mkpath(ConfigurationFolder()));
-    QSettings location(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s), QSettings::IniFormat);
-    location.setValue(u"Record/RecordPath"_s, path);
 }
 
 bool MakeFile(const QString &path)
@@ -305,7 +301,7 @@ void CMainWindow_CommandsTest::theTraysQuitAsksWhileTheAlignmentDialogIsOpen()
         if (!dialog || !dialog->isVisible())
             return;
         quitter.stop();
-        Window->findChild<QSystemTrayIcon *>()->contextMenu()->actions().last()->trigger();
+        Tray(*Window).contextMenu()->actions().last()->trigger();
         dialogStays = dialog && dialog->isVisible();
         if (!ends) {
             dialog->reject();

@@ -2,11 +2,11 @@
 // The program's window, the alignment dialog and all they open, in the languages that are built: switched by
 // the menu, with the built files.
 #include "CommonQt/AppTranslation.h"
-#include "Common_Files/OstrelRecordStatus.h"
-#include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/CMainWindow.h"
 #include "TarnvikControl/Version.h"
 #include "tests/TarnvikControl/AlignmentDialogFixture.h"
+#include "tests/TarnvikControl/MainWindowFixture.h"
+#include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/TarnvikControl/ModalReader.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/ShownTexts.h"
@@ -20,7 +20,6 @@
 #include <QDir>
 #include <QMenuBar>
 #include <QScrollBar>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QSystemTrayIcon>
 #include <QTextEdit>
@@ -34,7 +33,10 @@ using tests::AlignmentDialogFixture;
 using tests::Day;
 using tests::KnownTexts;
 using tests::ModalReader;
+using tests::Panel;
+using tests::Tray;
 using tests::WriteAlignmentFile;
+using tests::WriteRecordPath;
 
 namespace {
 
@@ -113,11 +115,6 @@ bool Choose(CMainWindow &window, const QString &code)
            });
 }
 
-QString PanelText(const CMainWindow &window)
-{
-    return window.findChild<QTextEdit *>()->toPlainText();
-}
-
 /// How the language calls the key in shortcuts.
 QString ControlKey(const QString &language)
 {
@@ -131,12 +128,6 @@ QString Foreign(const QStringList &texts, const QString &language)
     AddData(known);
     known.AddData(u"%1\\+[A-Z]"_s.arg(ControlKey(language)));
     return texts.isEmpty() ? u"no texts at all"_s : known.unknown(texts).join(u"\n"_s);
-}
-
-void WriteRecordPath(const QString &path)
-{
-    QSettings location(QTarnvikBasic::GetRecorderFile(u"tarnviklocation.ini"_s), QSettings::IniFormat);
-    location.setValue(u"Record/RecordPath"_s, path);
 }
 
 } // namespace
@@ -199,8 +190,8 @@ void LanguageSwitchTest::cleanupTestCase()
 void LanguageSwitchTest::init()
 {
     QVERIFY(AlignmentDialogFixture::PrepareFolders());
-    QSettings(u"Quillane"_s, u"TarnvikControl"_s).clear();
-    // First, so that it is asked last.
+    tests::StoredSettings().clear();
+    // The translator that is installed first is asked last.
     Leftovers = std::make_unique<Untranslated>();
     QCoreApplication::installTranslator(Leftovers.get());
     AppTranslation.Init(qApp);
@@ -245,16 +236,15 @@ void LanguageSwitchTest::theWindowFollowsTheLanguageThereAndBack()
     for (const QString &language : {German, English, German, English}) {
         QVERIFY(Choose(*Window, language));
         QCOMPARE(Foreign(tests::ShownTexts(*Window), language), QString());
-        const QMenu *const tray = Window->findChild<QSystemTrayIcon *>()->contextMenu();
+        const QMenu *const tray = Tray(*Window).contextMenu();
         QCOMPARE(tests::ShownTexts(*tray).contains(u"&Beenden"_s), language == German);
         QCOMPARE(Foreign(tests::ShownTexts(*tray), language), QString());
         QCOMPARE(tests::MnemonicCollisions(*tray).join(u'\n'), QString());
         QCOMPARE(tests::MnemonicCollisions(*Window).join(u'\n'), QString());
         QVERIFY(EntryIn(Window->menuBar()->actions(), language)->isChecked());
         for (QWidget *widget :
-             {Window->findChild<QTextEdit *>()->viewport(),
-              static_cast<QWidget *>(Window->findChild<QTextEdit *>()->verticalScrollBar()),
-              static_cast<QWidget *>(Window->findChild<QTextEdit *>()->horizontalScrollBar())}) {
+             {Panel(*Window).viewport(), static_cast<QWidget *>(Panel(*Window).verticalScrollBar()),
+              static_cast<QWidget *>(Panel(*Window).horizontalScrollBar())}) {
             const tests::ContextMenuTexts menu = tests::ReadContextMenu(*widget);
             QCOMPARE(Foreign(menu.Texts, language), QString());
             QCOMPARE(menu.Collisions.join(u'\n'), QString());
@@ -272,12 +262,9 @@ void LanguageSwitchTest::thePanelsColonsLineUp()
     QFETCH(QString, language);
     MakeWindow();
     QVERIFY(Choose(*Window, language));
-    StructOstrelRecordStatus status;
-    status.Message = Message;
-    QMetaObject::invokeMethod(Window.get(), "Raw_FileChanged", Qt::DirectConnection,
-                              Q_ARG(StructOstrelRecordStatus, status));
-    QTRY_VERIFY(PanelText(*Window).contains(Tr("Running")));
-    const QStringList lines = PanelText(*Window).split(u'\n');
+    tests::ShowMessage(*Window, Message);
+    QTRY_VERIFY(Panel(*Window).toPlainText().contains(Tr("Running")));
+    const QStringList lines = Panel(*Window).toPlainText().split(u'\n');
     const QStringList labels = {Tr("Start"), Tr("Program status"), Tr("Last message")};
     int found = 0;
     for (const QString &line : lines) {
@@ -450,7 +437,7 @@ void LanguageSwitchTest::theStandardButtonsAreGerman()
 void LanguageSwitchTest::inEnglishQtsTextsComeFromTheEnglishFile()
 {
     AppTranslation.LoadLanguage(QLocale(English));
-    // Were the file not installed, the search would go on to the user's next language, German for example.
+    // Without the file the search would go on to the user's next language, German for example.
     Leftovers->Texts.clear();
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Abort"), u"Abort"_s);
     QCOMPARE(Leftovers->Texts.join(u'\n'), QString());

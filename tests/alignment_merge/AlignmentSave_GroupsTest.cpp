@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// What a save of the alignment tables would take over.
+#include "alignment_merge/AlignmentSave.h"
+
+#include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_merge/AlignmentSaveFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+using tests::Rtl;
+using tests::RtlFile;
+using tests::WriteAlignmentFile;
+
+class AlignmentSave_GroupsTest : public tests::AlignmentSaveFixture
+{
+    Q_OBJECT
+
+private slots:
+    void aRowIsTakenOverOnlyWhenChecked();
+    void aNewRowOfAKnownDriverIsTakenFromItsFile();
+    void anUncheckedRowLosesItsMark();
+    void twoTablesOfOneImportedFileAreOneSource();
+    void aRowOfANewDriverSetsTheTargetWhateverItsCheckMark();
+    void choicesThatMatchNothingArePassedOver();
+    void oneSourceNamesAHardwareIdOnce();
+};
+
+void AlignmentSave_GroupsTest::aRowIsTakenOverOnlyWhenChecked()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}, {"C", 5}, {"D", 5}}));
+    QVERIFY(
+        WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
+    LoadStation({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/D"_s}), Rows);
+    QCOMPARE(groups.size(), 1);
+    QCOMPARE(groups.first().SdrType, 3);
+    QCOMPARE(groups.first().TargetPath, path(RtlFile));
+    QCOMPARE(groups.first().Sources.size(), 1);
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}}));
+    QVERIFY(Rows.Find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
+    for (const char *id : {"B", "C", "D"})
+        QVERIFY(!Rows.Find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
+}
+
+void AlignmentSave_GroupsTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"N", 7}}));
+    LoadStation({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(), Rows);
+    QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7}}));
+}
+
+void AlignmentSave_GroupsTest::anUncheckedRowLosesItsMark()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    (void)MarkRowsAndCollectSaveGroups(Choices(), Rows);
+    QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/A"_s}), Rows);
+    QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
+    QVERIFY(groups.first().Sources.isEmpty());
+}
+
+void AlignmentSave_GroupsTest::twoTablesOfOneImportedFileAreOneSource()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    LoadStation({u"i.ad"_s});
+    const QList<SaveSource> sources = MarkRowsAndCollectSaveGroups(Choices(), Rows).first().Sources;
+    QCOMPARE(sources.size(), 1); // so the file is loaded once
+    QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}, {u"B"_s, 8}}));
+}
+
+void AlignmentSave_GroupsTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
+{
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    LoadStation({u"i.ad"_s});
+    for (const QStringList &changes : {QStringList(), QStringList(u"RTL-SDR/A"_s)}) {
+        const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(changes), Rows);
+        QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
+        QVERIFY(groups.first().Sources.isEmpty());
+        QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
+    }
+}
+
+void AlignmentSave_GroupsTest::choicesThatMatchNothingArePassedOver()
+{
+    const QList<AlignmentChoice> strangers = {
+        {u"Nobody"_s, u"A"_s, true}, {QString(), u"A"_s, true}, {Rtl, u"A"_s, true}};
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(strangers, Rows);
+    QCOMPARE(groups.size(), 1);
+    QCOMPARE(groups.first().SdrType, 3);
+    QVERIFY(groups.first().Sources.isEmpty());
+    QCOMPARE(Save(strangers), QString());
+    QVERIFY(Asked.isEmpty() && Proposed.isEmpty());
+}
+
+void AlignmentSave_GroupsTest::oneSourceNamesAHardwareIdOnce()
+{
+    SaveSource source(u"i.ad"_s);
+    source.Add({u"A"_s, 1});
+    source.Add({u"B"_s, 2});
+    source.Add({u"A"_s, 3});
+    QCOMPARE(source.picks(), (QList<AlignmentPick>{{u"A"_s, 1}, {u"B"_s, 2}}));
+}
+
+TARNVIK_TEST_MAIN(AlignmentSave_GroupsTest, QCoreApplication)
+
+#include "AlignmentSave_GroupsTest.moc"
