@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# A virtual desktop, its windows, and the program on it as a user drives it. The tour and the tests of the packages source
-# this file; a program calls one of its functions, as in: scripts/desktop.sh windows TITLE
+# A virtual desktop, its windows, and the program on it as a user drives it. The tour and the tests of the packages
+# source this file; a program calls one of its functions, as in: scripts/desktop.sh windows TITLE
 # Whoever sources it sets
 #   work       folder with the program's output.txt and errors.txt
 #   pictures   folder for pictures
@@ -39,8 +39,8 @@ event_count() { grep -c " $1\$" "$report" || true; }
 recorders_started() { [ "$(event_count started)" -ge "$1" ]; }
 statuses_written() { [ "$(grep -c 'status .* written' "$work/output.txt")" -ge "$1" ]; }
 last_recorder() { awk '$3 == "started" { pid = $2 } END { print pid }' "$report"; }
-# windows TITLE: ids of the windows with this title that the window manager knows, the oldest first. Hidden ones are none
-# of them, and neither is the icon in the tray.
+# windows TITLE: ids of the windows with this title that the window manager knows, the oldest first. Hidden ones are
+# none of them, and neither is the icon in the tray.
 windows() {
     local list id title
     list=$(xprop -root _NET_CLIENT_LIST)
