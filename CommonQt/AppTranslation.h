@@ -65,7 +65,8 @@ private:
 
     std::vector<std::unique_ptr<QTranslator>> Translators; ///< In the order of their installation.
     QPointer<QCoreApplication> Application;
-    QStringList ExtraBaseNames; ///< Tried after Qt's own and the application's translations; nothing fills it.
+    QStringList
+        ExtraBaseNames; ///< Tried after Qt's own and the application's translations; nothing fills it.
     QStringList SearchFolders;
     QStringList SecondFolders; ///< Emptied by Init; not searched.
     int Language = -1;         ///< An int because QLocale::Language has no value for "none".

@@ -66,12 +66,12 @@ public:
     enum class Outcome { Started, OtherInstance, Failed };
 
     /// Starts the program and waits for the recorder's start. `milliseconds` is the time between the two.
-    Outcome start(double &milliseconds)
+    Outcome Start(double &milliseconds)
     {
         const qsizetype before = starts().size();
         const qint64 from = SteadyMicroseconds();
         Control.start(Program, QStringList(), QIODevice::ReadOnly);
-        const std::optional<qint64> to = waitForStart(before);
+        const std::optional<qint64> to = WaitForStart(before);
         if (to) {
             milliseconds = static_cast<double>(*to - from) / 1000;
             return Outcome::Started;
@@ -80,20 +80,20 @@ public:
     }
 
     /// Kills the recorder and waits for its successor's start. The time between the two, in milliseconds.
-    std::optional<double> restart()
+    std::optional<double> Restart()
     {
         const qsizetype before = starts().size();
         const qint64 from = SteadyMicroseconds();
         if (!tools::KillProcess(Recorder))
             return std::nullopt;
-        const std::optional<qint64> to = waitForStart(before);
+        const std::optional<qint64> to = WaitForStart(before);
         return to ? std::optional(static_cast<double>(*to - from) / 1000) : std::nullopt;
     }
 
-    void settle() { take(SettleMs); }
+    void Settle() { Take(SettleMs); }
 
     /// Ends the program in order, and the recorder with it; false when it does not obey.
-    bool end()
+    bool End()
     {
         Control.terminate();
         if (!Control.waitForFinished(PatienceMs) || Control.exitStatus() != QProcess::NormalExit ||
@@ -117,7 +117,7 @@ private:
     [[nodiscard]] bool refused() const { return Output.contains("an instance is already running"); }
 
     /// Lets time pass and reads what the program prints.
-    void take(int milliseconds)
+    void Take(int milliseconds)
     {
         const QDeadlineTimer deadline(milliseconds);
         while (!deadline.hasExpired() && Control.state() != QProcess::NotRunning)
@@ -126,7 +126,7 @@ private:
     }
 
     /// The time of the first start behind those that are known; nothing when there is none in time.
-    std::optional<qint64> waitForStart(qsizetype known)
+    std::optional<qint64> WaitForStart(qsizetype known)
     {
         const QDeadlineTimer deadline(PatienceMs);
         while (!deadline.hasExpired() && Control.state() != QProcess::NotRunning && !refused()) {
@@ -135,7 +135,7 @@ private:
                 Recorder = events[known].ProcessId;
                 return events[known].Microseconds;
             }
-            take(PollMs);
+            Take(PollMs);
         }
         return std::nullopt;
     }
@@ -159,7 +159,7 @@ bool MeasureOnce(const QString &program, const tools::RecorderReport &report, Ti
     for (int attempt = 0; attempt < Retries; ++attempt) {
         Station station(program, report);
         double start = 0;
-        const Station::Outcome outcome = station.start(start);
+        const Station::Outcome outcome = station.Start(start);
         if (outcome == Station::Outcome::OtherInstance) {
             Complain(u"another TarnvikControl runs on this machine; only one can. Trying again."_s);
             QThread::msleep(RetryMs);
@@ -169,14 +169,14 @@ bool MeasureOnce(const QString &program, const tools::RecorderReport &report, Ti
             Complain(u"no recorder was started. The program printed:\n"_s + station.output());
             return false;
         }
-        station.settle();
-        const std::optional<double> restart = station.restart();
+        station.Settle();
+        const std::optional<double> restart = station.Restart();
         if (!restart) {
             Complain(u"the recorder was not restarted. The program printed:\n"_s + station.output());
             return false;
         }
-        station.settle();
-        if (!station.end()) {
+        station.Settle();
+        if (!station.End()) {
             Complain(u"the program did not end in order. It printed:\n"_s + station.output());
             return false;
         }
@@ -218,7 +218,7 @@ int main(int argc, char **argv)
     }
 
     tools::RecorderReport report;
-    report.setOption("INTERVAL_MS", "0"); // a silent recorder: nothing but starts is measured
+    report.SetOption("INTERVAL_MS", "0"); // a silent recorder: nothing but starts is measured
     Times times;
     for (int run = -WarmUpRuns; run < Runs; ++run) {
         if (run == 0)

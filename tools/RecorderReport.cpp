@@ -28,13 +28,13 @@ QByteArray Variable(const char *option)
 RecorderReport::RecorderReport()
 {
     QFile::remove(file());
-    setOption("REPORT", QFile::encodeName(file()));
+    SetOption("REPORT", QFile::encodeName(file()));
 }
 
 RecorderReport::~RecorderReport()
 {
-    killRecorders(); // a test that failed may have left its recorder alone
-    clearOptions();
+    KillRecorders(); // a test that failed may have left its recorder alone
+    ClearOptions();
     qunsetenv(Variable("REPORT").constData());
     // A killed recorder leaves its semaphore in the system; the maker of one removes it at its end.
     const QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
@@ -45,7 +45,7 @@ QString RecorderReport::file()
     return QDir::tempPath() + u"/recorder report.txt"_s;
 }
 
-void RecorderReport::killRecorders()
+void RecorderReport::KillRecorders()
 {
     const QList<RecorderEvent> all = events();
     for (const RecorderEvent &event : all) {
@@ -58,13 +58,13 @@ void RecorderReport::killRecorders()
     }
 }
 
-void RecorderReport::setOption(const char *name, const QByteArray &value)
+void RecorderReport::SetOption(const char *name, const QByteArray &value)
 {
     qputenv(Variable(name).constData(), value);
     Options.append(QString::fromLatin1(name));
 }
 
-void RecorderReport::clearOptions()
+void RecorderReport::ClearOptions()
 {
     for (const QString &option : std::as_const(Options)) {
         if (option != QLatin1String("REPORT"))

@@ -27,11 +27,11 @@ public:
     ~RecorderReport();
     Q_DISABLE_COPY_MOVE(RecorderReport)
 
-    void setOption(const char *name, const QByteArray &value);
-    void clearOptions();
+    void SetOption(const char *name, const QByteArray &value);
+    void ClearOptions();
 
     /// Ends the recorders in the report that are still alive and waits until they are gone.
-    static void killRecorders();
+    static void KillRecorders();
 
     [[nodiscard]] static QString file();
     [[nodiscard]] static QList<RecorderEvent> events();

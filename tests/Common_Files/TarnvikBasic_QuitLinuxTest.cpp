@@ -28,7 +28,7 @@ private slots:
 void TarnvikBasic_QuitLinuxTest::aCountLeftBehindByOthersDoesNotReachARecorder()
 {
     tools::RecorderReport report;
-    report.setOption("INTERVAL_MS", "0");
+    report.SetOption("INTERVAL_MS", "0");
     // The maker keeps the semaphore alive, as a recorder that does not listen yet would.
     QSystemSemaphore maker(RecorderQuitKey, 0, QSystemSemaphore::Create);
     QCOMPARE(maker.error(), QSystemSemaphore::NoError);

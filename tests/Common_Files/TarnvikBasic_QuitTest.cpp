@@ -119,12 +119,12 @@ void TarnvikBasic_QuitTest::aRecorderThatEndsAfterTheRequestLeavesNothingForTheN
 
 void TarnvikBasic_QuitTest::aRecorderThatDoesNotListenKeepsRunningAndTheNextIsNotStopped()
 {
-    Report->setOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
     const auto deaf = StartRecorder();
     QVERIFY(deaf);
     QTRY_COMPARE(Report->count(u"started"_s), 1);
     SendQuit();
-    Report->setOption("IGNORE_QUIT", "0");
+    Report->SetOption("IGNORE_QUIT", "0");
     const auto recorder = StartRecorder();
     QVERIFY(recorder);
     QTRY_VERIFY(Report->recorderListens(recorder->processId()));

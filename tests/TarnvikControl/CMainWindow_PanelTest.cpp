@@ -191,8 +191,8 @@ void CMainWindow_PanelTest::screenReadersFindThePanel()
 
 void CMainWindow_PanelTest::theRunningRecorderAndItsMessageAreShown()
 {
-    Report->setOption("INTERVAL_MS", "100");
-    Report->setOption("MESSAGE", "<WORK>Recording 162.400 MHz\n<INFO>second line");
+    Report->SetOption("INTERVAL_MS", "100");
+    Report->SetOption("MESSAGE", "<WORK>Recording 162.400 MHz\n<INFO>second line");
     CMainWindow window;
     QVERIFY(Panel(window).toPlainText().startsWith(PanelStart + u"Stopped\n"_s));
     QTRY_COMPARE(Panel(window).toPlainText(),

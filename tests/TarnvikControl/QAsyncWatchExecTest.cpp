@@ -190,7 +190,7 @@ void QAsyncWatchExecTest::aLetterThatArrivesInTwoPiecesIsNotDamaged()
 void QAsyncWatchExecTest::longOutputIsLoggedWhole()
 {
     constexpr int lines = 100000;
-    Report->setOption("FLOOD_LINES", QByteArray::number(lines));
+    Report->SetOption("FLOOD_LINES", QByteArray::number(lines));
     qsizetype expected = 0;
     for (int line = 1; line <= lines; ++line)
         expected += QString::fromUtf8("stand-in: line %1 of %2, as fast as it is taken; grüße, 你好")

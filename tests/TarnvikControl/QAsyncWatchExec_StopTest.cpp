@@ -94,7 +94,7 @@ void QAsyncWatchExec_StopTest::stopWithARecorderThatObeysTheQuitSemaphoreReturns
 
 void QAsyncWatchExec_StopTest::stopTerminatesARecorderThatIgnoresTheQuitSemaphore()
 {
-    Report->setOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
     QAsyncWatchExec runner;
     runner.Program = tools::StandInProgram();
     runner.StopHook = QTarnvikBasic::SendRecorderQuit;
@@ -125,8 +125,8 @@ void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
 
 void QAsyncWatchExec_StopTest::stopKillsARecorderThatIgnoresEverythingAfter5s()
 {
-    Report->setOption("IGNORE_QUIT", "1");
-    Report->setOption("IGNORE_TERMINATE", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_TERMINATE", "1");
     const tests::MessageLog log;
     QAsyncWatchExec runner;
     runner.Program = tools::StandInProgram();

@@ -36,7 +36,7 @@ Station::Station(const QString &recorderName, const QString &folderName) : Place
         QFile::copy(tools::StandInProgram(), path(recorderName));
 }
 
-void Station::start(const QStringList &arguments)
+void Station::Start(const QStringList &arguments)
 {
     Process.start(path(ProgramName()), arguments);
 }

@@ -29,9 +29,9 @@ public:
     Q_DISABLE_COPY_MOVE(Station)
 
     [[nodiscard]] QString path(const QString &name) const { return Place.filePath(name); }
-    void start(const QStringList &arguments = QStringList());
+    void Start(const QStringList &arguments = QStringList());
     /// Sends a signal to the program. Windows knows SIGINT only, which is Ctrl-C in the debug console.
-    bool signal(int number);
+    bool Signal(int number);
     /// What the program printed so far, with single line feeds.
     QString output();
     /// Without Qt's remark on a locale that is not installed.
@@ -45,7 +45,7 @@ public:
     /// The main window panel's text, taken as a user takes it: select all and copy. Empty when that fails.
     [[nodiscard]] QString panelText() const;
     /// Asks to quit by the keyboard and answers the question with Yes; false when that fails.
-    [[nodiscard]] bool quit() const;
+    [[nodiscard]] bool Quit() const;
 
     QProcess Process;
 

@@ -17,14 +17,14 @@ namespace tests {
 Station::~Station()
 {
     if (Process.state() != QProcess::NotRunning) {
-        signal(SIGINT);
+        Signal(SIGINT);
         if (!Process.waitForFinished(10000))
             Process.kill();
         Process.waitForFinished();
     }
 }
 
-bool Station::signal(int number)
+bool Station::Signal(int number)
 {
     return kill(static_cast<pid_t>(Process.processId()), number) == 0;
 }
@@ -42,7 +42,7 @@ QString Station::panelText() const
     // A message that comes between the two keys takes the selection away, and nothing is copied.
     for (int attempt = 0; attempt < 5; ++attempt) {
         QSignalSpy changed(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-        if (!VirtualDesktop::press(window, {u"ctrl+a"_s, u"ctrl+c"_s}))
+        if (!VirtualDesktop::Press(window, {u"ctrl+a"_s, u"ctrl+c"_s}))
             return QString();
         if (!changed.isEmpty() || changed.wait(1000))
             return QGuiApplication::clipboard()->text();
@@ -50,11 +50,11 @@ QString Station::panelText() const
     return QString();
 }
 
-bool Station::quit() const
+bool Station::Quit() const
 {
-    return VirtualDesktop::press(OnlyWindow(Title), {u"ctrl+q"_s}) &&
+    return VirtualDesktop::Press(OnlyWindow(Title), {u"ctrl+q"_s}) &&
            QTest::qWaitFor([this] { return shows(QuitTitle); }) &&
-           VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s});
+           VirtualDesktop::Press(OnlyWindow(QuitTitle), {u"alt+y"_s});
 }
 
 } // namespace tests

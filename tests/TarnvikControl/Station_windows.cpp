@@ -28,12 +28,12 @@ Station::~Station()
     // A program that is running cannot be removed, nor a little after its end. A recorder that has just been
     // started reports a little later.
     (void)QTest::qWaitFor([this] {
-        tools::RecorderReport::killRecorders();
+        tools::RecorderReport::KillRecorders();
         return QDir(Folder.path()).removeRecursively();
     });
 }
 
-bool Station::signal(int number)
+bool Station::Signal(int number)
 {
     return number == SIGINT && SendCtrlC(Id(Process));
 }
@@ -58,7 +58,7 @@ QString Station::panelText() const
     return text.remove(u'\r');
 }
 
-bool Station::quit() const
+bool Station::Quit() const
 {
     const HWND shown = OnlyWindow(Title, Id(Process));
     if (!shown || !Press(shown, VK_CONTROL, 'Q') ||

@@ -68,9 +68,9 @@ void TarnvikControlTest::cleanup()
 
 void TarnvikControlTest::theRecorderAndItsMessageAreShown()
 {
-    Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
+    Report->SetOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
     Station station;
-    station.start();
+    station.Start();
     const QString expected = u"Program information\n\nStart               : With open GUI\n\n"
                              "TarnvikRecord\n\nProgram status      : Running\n"
                              "Last message        : Recording 162.400 MHz\n"_s +
@@ -81,9 +81,9 @@ void TarnvikControlTest::theRecorderAndItsMessageAreShown()
 
 void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelShowsIt()
 {
-    Report->setOption("INTERVAL_MS", "0");
+    Report->SetOption("INTERVAL_MS", "0");
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 15000);
     QCOMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
@@ -107,14 +107,14 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
 void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
     Station first;
-    first.start();
+    first.Start();
     QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
     QTRY_VERIFY(Report->recorderListens());
     Station second;
-    second.start();
+    second.Start();
     QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
     QCOMPARE(tests::VirtualDesktop::windows(Title).size(), 1);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(u"Error..."_s), {u"Return"_s}));
+    QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(u"Error..."_s), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
     QCOMPARE(second.output().section(u'\n', 1),
              u"TarnvikControl: Error an instance is already running...\n"_s);
@@ -127,11 +127,11 @@ void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 void TarnvikControlTest::theInstanceAfterAKilledOneStarts()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
 }
 
@@ -146,9 +146,9 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
 {
     QFETCH(int, number);
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
-    QVERIFY(station.signal(number));
+    QVERIFY(station.Signal(number));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.output().contains(u"\nCtrlCException\n"_s));
     QCOMPARE(station.errorOutput(), QString());
@@ -159,14 +159,14 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
 
 void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled()
 {
-    Report->setOption("IGNORE_QUIT", "1");
-    Report->setOption("IGNORE_TERMINATE", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QTRY_VERIFY(station.output().contains(u"CtrlCException"_s));
-    QVERIFY(station.signal(SIGINT)); // while the program waits for its recorder
+    QVERIFY(station.Signal(SIGINT)); // while the program waits for its recorder
     QVERIFY(station.Process.waitForFinished(3000));
     QCOMPARE(station.Process.exitStatus(), QProcess::CrashExit);
     QCOMPARE(station.Process.exitCode(), SIGINT);
@@ -176,9 +176,9 @@ void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled(
 void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"ends"_s), 1);
@@ -189,11 +189,11 @@ void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone(
 void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(Title), {u"alt+F4"_s}));
+    QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(Title), {u"alt+F4"_s}));
     QTRY_VERIFY(station.shows(QuitTitle));
-    QVERIFY(tests::VirtualDesktop::press(OnlyWindow(QuitTitle), {u"Escape"_s}));
+    QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(QuitTitle), {u"Escape"_s}));
     QTRY_VERIFY(OnlyWindow(QuitTitle).isEmpty());
     QVERIFY(station.shows());
     QVERIFY(Report->recorderListens());
@@ -202,16 +202,16 @@ void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
 
 void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 {
-    Report->setOption("IGNORE_QUIT", "1");
-    Report->setOption("IGNORE_TERMINATE", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     QTRY_VERIFY(station.shows());
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QVERIFY2(timer.elapsed() >= 5000 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(!tools::IsAlive(recorder));
@@ -222,14 +222,14 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(tools::IsAlive(recorder));
     QVERIFY(Report->recorderListens());
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
@@ -242,11 +242,11 @@ void TarnvikControlTest::startHiddenShowsNoWindow()
 {
     QSettings(u"Quillane"_s, Title).setValue(u"StartHidden"_s, true);
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QTRY_VERIFY(station.output().contains(u"status 2 written"_s)); // long after the start
     QVERIFY(tests::VirtualDesktop::windows(Title).isEmpty());
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
 }
 
@@ -268,9 +268,9 @@ void TarnvikControlTest::theDebugConsoleIsOpened()
     QFETCH(QString, arguments);
     QFETCH(bool, opened);
     Station station;
-    station.start(arguments.split(u' ', Qt::SkipEmptyParts));
+    station.Start(arguments.split(u' ', Qt::SkipEmptyParts));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 1"_s), 15000);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.output().contains(u"\nDebug console open:\n"_s), opened);
 }
@@ -279,12 +279,12 @@ void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
 {
     // The application object understands "-platform"; as the fifth argument it must not see it.
     Station station;
-    station.start(u"a b c d -platform nonsense"_s.split(u' '));
+    station.Start(u"a b c d -platform nonsense"_s.split(u' '));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     Station other;
-    other.start(u"a b -platform nonsense"_s.split(u' '));
+    other.Start(u"a b -platform nonsense"_s.split(u' '));
     QVERIFY(other.Process.waitForFinished(15000));
     QVERIFY(other.Process.exitStatus() == QProcess::CrashExit || other.Process.exitCode() != 0);
 }
@@ -292,19 +292,19 @@ void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
 void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
 {
     Station station;
-    station.start({QString(260, u'x')});
+    station.Start({QString(260, u'x')});
     QVERIFY(station.endedWith(255));
     QVERIFY(station.errorOutput().contains(u"An argument is longer than 259 bytes."_s));
     QCOMPARE(Report->count(u"started"_s), 0);
     Station longest;
-    longest.start({QString(259, u'x')});
+    longest.Start({QString(259, u'x')});
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
 }
 
 void TarnvikControlTest::theVersionIsTheFirstLine()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
@@ -312,9 +312,9 @@ void TarnvikControlTest::theVersionIsTheFirstLine()
 
 void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
 {
-    Report->setOption("INTERVAL_MS", "50"); // it logs a line each time
+    Report->SetOption("INTERVAL_MS", "50"); // it logs a line each time
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 1"_s), 15000);
     station.Process.closeReadChannel(QProcess::StandardOutput);
     station.Process.closeReadChannel(QProcess::StandardError);
@@ -328,14 +328,14 @@ void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
     QTRY_VERIFY(manyLinesWritten()); // so many lines went into the broken pipe
     QCOMPARE(station.Process.state(), QProcess::Running);
     QCOMPARE(Report->count(u"started"_s), 1);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
 }
 
 void TarnvikControlTest::theWindowCarriesTheIconInItsSizes()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
     const QString icons = tests::VirtualDesktop::property(OnlyWindow(Title), u"_NET_WM_ICON"_s);
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
@@ -345,10 +345,10 @@ void TarnvikControlTest::theWindowCarriesTheIconInItsSizes()
 void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
 {
     Station station{QString()};
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Program status      : Stopped\n"_s), 15000);
     QCOMPARE(Report->count(u"started"_s), 0);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.errorOutput(), QString());
 }
@@ -359,7 +359,7 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     QFile wrong(station.path(u"TarnvikRecord"_s));
     QVERIFY(wrong.open(QIODevice::WriteOnly));
     wrong.close();
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
 }

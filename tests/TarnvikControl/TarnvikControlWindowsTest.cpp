@@ -84,9 +84,9 @@ void TarnvikControlWindowsTest::cleanup()
 
 void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
 {
-    Report->setOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
+    Report->SetOption("MESSAGE", "<WORK>Recording <INFO>162.400 MHz\nFile 1 of 4");
     Station station;
-    station.start();
+    station.Start();
     const QString expected = u"Program information\n\nStart               : With open GUI\n\n"
                              "TarnvikRecord\n\nProgram status      : Running\n"
                              "Last message        : Recording 162.400 MHz\n"_s +
@@ -98,16 +98,16 @@ void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
 void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
 }
 
 void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
 {
-    Report->setOption("INTERVAL_MS", "0");
+    Report->SetOption("INTERVAL_MS", "0");
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
     QElapsedTimer timer;
@@ -125,10 +125,10 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
 void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
     Station first;
-    first.start();
+    first.Start();
     QTRY_VERIFY_WITH_TIMEOUT(first.shows() && Report->recorderListens(), 15000);
     Station second;
-    second.start();
+    second.Start();
     QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
     QVERIFY(!second.shows());
     QVERIFY(tests::Press(tests::OnlyWindow(u"Error..."_s, ProcessId(second)), 0, VK_RETURN));
@@ -145,20 +145,20 @@ void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
 }
 
 void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QElapsedTimer timer;
     timer.start();
     QVERIFY(station.endedWith(0));
@@ -171,9 +171,9 @@ void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWi
 void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QStringList keys = QSettings(Key, QSettings::NativeFormat).childKeys();
     keys.sort();
@@ -182,11 +182,11 @@ void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
 
 void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTerminate()
 {
-    Report->setOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 0);
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
@@ -195,13 +195,13 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTermina
 
 void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 {
-    Report->setOption("IGNORE_QUIT", "1");
-    Report->setOption("IGNORE_TERMINATE", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QElapsedTimer timer;
     timer.start();
     QVERIFY(station.endedWith(0));
@@ -214,13 +214,13 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
 void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(Report->recorderListens(recorder));
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
@@ -254,7 +254,7 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
         arguments->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
         arguments->startupInfo->wShowWindow = static_cast<WORD>(command);
     });
-    station.start();
+    station.Start();
     // The second status is written long after the start.
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 2 written"_s), 15000);
     const HWND window = Window(station);
@@ -284,7 +284,7 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
     QFETCH(QString, arguments);
     QFETCH(bool, opened);
     Station station;
-    station.start(arguments.split(u' ', Qt::SkipEmptyParts));
+    station.Start(arguments.split(u' ', Qt::SkipEmptyParts));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     const QString line = u"Debug console open:\n"_s;
     if (opened)
@@ -298,7 +298,7 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
 void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
 {
     Station station;
-    station.start({u"--DEBUG"_s});
+    station.Start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(
         tests::ConsoleText(ProcessId(station)).contains(u"\nstand-in: status 2 written\n"_s), 15000);
     // Ctrl+H belongs to two entries, which the toolkit warns of.
@@ -312,11 +312,11 @@ void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
 void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecorder()
 {
     Station station;
-    station.start({u"--DEBUG"_s});
+    station.Start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows() &&
                                  !tests::ConsoleText(ProcessId(station)).isEmpty(),
                              15000);
-    QVERIFY(station.signal(SIGINT));
+    QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
@@ -325,7 +325,7 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
 void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
 {
     Station station;
-    station.start({u"--DEBUG"_s});
+    station.Start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(ProcessId(station)).isEmpty(), 15000);
     const DWORD mode = tests::ConsoleInputMode(ProcessId(station));
     QVERIFY(mode != 0);
@@ -353,7 +353,7 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
     QFile file(guide);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("%PDF-1.4\n%%EOF\n") > 0);
     file.close();
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
     // The fifth entry of the third menu; without translations there is no menu of languages.
     for (const int key :
@@ -365,7 +365,7 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
     };
     // A drive's letter may be a small one.
     QTRY_COMPARE(QDir::fromNativeSeparators(opened()).toLower(), guide.toLower());
-    QVERIFY(station.quit());
+    QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
 }
 

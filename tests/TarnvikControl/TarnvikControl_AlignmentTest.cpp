@@ -166,39 +166,39 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
                                 tests::TableBytes(first)["0x1"] + tests::TableBytes(second)["0x2"];
 
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     // The menu "Alignment", entry "Show...".
-    QVERIFY(VirtualDesktop::press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
     QTRY_VERIFY(!DialogWindow().isEmpty());
 
     // Tree, Reset, Clear, Import...
-    QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}));
+    QVERIFY(VirtualDesktop::Press(DialogWindow(), {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}));
     QTRY_VERIFY(station.shows(ImportTitle));
-    QVERIFY(VirtualDesktop::press(OnlyWindow(ImportTitle), {u"ctrl+a"_s}));
-    QVERIFY(VirtualDesktop::type(u"first.ad"_s));
-    QVERIFY(VirtualDesktop::press({u"Return"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(ImportTitle), {u"ctrl+a"_s}));
+    QVERIFY(VirtualDesktop::Type(u"first.ad"_s));
+    QVERIFY(VirtualDesktop::Press({u"Return"_s}));
     QTRY_VERIFY(VirtualDesktop::windows(ImportTitle).isEmpty());
 
     FileWindow files(second);
     files.show();
     QVERIFY(QTest::qWaitForWindowExposed(&files));
-    QVERIFY(VirtualDesktop::startDragAndDrop(files.mapToGlobal(files.rect().center()),
+    QVERIFY(VirtualDesktop::StartDragAndDrop(files.mapToGlobal(files.rect().center()),
                                              VirtualDesktop::geometry(DialogWindow()).center()));
     QTRY_VERIFY(files.dropped());
     files.hide();
 
     // Back to the tree: the driver's line comes first, 0x4 last. Enter presses "Save...".
-    QVERIFY(VirtualDesktop::press(
+    QVERIFY(VirtualDesktop::Press(
         DialogWindow(), {u"shift+Tab"_s, u"shift+Tab"_s, u"shift+Tab"_s, u"End"_s, u"space"_s, u"Return"_s}));
     QTRY_VERIFY(station.shows(ExportTitle));
-    QVERIFY(VirtualDesktop::press(OnlyWindow(ExportTitle), {u"Return"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(ExportTitle), {u"Return"_s}));
     QTRY_COMPARE(VirtualDesktop::windows(ExportTitle).size(), 2); // it asks whether to replace the file
-    QVERIFY(VirtualDesktop::press(VirtualDesktop::windows(ExportTitle).last(), {u"alt+y"_s}));
+    QVERIFY(VirtualDesktop::Press(VirtualDesktop::windows(ExportTitle).last(), {u"alt+y"_s}));
     QTRY_VERIFY(VirtualDesktop::windows(ExportTitle).isEmpty());
     QTRY_COMPARE(tests::FileBytes(target), expected);
 
-    QVERIFY(VirtualDesktop::press(DialogWindow(), {u"Escape"_s}));
+    QVERIFY(VirtualDesktop::Press(DialogWindow(), {u"Escape"_s}));
     QTRY_VERIFY(DialogWindow().isEmpty());
     QVERIFY(Report->recorderListens());
     QCOMPARE(station.errorOutput(), QString());
@@ -207,24 +207,24 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
 void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
 {
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).width() > 10); // with the icon
-    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
-    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(station.shows());
-    QVERIFY(VirtualDesktop::click(TrayIcon()));
+    QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(Report->recorderListens());
 
     // "Quit" is the last entry of the icon's menu. The window is hidden.
-    QVERIFY(VirtualDesktop::click(TrayIcon(), 3));
+    QVERIFY(VirtualDesktop::Click(TrayIcon(), 3));
     QTRY_VERIFY(!VirtualDesktop::openMenu().isEmpty());
     const QRect menu = VirtualDesktop::openMenu();
-    QVERIFY(VirtualDesktop::click({menu.center().x(), menu.bottom() - 10}));
+    QVERIFY(VirtualDesktop::Click({menu.center().x(), menu.bottom() - 10}));
     QTRY_VERIFY(station.shows(QuitTitle));
-    QVERIFY(VirtualDesktop::press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(QuitTitle), {u"alt+y"_s}));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"started"_s), 1);
     QCOMPARE(Report->count(u"quit-request"_s), 1);
@@ -265,14 +265,14 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QVERIFY(QDir().mkpath(desktop));
     QVERIFY(tests::WriteFileBytes(desktop + u"/d.ad"_s, "rubbish"));
     Station station;
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
     for (const Step &step : std::as_const(steps)) {
         QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
-        QVERIFY(VirtualDesktop::press(WindowOf(step.Window), step.Keys));
+        QVERIFY(VirtualDesktop::Press(WindowOf(step.Window), step.Keys));
     }
     QTRY_VERIFY(!WindowOf(title).isEmpty());
-    QVERIFY(station.signal(SIGTERM));
+    QVERIFY(station.Signal(SIGTERM));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);

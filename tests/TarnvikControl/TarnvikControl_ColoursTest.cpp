@@ -25,7 +25,7 @@ QImage WindowPicture()
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"desktop.png"_s);
     const QRect window = VirtualDesktop::geometry(OnlyWindow(tests::Title));
-    return !window.isEmpty() && VirtualDesktop::savePicture(file) ? QImage(file).copy(window) : QImage();
+    return !window.isEmpty() && VirtualDesktop::SavePicture(file) ? QImage(file).copy(window) : QImage();
 }
 
 /// True when one of the picture's points has exactly this colour.
@@ -93,7 +93,7 @@ void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
     environment.insert(u"KDE_SESSION_VERSION"_s, u"5"_s);
     environment.insert(u"XDG_CONFIG_DIRS"_s, desktop.path());
     station.Process.setProcessEnvironment(environment);
-    station.start();
+    station.Start();
     QImage picture;
     const auto runningShown = [&] {
         picture = WindowPicture();
@@ -102,7 +102,7 @@ void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
     QTRY_VERIFY_WITH_TIMEOUT(runningShown(), 15000);
     // Right of the text and below it the panel is empty.
     QCOMPARE(picture.pixelColor(picture.width() - 30, picture.height() - 30), shown);
-    QVERIFY(station.signal(SIGTERM));
+    QVERIFY(station.Signal(SIGTERM));
     QVERIFY(station.endedWith(0));
 }
 

@@ -60,7 +60,7 @@ bool ChooseTheGuide()
 {
     QStringList keys = {u"Alt_L"_s, u"Right"_s, u"Right"_s};
     keys += QStringList(6, u"Down"_s);
-    return VirtualDesktop::press(OnlyWindow(Title), keys + QStringList{u"Return"_s});
+    return VirtualDesktop::Press(OnlyWindow(Title), keys + QStringList{u"Return"_s});
 }
 
 } // namespace
@@ -102,7 +102,7 @@ void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage()
     QProcessEnvironment environment = tests::SystemIn(locale);
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
 
     QVERIFY(ChooseTheGuide());
@@ -136,7 +136,7 @@ void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
     QProcessEnvironment environment = tests::SystemIn(u"C"_s);
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
-    station.start();
+    station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
     QVERIFY(ChooseTheGuide());
     QTRY_COMPARE(opener.opened(), QString::fromLatin1(QUrl::fromLocalFile(guide).toEncoded()) + u'\n');

@@ -65,15 +65,15 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     QFETCH(QString, question);
     QFETCH(QString, yes);
     tools::RecorderReport report;
-    report.setOption("MESSAGE", "ready");
+    report.SetOption("MESSAGE", "ready");
     Station station;
     QVERIFY(PutTranslationsBeside(station));
     station.Process.setProcessEnvironment(SystemIn(locale, languages));
-    station.start();
+    station.Start();
     QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), panel, 15000);
-    QVERIFY(VirtualDesktop::press(OnlyWindow(tests::Title), {u"ctrl+q"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(tests::Title), {u"ctrl+q"_s}));
     QTRY_VERIFY(station.shows(question));
-    QVERIFY(VirtualDesktop::press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.errorOutput(), QString());
 }
@@ -83,14 +83,14 @@ void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
     const tools::RecorderReport report;
     const QString refusal = u"Fehler..."_s;
     Station first;
-    first.start();
+    first.Start();
     QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
     Station second;
     QVERIFY(PutTranslationsBeside(second));
     second.Process.setProcessEnvironment(SystemIn(u"de_DE.UTF-8"_s));
-    second.start();
+    second.Start();
     QTRY_VERIFY_WITH_TIMEOUT(second.shows(refusal), 15000);
-    QVERIFY(VirtualDesktop::press(OnlyWindow(refusal), {u"Return"_s}));
+    QVERIFY(VirtualDesktop::Press(OnlyWindow(refusal), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
     QCOMPARE(second.output().section(u'\n', 1), u"TarnvikControl: Fehler: Das Programm läuft bereits...\n"_s);
     QVERIFY(second.errorOutput().endsWith(u": TarnvikControl: Fehler -1!\n"_s));

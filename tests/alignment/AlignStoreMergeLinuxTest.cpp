@@ -55,7 +55,8 @@ void AlignStoreMergeLinuxTest::withoutMemoryForDataSetsAMergeEndsWith0()
     if (!result.isEmpty())
         QCOMPARE(output, result);
     else // as many tables as fit, and no error
-        QVERIFY2(output.startsWith("result Ok (0) ") && output != "result Ok (0) 0\n" && output != "result Ok (0) 40\n",
+        QVERIFY2(output.startsWith("result Ok (0) ") && output != "result Ok (0) 0\n" &&
+                     output != "result Ok (0) 40\n",
                  output.constData());
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);

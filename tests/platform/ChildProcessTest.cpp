@@ -62,10 +62,10 @@ void ChildProcessTest::theRecorderIsFound()
 void ChildProcessTest::aDetachedRecorderSurvivesAKilledParentAndItsBrokenPipes()
 {
     tools::RecorderReport report;
-    report.setOption("INTERVAL_MS", "20"); // it prints a line each time
-    report.setOption("STATUS", "none");
-    report.setOption("IGNORE_QUIT", "1");
-    report.setOption("EXIT_AFTER_MS", "3000");
+    report.SetOption("INTERVAL_MS", "20"); // it prints a line each time
+    report.SetOption("STATUS", "none");
+    report.SetOption("IGNORE_QUIT", "1");
+    report.SetOption("EXIT_AFTER_MS", "3000");
     QProcess parent;
     parent.start(QCoreApplication::applicationFilePath(), QStringList{u"parent"_s});
     QTRY_COMPARE(report.count(u"ready"_s), 1);

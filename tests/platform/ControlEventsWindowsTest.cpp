@@ -187,8 +187,8 @@ void ControlEventsWindowsTest::anEventMeetsTheHandler()
 void ControlEventsWindowsTest::aDetachedRecorderDoesNotGetIt()
 {
     tools::RecorderReport report;
-    report.setOption("INTERVAL_MS", "50");
-    report.setOption("STATUS", "none");
+    report.SetOption("INTERVAL_MS", "50");
+    report.SetOption("STATUS", "none");
     QCOMPARE(RunSelf(u"recorder"_s), DWORD{Survived});
     QCOMPARE(report.count(u"ready"_s), 1);
     QCOMPARE(report.count(u"terminate-request"_s), 0);

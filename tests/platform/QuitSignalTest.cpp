@@ -82,7 +82,7 @@ void QuitSignalTest::aCountThatNobodyTookIsTakenAway()
 void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
 {
     tools::RecorderReport report;
-    report.setOption("INTERVAL_MS", "0");
+    report.SetOption("INTERVAL_MS", "0");
     // Made here, so that the recorder is not its maker.
     const QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
     QProcess recorder;

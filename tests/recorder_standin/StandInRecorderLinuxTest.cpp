@@ -43,7 +43,7 @@ void StandInRecorderLinuxTest::init()
 {
     QFile::remove(RecorderStatusFile());
     Report = std::make_unique<tools::RecorderReport>();
-    Report->setOption("INTERVAL_MS", "30");
+    Report->SetOption("INTERVAL_MS", "30");
 }
 
 void StandInRecorderLinuxTest::cleanup()
@@ -66,7 +66,7 @@ void StandInRecorderLinuxTest::theStatusFileKeepsItsInode()
     file.close();
     const ino_t inode = Inode(RecorderStatusFile());
     QVERIFY(inode != 0);
-    Report->setOption("STATUS", status);
+    Report->SetOption("STATUS", status);
     StandIn recorder;
     recorder.Start();
     for (int sequenceNr = 1; sequenceNr <= 10; ++sequenceNr) {

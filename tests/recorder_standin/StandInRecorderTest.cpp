@@ -88,7 +88,7 @@ void StandInRecorderTest::cleanup()
 
 void StandInRecorderTest::theStatusFileHoldsAllFourValues()
 {
-    Report->setOption("INTERVAL_MS", QByteArray::number(Never));
+    Report->SetOption("INTERVAL_MS", QByteArray::number(Never));
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
@@ -114,8 +114,8 @@ void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven_data()
 void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven()
 {
     QFETCH(QString, message);
-    Report->setOption("INTERVAL_MS", QByteArray::number(Never));
-    Report->setOption("MESSAGE", message.toLocal8Bit());
+    Report->SetOption("INTERVAL_MS", QByteArray::number(Never));
+    Report->SetOption("MESSAGE", message.toLocal8Bit());
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
@@ -124,8 +124,8 @@ void StandInRecorderTest::aMessageOfOnesOwnIsReadBackAsItWasGiven()
 
 void StandInRecorderTest::theSequenceNumberRisesByOneWithEachChange()
 {
-    Report->setOption("INTERVAL_MS", "20");
-    Report->setOption("EXIT_AFTER_MS", "500");
+    Report->SetOption("INTERVAL_MS", "20");
+    Report->SetOption("EXIT_AFTER_MS", "500");
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(0));
@@ -138,7 +138,7 @@ void StandInRecorderTest::theSequenceNumberRisesByOneWithEachChange()
 
 void StandInRecorderTest::withoutMessageOfOnesOwnTheBuiltInOnesFollowEachOther()
 {
-    Report->setOption("INTERVAL_MS", "50");
+    Report->SetOption("INTERVAL_MS", "50");
     StandIn recorder;
     recorder.Start();
     QSet<QString> messages;
@@ -163,7 +163,7 @@ void StandInRecorderTest::theFileIsRewrittenInPlaceSoThatAWatcherKeepsReporting(
     QFileSystemWatcher watcher({RecorderStatusFile()});
     QCOMPARE(watcher.files(), QStringList{RecorderStatusFile()});
     QSignalSpy changes(&watcher, &QFileSystemWatcher::fileChanged);
-    Report->setOption("INTERVAL_MS", "50");
+    Report->SetOption("INTERVAL_MS", "50");
     StandIn recorder;
     recorder.Start();
     for (const quint32 sequenceNr : {2U, 4U, 6U, 8U}) {
@@ -189,8 +189,8 @@ void StandInRecorderTest::theDefaultIntervalIsASecond()
 
 void StandInRecorderTest::withInterval0ItStaysSilent()
 {
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("EXIT_AFTER_MS", "1500");
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("EXIT_AFTER_MS", "1500");
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(0));
@@ -201,8 +201,8 @@ void StandInRecorderTest::withInterval0ItStaysSilent()
 
 void StandInRecorderTest::withStatusNoneNoFileIsWritten()
 {
-    Report->setOption("INTERVAL_MS", "20");
-    Report->setOption("STATUS", "none");
+    Report->SetOption("INTERVAL_MS", "20");
+    Report->SetOption("STATUS", "none");
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(5)));
@@ -211,8 +211,8 @@ void StandInRecorderTest::withStatusNoneNoFileIsWritten()
 
 void StandInRecorderTest::aDamagedFileCannotBeRead()
 {
-    Report->setOption("INTERVAL_MS", QByteArray::number(Never));
-    Report->setOption("STATUS", "damaged");
+    Report->SetOption("INTERVAL_MS", QByteArray::number(Never));
+    Report->SetOption("STATUS", "damaged");
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
@@ -225,8 +225,8 @@ void StandInRecorderTest::aDamagedFileCannotBeRead()
 
 void StandInRecorderTest::aHugeFileHas64MiB()
 {
-    Report->setOption("INTERVAL_MS", QByteArray::number(Never));
-    Report->setOption("STATUS", "huge");
+    Report->SetOption("INTERVAL_MS", QByteArray::number(Never));
+    Report->SetOption("STATUS", "huge");
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY_WITH_TIMEOUT(recorder.HasPrinted(StatusLine(1)), tests::Patience);
@@ -239,7 +239,7 @@ void StandInRecorderTest::aHugeFileHas64MiB()
 
 void StandInRecorderTest::bothOutputChannelsAreUsed()
 {
-    Report->setOption("INTERVAL_MS", "20");
+    Report->SetOption("INTERVAL_MS", "20");
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(10)));
@@ -265,10 +265,10 @@ void StandInRecorderTest::itEndsByItselfWithACode()
 {
     QFETCH(QByteArray, code);
     QFETCH(int, exitCode);
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("EXIT_AFTER_MS", "300");
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("EXIT_AFTER_MS", "300");
     if (!code.isEmpty())
-        Report->setOption("EXIT_CODE", code);
+        Report->SetOption("EXIT_CODE", code);
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(exitCode));
@@ -282,8 +282,8 @@ void StandInRecorderTest::itEndsByItselfWithACode()
 
 void StandInRecorderTest::itCrashes()
 {
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("CRASH_AFTER_MS", "100");
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("CRASH_AFTER_MS", "100");
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.Process.waitForFinished());
@@ -295,7 +295,7 @@ void StandInRecorderTest::itCrashes()
 
 void StandInRecorderTest::itEndsOnTheQuitRequest()
 {
-    Report->setOption("INTERVAL_MS", QByteArray::number(Never));
+    Report->SetOption("INTERVAL_MS", QByteArray::number(Never));
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(Report->recorderListens());
@@ -309,8 +309,8 @@ void StandInRecorderTest::itEndsOnTheQuitRequest()
 
 void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
 {
-    Report->setOption("INTERVAL_MS", "50");
-    Report->setOption("IGNORE_QUIT", "1");
+    Report->SetOption("INTERVAL_MS", "50");
+    Report->SetOption("IGNORE_QUIT", "1");
     StandIn recorder;
     recorder.Start();
     QTRY_VERIFY(recorder.HasPrinted(StatusLine(1)));
@@ -323,7 +323,7 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheQuitRequest()
 
 void StandInRecorderTest::itEndsWhenAskedToTerminate()
 {
-    Report->setOption("INTERVAL_MS", "30");
+    Report->SetOption("INTERVAL_MS", "30");
     StandIn recorder;
     recorder.Start();
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
@@ -336,8 +336,8 @@ void StandInRecorderTest::itEndsWhenAskedToTerminate()
 
 void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
 {
-    Report->setOption("IGNORE_TERMINATE", "1");
-    Report->setOption("INTERVAL_MS", "30");
+    Report->SetOption("IGNORE_TERMINATE", "1");
+    Report->SetOption("INTERVAL_MS", "30");
     StandIn recorder;
     recorder.Start();
     QTRY_COMPARE(Report->count(u"ready"_s), 1);
@@ -355,9 +355,9 @@ void StandInRecorderTest::itGoesOnWhenItIsToIgnoreTheRequestToTerminate()
 void StandInRecorderTest::aFloodArrivesWholeAndInOrder()
 {
     constexpr int lineCount = 20'000;
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("EXIT_AFTER_MS", "100");
-    Report->setOption("FLOOD_LINES", QByteArray::number(lineCount));
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("EXIT_AFTER_MS", "100");
+    Report->SetOption("FLOOD_LINES", QByteArray::number(lineCount));
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(0));
@@ -370,10 +370,10 @@ void StandInRecorderTest::aFloodArrivesWholeAndInOrder()
 
 void StandInRecorderTest::theReportTellsTimeProcessAndEvents()
 {
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("EXIT_AFTER_MS", "50");
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("EXIT_AFTER_MS", "50");
     // Two that listen share the semaphore: the first one to end would wake the other.
-    Report->setOption("IGNORE_QUIT", "1");
+    Report->SetOption("IGNORE_QUIT", "1");
     const qint64 before = SteadyMicroseconds();
     StandIn first;
     first.Start();
@@ -405,9 +405,9 @@ void StandInRecorderTest::theReportTellsTimeProcessAndEvents()
 
 void StandInRecorderTest::withoutReportFileNothingIsReported()
 {
-    Report->setOption("INTERVAL_MS", "0");
-    Report->setOption("EXIT_AFTER_MS", "0");
-    Report->setOption("REPORT", "");
+    Report->SetOption("INTERVAL_MS", "0");
+    Report->SetOption("EXIT_AFTER_MS", "0");
+    Report->SetOption("REPORT", "");
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(0));
@@ -439,7 +439,7 @@ void StandInRecorderTest::aValueThatMakesNoSenseIsRefused()
 {
     QFETCH(QByteArray, option);
     QFETCH(QByteArray, value);
-    Report->setOption(option.constData(), value);
+    Report->SetOption(option.constData(), value);
     StandIn recorder;
     recorder.Start();
     QVERIFY(recorder.EndsWith(64));

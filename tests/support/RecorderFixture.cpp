@@ -6,7 +6,7 @@ namespace tests {
 void RecorderFixture::init()
 {
     Report = std::make_unique<tools::RecorderReport>();
-    Report->setOption("INTERVAL_MS", "0");
+    Report->SetOption("INTERVAL_MS", "0");
 }
 
 void RecorderFixture::cleanup()

@@ -29,23 +29,23 @@ public:
     /// A property of a window as the system's tool prints it.
     [[nodiscard]] static QString property(const QString &window, const QString &name);
     /// Gives a window the keyboard and presses keys, named as in "ctrl+q"; false when that fails.
-    static bool press(const QString &window, const QStringList &keys);
+    static bool Press(const QString &window, const QStringList &keys);
     /// Presses keys where the keyboard is: in an open menu, which is no window of the window manager's.
-    static bool press(const QStringList &keys);
+    static bool Press(const QStringList &keys);
     /// Types a text where the keyboard is.
-    static bool type(const QString &text);
+    static bool Type(const QString &text);
     /// A window's place on the desktop, without its frame; empty when there is no such window.
     [[nodiscard]] static QRect geometry(const QString &window);
     /// The place of an open pop-up menu; empty when there is none. Menus are no windows of the window
     /// manager's.
     [[nodiscard]] static QRect openMenu();
     /// Clicks at a place of the desktop; 1 is the left button, 3 the right one.
-    static bool click(const QPoint &place, int button = 1);
+    static bool Click(const QPoint &place, int button = 1);
     /// Begins to drag with the left button from one place of the desktop to another and drops there. Returns
     /// at once; the program that is dragged from may be this one.
-    static bool startDragAndDrop(const QPoint &from, const QPoint &to);
+    static bool StartDragAndDrop(const QPoint &from, const QPoint &to);
     /// Saves a picture of the whole desktop.
-    static bool savePicture(const QString &file);
+    static bool SavePicture(const QString &file);
 
 private:
     QProcess Desktop;

@@ -82,18 +82,18 @@ QString VirtualDesktop::property(const QString &window, const QString &name)
     return QString::fromUtf8(Output(u"xprop"_s, {u"-len"_s, u"4000000"_s, u"-id"_s, window, name}));
 }
 
-bool VirtualDesktop::press(const QString &window, const QStringList &keys)
+bool VirtualDesktop::Press(const QString &window, const QStringList &keys)
 {
     return XDoTool({u"windowactivate"_s, u"--sync"_s, window}) &&
            XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
 
-bool VirtualDesktop::press(const QStringList &keys)
+bool VirtualDesktop::Press(const QStringList &keys)
 {
     return XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
 
-bool VirtualDesktop::type(const QString &text)
+bool VirtualDesktop::Type(const QString &text)
 {
     return XDoTool({u"type"_s, u"--clearmodifiers"_s, u"--delay"_s, u"2"_s, text});
 }
@@ -112,13 +112,13 @@ QRect VirtualDesktop::openMenu()
     return menu.isEmpty() ? QRect() : geometry(menu);
 }
 
-bool VirtualDesktop::click(const QPoint &place, int button)
+bool VirtualDesktop::Click(const QPoint &place, int button)
 {
     return XDoTool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s,
                     QString::number(button)});
 }
 
-bool VirtualDesktop::startDragAndDrop(const QPoint &from, const QPoint &to)
+bool VirtualDesktop::StartDragAndDrop(const QPoint &from, const QPoint &to)
 {
     // A drag begins after some pixels, and the target answers while the mouse moves over it.
     QStringList arguments = {u"mousemove"_s, QString::number(from.x()), QString::number(from.y()),
@@ -133,7 +133,7 @@ bool VirtualDesktop::startDragAndDrop(const QPoint &from, const QPoint &to)
     return QProcess::startDetached(u"xdotool"_s, arguments);
 }
 
-bool VirtualDesktop::savePicture(const QString &file)
+bool VirtualDesktop::SavePicture(const QString &file)
 {
     return Run(u"import"_s, {u"-window"_s, u"root"_s, file});
 }
