@@ -18,7 +18,6 @@
 
 using namespace Qt::StringLiterals;
 
-using tests::AlignmentDialogFixture;
 using tests::ImportFile;
 using tests::Rtl;
 
