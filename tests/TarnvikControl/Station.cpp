@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/Patience.h"
 
 #include "tools/RecorderReport.h"
 
@@ -59,7 +60,7 @@ QString Station::errorOutput()
 
 bool Station::endedWith(int exitCode)
 {
-    return Process.waitForFinished(15000) && Process.exitStatus() == QProcess::NormalExit &&
+    return Process.waitForFinished(tests::Patience) && Process.exitStatus() == QProcess::NormalExit &&
            Process.exitCode() == exitCode;
 }
 

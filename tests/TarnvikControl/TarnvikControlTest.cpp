@@ -4,6 +4,7 @@
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
 
 #include <QElapsedTimer>
@@ -75,7 +76,7 @@ void TarnvikControlTest::theRecorderAndItsMessageAreShown()
                              "TarnvikRecord\n\nProgram status      : Running\n"
                              "Last message        : Recording 162.400 MHz\n"_s +
                              QString(22, u' ') + u"File 1 of 4\n"_s;
-    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, tests::Patience);
     QTRY_VERIFY(station.output().contains(u"\nstand-in: status 1 written\n"_s));
 }
 
@@ -84,7 +85,7 @@ void TarnvikControlTest::aKilledRecorderIsRunningAgainWithinASecondAndThePanelSh
     Report->SetOption("INTERVAL_MS", "0");
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), tests::Patience);
     QCOMPARE(Report->count(u"started"_s), 1);
     QElapsedTimer timer;
     timer.start();
@@ -108,11 +109,11 @@ void TarnvikControlTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
     Station first;
     first.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), tests::Patience);
     QTRY_VERIFY(Report->recorderListens());
     Station second;
     second.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), tests::Patience);
     QCOMPARE(tests::VirtualDesktop::windows(Title).size(), 1);
     QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(u"Error..."_s), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
@@ -128,11 +129,11 @@ void TarnvikControlTest::theInstanceAfterAKilledOneStarts()
 {
     Station station;
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, tests::Patience);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, tests::Patience);
 }
 
 void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder_data()
@@ -147,7 +148,7 @@ void TarnvikControlTest::sigintAndSigtermEndWith0AndStopTheRecorder()
     QFETCH(int, number);
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     QVERIFY(station.Signal(number));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.output().contains(u"\nCtrlCException\n"_s));
@@ -163,7 +164,7 @@ void TarnvikControlTest::aSecondCtrlCWhileTheEventLoopIsStillEndingIsNotHandled(
     Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, tests::Patience);
     QVERIFY(station.Signal(SIGINT));
     QTRY_VERIFY(station.output().contains(u"CtrlCException"_s));
     QVERIFY(station.Signal(SIGINT)); // while the program waits for its recorder
@@ -177,7 +178,7 @@ void TarnvikControlTest::quitAnsweredWithYesStopsTheRecorderByTheSemaphoreAlone(
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
@@ -190,7 +191,7 @@ void TarnvikControlTest::theCloseButtonAnsweredWithAbortKeepsTheProgram()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(Title), {u"alt+F4"_s}));
     QTRY_VERIFY(station.shows(QuitTitle));
     QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(QuitTitle), {u"Escape"_s}));
@@ -206,7 +207,7 @@ void TarnvikControlTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ready"_s), 1, tests::Patience);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     QTRY_VERIFY(station.shows());
     QElapsedTimer timer;
@@ -223,14 +224,14 @@ void TarnvikControlTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNextStart()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(tools::IsAlive(recorder));
     QVERIFY(Report->recorderListens());
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, tests::Patience);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
@@ -243,7 +244,7 @@ void TarnvikControlTest::startHiddenShowsNoWindow()
     QSettings(u"Quillane"_s, Title).setValue(u"StartHidden"_s, true);
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     QTRY_VERIFY(station.output().contains(u"status 2 written"_s)); // long after the start
     QVERIFY(tests::VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(station.Signal(SIGINT));
@@ -269,7 +270,8 @@ void TarnvikControlTest::theDebugConsoleIsOpened()
     QFETCH(bool, opened);
     Station station;
     station.Start(arguments.split(u' ', Qt::SkipEmptyParts));
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 1"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 1"_s),
+                             tests::Patience);
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.output().contains(u"\nDebug console open:\n"_s), opened);
@@ -280,12 +282,12 @@ void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()
     // The application object understands "-platform"; as the fifth argument it must not see it.
     Station station;
     station.Start(u"a b c d -platform nonsense"_s.split(u' '));
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     Station other;
     other.Start(u"a b -platform nonsense"_s.split(u' '));
-    QVERIFY(other.Process.waitForFinished(15000));
+    QVERIFY(other.Process.waitForFinished(tests::Patience));
     QVERIFY(other.Process.exitStatus() == QProcess::CrashExit || other.Process.exitCode() != 0);
 }
 
@@ -298,16 +300,16 @@ void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
     QCOMPARE(Report->count(u"started"_s), 0);
     Station longest;
     longest.Start({QString(259, u'x')});
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
 }
 
 void TarnvikControlTest::theVersionIsTheFirstLine()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), tests::Patience);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
 }
 
 void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
@@ -315,7 +317,7 @@ void TarnvikControlTest::aBrokenOutputPipeDoesNotEndTheProgram()
     Report->SetOption("INTERVAL_MS", "50"); // it logs a line each time
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 1"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 1"_s), tests::Patience);
     station.Process.closeReadChannel(QProcess::StandardOutput);
     station.Process.closeReadChannel(QProcess::StandardError);
     bool reached = false; // the file is empty now and then, while it is rewritten
@@ -336,7 +338,7 @@ void TarnvikControlTest::theWindowCarriesTheIconInItsSizes()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), tests::Patience);
     const QString icons = tests::VirtualDesktop::property(OnlyWindow(Title), u"_NET_WM_ICON"_s);
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
         QVERIFY2(icons.contains(u"Icon (%1 x %1)"_s.arg(size)), qPrintable(QString::number(size)));
@@ -346,7 +348,8 @@ void TarnvikControlTest::withoutARecorderItIsShownAsStopped()
 {
     Station station{QString()};
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Program status      : Stopped\n"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Program status      : Stopped\n"_s),
+                             tests::Patience);
     QCOMPARE(Report->count(u"started"_s), 0);
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
@@ -360,7 +363,7 @@ void TarnvikControlTest::theRecorderWithTheEndingExeComesFirst()
     QVERIFY(wrong.open(QIODevice::WriteOnly));
     wrong.close();
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program as a process on the desktop, with the stand-in recorder beside it.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/support/Patience.h"
 #include "tests/support/WindowsDesktop_windows.h"
 #include "tools/IsolatedFolders.h"
 #include "tools/RecorderReport.h"
@@ -91,7 +92,7 @@ void TarnvikControlWindowsTest::theRecorderAndItsMessageAreShown()
                              "TarnvikRecord\n\nProgram status      : Running\n"
                              "Last message        : Recording 162.400 MHz\n"_s +
                              QString(22, u' ') + u"File 1 of 4\n"_s;
-    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), expected, tests::Patience);
     QTRY_VERIFY(station.output().contains(u"\nstand-in: status 1 written\n"_s));
 }
 
@@ -99,7 +100,7 @@ void TarnvikControlWindowsTest::theVersionIsTheFirstLine()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), tests::Patience);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
 }
 
@@ -108,7 +109,7 @@ void TarnvikControlWindowsTest::aKilledRecorderIsRunningAgainWithinASecond()
     Report->SetOption("INTERVAL_MS", "0");
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     QTRY_VERIFY(station.panelText().contains(u"Running"_s));
     QElapsedTimer timer;
     timer.start();
@@ -126,10 +127,10 @@ void TarnvikControlWindowsTest::aSecondInstanceTellsSoAndEndsWithMinus1()
 {
     Station first;
     first.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(first.shows() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows() && Report->recorderListens(), tests::Patience);
     Station second;
     second.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(u"Error..."_s), tests::Patience);
     QVERIFY(!second.shows());
     QVERIFY(tests::Press(tests::OnlyWindow(u"Error..."_s, ProcessId(second)), 0, VK_RETURN));
     QVERIFY(second.endedWith(-1));
@@ -146,18 +147,18 @@ void TarnvikControlWindowsTest::theInstanceAfterAKilledOneStarts()
 {
     Station station;
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 1, tests::Patience);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"started"_s), 2, tests::Patience);
 }
 
 void TarnvikControlWindowsTest::quitStopsTheRecorderByTheSemaphoreAloneAndEndsWithinASecond()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), tests::Patience);
     QVERIFY(station.Quit());
     QElapsedTimer timer;
     timer.start();
@@ -172,7 +173,7 @@ void TarnvikControlWindowsTest::theSettingsLieInTheUsersRegistry()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), tests::Patience);
     QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QStringList keys = QSettings(Key, QSettings::NativeFormat).childKeys();
@@ -185,7 +186,7 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresTheSemaphoreIsAskedToTermina
     Report->SetOption("IGNORE_QUIT", "1");
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, tests::Patience);
     QVERIFY(station.Quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 0);
@@ -199,7 +200,7 @@ void TarnvikControlWindowsTest::aRecorderThatIgnoresEverythingIsKilledAfter5s()
     Report->SetOption("IGNORE_TERMINATE", "1");
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->count(u"ready"_s) == 1, tests::Patience);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     QVERIFY(station.Quit());
     QElapsedTimer timer;
@@ -215,13 +216,13 @@ void TarnvikControlWindowsTest::aRecorderSurvivesACrashAndIsAskedToQuitAtTheNext
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
     const qint64 recorder = Report->lastProcess(u"started"_s);
     station.Process.kill();
     QVERIFY(station.Process.waitForFinished());
     QVERIFY(Report->recorderListens(recorder));
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, tests::Patience);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     QTRY_VERIFY(Report->recorderListens());
@@ -256,7 +257,7 @@ void TarnvikControlWindowsTest::theShowCommandDecidesUnlessTheStartIsHidden()
     });
     station.Start();
     // The second status is written long after the start.
-    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 2 written"_s), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"status 2 written"_s), tests::Patience);
     const HWND window = Window(station);
     QString state = u"hidden"_s;
     if (window && IsIconic(window) != FALSE)
@@ -285,7 +286,7 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
     QFETCH(bool, opened);
     Station station;
     station.Start(arguments.split(u' ', Qt::SkipEmptyParts));
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     const QString line = u"Debug console open:\n"_s;
     if (opened)
         QTRY_VERIFY2(tests::ConsoleText(ProcessId(station)).startsWith(line),
@@ -300,7 +301,8 @@ void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
     Station station;
     station.Start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(
-        tests::ConsoleText(ProcessId(station)).contains(u"\nstand-in: status 2 written\n"_s), 15000);
+        tests::ConsoleText(ProcessId(station)).contains(u"\nstand-in: status 2 written\n"_s),
+        tests::Patience);
     // Ctrl+H belongs to two entries, which the toolkit warns of.
     QVERIFY(tests::Press(Window(station), VK_CONTROL, 'H'));
     const QRegularExpression warning(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: .*Ctrl\\+H$"_s,
@@ -315,7 +317,7 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
     station.Start({u"--DEBUG"_s});
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows() &&
                                  !tests::ConsoleText(ProcessId(station)).isEmpty(),
-                             15000);
+                             tests::Patience);
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
@@ -326,7 +328,7 @@ void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
 {
     Station station;
     station.Start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(ProcessId(station)).isEmpty(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(ProcessId(station)).isEmpty(), tests::Patience);
     const DWORD mode = tests::ConsoleInputMode(ProcessId(station));
     QVERIFY(mode != 0);
     QCOMPARE(mode & ENABLE_QUICK_EDIT_MODE, 0U); // the mode in which a click selects, and who writes waits
@@ -354,7 +356,7 @@ void TarnvikControlWindowsTest::theGuideIsOpenedFromAFolderLikeProgramFiles()
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write("%PDF-1.4\n%%EOF\n") > 0);
     file.close();
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows() && Report->recorderListens(), tests::Patience);
     // The fifth entry of the third menu; without translations there is no menu of languages.
     for (const int key :
          {VK_MENU, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})

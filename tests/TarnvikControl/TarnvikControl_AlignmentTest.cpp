@@ -6,6 +6,7 @@
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
 
 #include <QDir>
@@ -167,7 +168,7 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
 
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     // The menu "Alignment", entry "Show...".
     QVERIFY(VirtualDesktop::Press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
     QTRY_VERIFY(!DialogWindow().isEmpty());
@@ -208,7 +209,7 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
 {
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).width() > 10); // with the icon
     QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
@@ -266,7 +267,7 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QVERIFY(tests::WriteFileBytes(desktop + u"/d.ad"_s, "rubbish"));
     Station station;
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     for (const Step &step : std::as_const(steps)) {
         QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
         QVERIFY(VirtualDesktop::Press(WindowOf(step.Window), step.Keys));

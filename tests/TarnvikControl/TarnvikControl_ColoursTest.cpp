@@ -2,6 +2,7 @@
 // The whole program on desktops that have chosen their colours, high-contrast ones among them.
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
 
 #include <QColor>
@@ -99,7 +100,7 @@ void TarnvikControl_ColoursTest::theDefaultStyleTakesTheDesktopsColours()
         picture = WindowPicture();
         return Contains(picture, running);
     };
-    QTRY_VERIFY_WITH_TIMEOUT(runningShown(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(runningShown(), tests::Patience);
     // Right of the text and below it the panel is empty.
     QCOMPARE(picture.pixelColor(picture.width() - 30, picture.height() - 30), shown);
     QVERIFY(station.Signal(SIGTERM));

@@ -2,6 +2,7 @@
 // The whole program opens its user guide from the menu, in the language that it speaks.
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
 
 #include <QDir>
 #include <QFile>
@@ -103,7 +104,7 @@ void TarnvikControl_GuideTest::theMenuOpensTheGuideInTheProgramsLanguage()
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), tests::Patience);
 
     QVERIFY(ChooseTheGuide());
     const QUrl url = QUrl::fromLocalFile(station.path(expected)); // the folder's path has a blank
@@ -137,7 +138,7 @@ void TarnvikControl_GuideTest::theGuideIsOpenedFromAnyFolder()
     QVERIFY(opener.install(environment));
     station.Process.setProcessEnvironment(environment);
     station.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(), tests::Patience);
     QVERIFY(ChooseTheGuide());
     QTRY_COMPARE(opener.opened(), QString::fromLatin1(QUrl::fromLocalFile(guide).toEncoded()) + u'\n');
 }

@@ -2,6 +2,7 @@
 // The whole program with the built translations beside it, on systems in several languages.
 #include "tests/TarnvikControl/Station.h"
 #include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
 
 using namespace Qt::StringLiterals;
@@ -70,7 +71,7 @@ void TarnvikControl_LanguageTest::theProgramSpeaksTheSystemsLanguage()
     QVERIFY(PutTranslationsBeside(station));
     station.Process.setProcessEnvironment(SystemIn(locale, languages));
     station.Start();
-    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), panel, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.panelText(), panel, tests::Patience);
     QVERIFY(VirtualDesktop::Press(OnlyWindow(tests::Title), {u"ctrl+q"_s}));
     QTRY_VERIFY(station.shows(question));
     QVERIFY(VirtualDesktop::Press(OnlyWindow(question), {yes})); // the mnemonic is Qt's
@@ -84,12 +85,12 @@ void TarnvikControl_LanguageTest::aSecondInstanceIsRefusedInTheSystemsLanguage()
     const QString refusal = u"Fehler..."_s;
     Station first;
     first.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(first.shows(), tests::Patience);
     Station second;
     QVERIFY(PutTranslationsBeside(second));
     second.Process.setProcessEnvironment(SystemIn(u"de_DE.UTF-8"_s));
     second.Start();
-    QTRY_VERIFY_WITH_TIMEOUT(second.shows(refusal), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(second.shows(refusal), tests::Patience);
     QVERIFY(VirtualDesktop::Press(OnlyWindow(refusal), {u"Return"_s}));
     QVERIFY(second.endedWith(255)); // -1 as an exit code of eight bits
     QCOMPARE(second.output().section(u'\n', 1), u"TarnvikControl: Fehler: Das Programm läuft bereits...\n"_s);
