@@ -233,8 +233,6 @@ void AlignStoreMergeTest::mergedTableIsIndependentOfItsSource()
     AlignStore store;
     store.SdrType = SdrType::AirSpy;
     QVERIFY(generator.AppendFullTables(store, 1, tools::AlignmentGenerator::Full::Wide));
-    AlignTable expected;
-    AlignStore::InitTable(expected, SdrType::AirSpy);
     {
         AlignStore source;
         source.SdrType = SdrType::AirSpy;
