@@ -22,8 +22,8 @@ class QSettings;
 class StatusPanel;
 
 /// Starts the recorder when it is made and stops it when the application is about to quit. It lives in the
-/// tray as well: closing the window hides it or ends the program, as the user has set. Every way out of the
-/// program stops the recorder. GUI thread only.
+/// tray as well: closing the window hides it or ends the program, as the user has set. Every orderly end
+/// stops the recorder; after a crash it goes on. GUI thread only.
 ///
 /// Sources: CMainWindow.cpp (life, settings, way out), CMainWindow_Tray.cpp, CMainWindow_Menus.cpp,
 /// CMainWindow_Commands.cpp. StatusPanel writes the panel.

@@ -44,8 +44,8 @@ public:
     QAction *AddEntry(const QString &text, const QString &statusTip, const QKeySequence &shortcut,
                       int remembered);
 
-    /// The remembered entry. One that was not built stands for the entry at index 0: a window without style
-    /// entries triggers that one in place of its stored style, and this is meant so.
+    /// The remembered entry. If it was not built: the entry at index 0, the first of the File menu. A stored
+    /// style without an entry therefore opens the record folder at the start; this is meant so.
     [[nodiscard]] QAction *remembered(int entry) const;
 
 private:

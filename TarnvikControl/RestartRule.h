@@ -30,13 +30,13 @@ public:
     };
 
     /// What to do after the event. `state` is that of the process now, `ends` is how many times it has ended
-    /// in all: two changes of state can be told as one event, and one as two.
+    /// in all: one event may stand for several changes of state, and one change may be told twice.
     [[nodiscard]] Decision DecideOn(Event event, QProcess::ProcessState state, std::uint32_t ends);
 
 private:
     [[nodiscard]] bool StartsAfterEnd();
 
-    std::chrono::seconds Pause{0}; // before the next start but one
+    std::chrono::seconds Pause{0}; // after the next end
     std::optional<std::chrono::seconds> Wait;
     std::uint32_t AnsweredEnds = 0;
 };

@@ -25,6 +25,7 @@ int RunControl(const std::vector<std::string> &arguments, int showCommand, bool 
 /// Shows or hides a window as a show command asks; one that is not in ShowCommand hides it.
 void ApplyShowCommand(QWidget &window, int showCommand);
 
-/// The control handler: the first Ctrl-C or shutdown asks the event loop to end with exit code 0 and is
-/// handled; everything else, and a second one, is left to the system. Called on a thread of the system's.
+/// The control handler: the first Ctrl-C or shutdown asks the event loop to end with exit code 0. It returns
+/// false for everything else and for a later one, and the system then ends the process. Not called on the GUI
+/// thread.
 bool CtrlCException(std::uint32_t controlType);

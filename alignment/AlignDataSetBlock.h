@@ -32,8 +32,8 @@ public:
     [[nodiscard]] std::size_t size() const { return Size; }
     [[nodiscard]] bool empty() const { return Size == 0; }
 
-    /// Data set `index`, which must be below size(). A pointer got from the first form may lead to every
-    /// other data set of the block.
+    /// Data set `index`, which must be below size(). The first form marks all data sets as possibly written:
+    /// the caller may step from one to the next.
     [[nodiscard]] AlignDataSet &operator[](std::size_t index);
     [[nodiscard]] const AlignDataSet &operator[](std::size_t index) const;
 
@@ -49,9 +49,9 @@ public:
     /// The first `count` data sets, which must be there, for reading.
     [[nodiscard]] std::span<const AlignDataSet> first(std::size_t count) const { return {DataSets, count}; }
 
-    /// Makes the first data sets equal, byte for byte, to those of `source`, as many as both blocks have.
-    /// What has never been written to in `source` is neither read nor written: reading it would take a page
-    /// fault for every 4 KB, writing it as much memory. Nobody may have written to this block yet.
+    /// Copies the data sets of `source` byte for byte, as many as both blocks have. It does not read the
+    /// points of data sets that were never handed out for writing, and does not write pages that are all
+    /// zero: either would cost memory or time for nothing. Nobody may have written to this block yet.
     void CopyIntoFresh(const AlignDataSetBlock &source);
 
 private:

@@ -30,8 +30,8 @@ public:
     /// Reads a chunk with CRC-32 and no version byte (data set).
     AlignResult ReadWordCrcChunk();
 
-    // The fields of the payload, in order. Each function takes its fields only if the payload holds all of
-    // them and is false otherwise; what it stored until then is of no use.
+    // The fields of the payload, in order. Each function is false when the payload does not hold all of its
+    // fields; what it stored until then is of no use.
 
     bool TakeBytes(std::span<char> bytes);
 

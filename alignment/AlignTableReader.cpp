@@ -7,7 +7,7 @@ AlignResult AlignTableReader::Open(const QString &path)
 {
     Header = {}; // of the file before
     File = std::ifstream();
-    File.rdbuf()->pubsetbuf(StreamBuffer.data(), StreamBuffer.size());
+    File.rdbuf()->pubsetbuf(StreamBuffer.data(), static_cast<std::streamsize>(StreamBuffer.size()));
     const AlignResult opened = alignfile::OpenForReading(File, path);
     return opened == AlignResult::Ok ? Open(File) : opened;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "alignment_merge/AlignmentRow.h"
 
+#include "alignment/AlignTable.h"
+
 #include <QDateTime>
 #include <QTimeZone>
 
@@ -52,6 +54,12 @@ AlignmentOffer OfferOf(const AlignmentRow &row)
 bool IsTakenByDefault(AlignmentOffer offer)
 {
     return offer == AlignmentOffer::NewTable || offer == AlignmentOffer::NewerVersion;
+}
+
+QString AlignmentHardwareId(const AlignTable &table)
+{
+    const std::string_view hwId = AlignHwIdOf(table);
+    return QString::fromLocal8Bit(hwId.data(), static_cast<qsizetype>(hwId.size()));
 }
 
 QString AlignmentDateText(std::uint64_t secondsSinceEpoch)

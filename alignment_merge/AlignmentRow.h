@@ -7,13 +7,15 @@
 #include <cstdint>
 #include <optional>
 
+struct AlignTable;
+
 /// A table of a driver's device. The pair of driver and hardware id identifies it.
 ///
 /// Dates are kept in seconds since 1970-01-01 00:00:00 UTC, as files hold them: a QDateTime cannot express
 /// all of them, and those that it cannot would all be equal.
 struct AlignmentRow
 {
-    /// How the table relates to what the list held before.
+    /// Where the table was found.
     enum State : std::uint8_t {
         Present = 0,       ///< in the recorder's folder
         NewInDataBase = 1, ///< only in an imported file
@@ -22,7 +24,7 @@ struct AlignmentRow
 
     /// Bits of `flags`.
     enum Flag : std::uint8_t {
-        driverIsNew = 1, ///< read while the list had no row of the driver
+        driverIsNew = 1, ///< from the first file of its driver that was read
         takenOver = 2,   ///< checked at the last save
     };
 
@@ -55,6 +57,9 @@ enum class AlignmentOffer {
 
 /// Whether an offer is taken unless the user decides otherwise.
 [[nodiscard]] bool IsTakenByDefault(AlignmentOffer offer);
+
+/// The hardware id of a table as text, in the encoding of the system.
+[[nodiscard]] QString AlignmentHardwareId(const AlignTable &table);
 
 /// The UTC date as "yyyy-MM-dd"; the number of seconds followed by "s" when the calendar does not reach that
 /// far.

@@ -15,16 +15,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString HardwareIdOf(const AlignTable &table)
-{
-    const std::string_view hwId = AlignHwIdOf(table);
-    return QString::fromLocal8Bit(hwId.data(), static_cast<qsizetype>(hwId.size()));
-}
-
-} // namespace
-
 AlignmentRow *AlignmentRowList::Find(const QString &driver, const QString &hardwareId)
 {
     const auto position = Positions.constFind({driver, hardwareId});
@@ -56,7 +46,7 @@ QString AlignmentRowList::ReadFile(const QString &path)
                       return row.driver == candidate.driver;
                   }));
     for (const AlignTable &table : store->Tables) {
-        candidate.hardwareId = HardwareIdOf(table);
+        candidate.hardwareId = AlignmentHardwareId(table);
         candidate.alignedAt = table.AlignedAt;
         Add(candidate);
     }

@@ -6,11 +6,13 @@
 #include "alignment_merge/AlignmentDriver.h"
 #include "alignment_merge/AlignmentRowList.h"
 
-#include <QByteArrayView>
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -20,14 +22,48 @@
 
 namespace {
 
+/// How often a file that somebody else keeps writing is read again before the save gives up.
+constexpr int MostReadings = 5;
+
+QString Translated(const char *text)
+{
+    return QCoreApplication::translate("QDlgAlignmentCfg", text);
+}
+
+/// The id as files hold it.
+QByteArray HwIdOf(const AlignmentPick &pick)
+{
+    return pick.hardwareId.toLocal8Bit();
+}
+
+QByteArray HwIdOf(const AlignTable &table)
+{
+    const std::string_view hwId = AlignHwIdOf(table);
+    return {hwId.data(), static_cast<qsizetype>(hwId.size())};
+}
+
+// What is to be saved
+
 DriverSaveGroup &GroupOf(QList<DriverSaveGroup> &groups, int sdrType)
 {
     const auto group = std::find_if(groups.begin(), groups.end(),
                                     [&](const DriverSaveGroup &other) { return other.SdrType == sdrType; });
     if (group != groups.end())
         return *group;
-    groups.append({sdrType, {}, {}, {}});
+    DriverSaveGroup added;
+    added.SdrType = sdrType;
+    groups.append(added);
     return groups.last();
+}
+
+/// The driver's own file in the folder, absolute.
+QString OwnFileOf(const DriverSaveGroup &group, QString folder)
+{
+    if (!folder.endsWith(u'/') && !folder.endsWith(QDir::separator()))
+        folder += QDir::separator();
+    const QString name = AlignmentDriverFileName(group.SdrType);
+    return QFileInfo(folder + (name.isEmpty() ? QFileInfo(group.TargetPath).fileName() : name))
+        .absoluteFilePath();
 }
 
 void AddPick(QList<SaveSource> &sources, const QString &filePath, const AlignmentPick &pick)
@@ -43,127 +79,187 @@ void Collect(DriverSaveGroup &group, AlignmentRow &row, bool checked)
 {
     const bool offersUpdate = row.state != AlignmentRow::Present && !row.updateFilePath.isEmpty() &&
                               row.updateAlignedAt.has_value();
-    const QString &source = offersUpdate ? row.updateFilePath : row.filePath;
-    const AlignmentPick pick = {row.hardwareId, offersUpdate ? *row.updateAlignedAt : row.alignedAt};
-    if (row.has(AlignmentRow::driverIsNew)) {
-        if (group.TargetPath.isEmpty())
-            group.TargetPath = row.filePath;
-        if (!offersUpdate) {
-            // The target holds this table as a rule. It does not when a newer version came from another file.
-            if (checked && source != group.TargetPath)
-                AddPick(group.NewDriverSources, source, pick);
-            return;
-        }
-    }
+    if (row.has(AlignmentRow::driverIsNew) && !offersUpdate && group.HasOwnFile)
+        return;
     row.Set(AlignmentRow::takenOver, checked);
-    if (checked)
-        AddPick(group.Sources, source, pick);
+    if (!checked)
+        return;
+    AlignmentPick pick = {row.hardwareId, offersUpdate ? *row.updateAlignedAt : row.alignedAt};
+    if (row.state == AlignmentRow::NewInDataBase)
+        pick.isNew = true;
+    else if (QFileInfo(row.filePath) == QFileInfo(group.OwnFile))
+        pick.replaces = row.alignedAt;
+    AddPick(group.Sources, offersUpdate ? row.updateFilePath : row.filePath, pick);
 }
 
-/// The picks as the store takes them.
-std::vector<AlignSelectionEntry> SelectionOf(const QList<AlignmentPick> &picks)
+// Saving one driver
+
+/// What tells one state of a file from another; empty when it cannot be read.
+QByteArray DigestOf(const QString &path)
 {
-    const auto now = static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch());
-    std::vector<AlignSelectionEntry> selection;
-    selection.reserve(static_cast<std::size_t>(picks.size()));
-    for (const AlignmentPick &pick : picks)
-        selection.push_back({pick.hardwareId.toLocal8Bit().toStdString(), now});
-    return selection;
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result() : QByteArray();
 }
 
-/// True when every picked table stands in the list from `node` on.
-bool HasAll(const AlignTableNode *node, const std::vector<AlignSelectionEntry> &selection)
+/// The dates of the tables by hardware id. Of several tables with one id the latest counts, as in the list.
+QHash<QString, std::uint64_t> DatesOf(const AlignTableList &tables)
 {
-    QSet<QByteArrayView> hwIds;
-    for (; node != nullptr; node = node->Next)
-        hwIds.insert(AlignHwIdOf(*node->Table));
-    return std::all_of(selection.begin(), selection.end(),
-                       [&](const AlignSelectionEntry &entry) { return hwIds.contains(entry.HwId); });
+    QHash<QString, std::uint64_t> dates;
+    for (const AlignTable &table : tables) {
+        std::uint64_t &date = dates[AlignmentHardwareId(table)];
+        date = std::max(date, table.AlignedAt);
+    }
+    return dates;
 }
 
-/// Appends the picked tables of the file that is open to those of the store. One table at a time is in memory
-/// beside them.
-AlignResult AppendPicked(AlignStore &store, AlignTableReader &reader,
-                         const std::vector<AlignSelectionEntry> &selection)
+/// Builds the tables of one driver's file in a store.
+class DriverSave
 {
-    QSet<QByteArrayView> picked;
-    for (const AlignSelectionEntry &entry : selection)
-        picked.insert(entry.HwId);
-    while (reader.hasNext()) {
-        AlignStore::ClearList(store.ImportTables);
-        AlignTable *const table = store.AppendNewTable(store.ImportTables);
-        AlignResult result = table != nullptr ? reader.ReadNext(*table) : AlignResult::InternalError;
+public:
+    DriverSave(AlignStore &store, const DriverSaveGroup &group) : Store(store), Group(group) {}
+
+    /// Reads the driver's file and the sources. Empty, or why the result must not be written.
+    QString Build()
+    {
+        AlignResult result = LoadOwn();
+        if (result == AlignResult::Ok) {
+            const QString conflict = Conflict();
+            if (!conflict.isEmpty())
+                return conflict;
+        }
+        for (const SaveSource &source : Group.Sources) {
+            if (result == AlignResult::Ok)
+                result = TakeOver(source);
+        }
+        if (result == AlignResult::Ok && !HasAllPicks())
+            result = AlignResult::InternalError;
+        return result == AlignResult::Ok ? QString() : AlignResultText(result);
+    }
+
+private:
+    AlignResult LoadOwn()
+    {
+        if (Group.HasOwnFile || QFileInfo::exists(Group.OwnFile))
+            return Store.LoadFile(Group.OwnFile, Store.Tables, true);
+        Store.SdrType = static_cast<::SdrType>(Group.SdrType);
+        AlignStore::ClearList(Store.Tables);
+        return AlignResult::Ok;
+    }
+
+    /// Names the first picked table that is not in the driver's file as the user saw it; empty when all are.
+    [[nodiscard]] QString Conflict() const
+    {
+        const QHash<QString, std::uint64_t> dates = DatesOf(Store.Tables);
+        for (const SaveSource &source : Group.Sources) {
+            for (const AlignmentPick &pick : source.picks()) {
+                const auto present = dates.constFind(pick.hardwareId);
+                // A table that has gone meanwhile cannot be lost.
+                if (present != dates.cend() && (pick.isNew || (pick.replaces && *present != *pick.replaces)))
+                    return ChangedText(pick);
+            }
+        }
+        return {};
+    }
+
+    [[nodiscard]] QString ChangedText(const AlignmentPick &pick) const
+    {
+        //: The driver, and the hardware id of a device.
+        return Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg",
+                                            "The table of %1 %2 has changed since the list was read.\n"
+                                            "Choose Reset and pick again."))
+            .arg(AlignmentDriverName(Group.SdrType), pick.hardwareId);
+    }
+
+    /// Replaces tables of the store by the picked ones of the source.
+    AlignResult TakeOver(const SaveSource &source)
+    {
+        const std::unique_ptr<AlignTableReader> reader(new (std::nothrow) AlignTableReader);
+        if (reader == nullptr)
+            return AlignResult::InternalError;
+        AlignResult result = reader->Open(source.filePath());
+        if (result == AlignResult::Ok && reader->sdrType() != Store.SdrType)
+            result = AlignResult::TableWrongSdrType;
         if (result != AlignResult::Ok)
             return result;
-        if (!picked.contains(AlignHwIdOf(*table)))
-            continue;
-        const AlignSelectionEntry entry = {std::string(AlignHwIdOf(*table)), selection.front().Time};
-        const AlignTableNode *const last = store.Tables.Tail;
-        result = store.MergeTables(store.Tables, store.ImportTables, {&entry, 1});
-        // A merge ends without an error at a table that it cannot copy; the tables behind it stay out, too.
-        if (result != AlignResult::Ok || store.Tables.Tail == last)
-            return result;
-    }
-    return AlignResult::Ok;
-}
-
-/// Replaces tables of the store by the picked ones of the source.
-AlignResult TakeOver(AlignStore &store, const SaveSource &source)
-{
-    const std::unique_ptr<AlignTableReader> reader(new (std::nothrow) AlignTableReader);
-    if (reader == nullptr)
-        return AlignResult::InternalError;
-    AlignResult result = reader->Open(source.filePath());
-    if (result == AlignResult::Ok && reader->sdrType() != store.SdrType)
-        result = AlignResult::TableWrongSdrType;
-    if (result != AlignResult::Ok)
+        for (const AlignmentPick &pick : source.picks())
+            AlignStore::ClearTableByHwId(&Store.Tables, HwIdOf(pick).constData());
+        result = AppendPicked(*reader, source);
+        AlignStore::ClearList(Store.ImportTables);
         return result;
-    const std::vector<AlignSelectionEntry> selection = SelectionOf(source.picks());
-    for (const AlignSelectionEntry &entry : selection)
-        AlignStore::ClearTableByHwId(&store.Tables, entry.HwId.c_str());
-    const AlignTableNode *const last = store.Tables.Tail;
-    result = AppendPicked(store, *reader, selection);
-    AlignStore::ClearList(store.ImportTables);
-    // A merge can end before the last table, and finds none whose id has other bytes in this system's
-    // encoding. The tables to be replaced are gone then: such a file must not be written.
-    if (result == AlignResult::Ok && !HasAll(last != nullptr ? last->Next : store.Tables.Head, selection))
-        return AlignResult::InternalError;
-    return result;
-}
+    }
 
-/// The driver's own file in the folder, absolute.
-QString OwnFileOf(const DriverSaveGroup &group, QString folder)
-{
-    if (!folder.endsWith(u'/') && !folder.endsWith(QDir::separator()))
-        folder += QDir::separator();
-    const QString name = AlignmentDriverFileName(group.SdrType);
-    return QFileInfo(folder + (name.isEmpty() ? QFileInfo(group.TargetPath).fileName() : name))
-        .absoluteFilePath();
-}
+    /// Appends the picked tables of the file that is open to those of the store. One table at a time is in
+    /// memory beside them.
+    AlignResult AppendPicked(AlignTableReader &reader, const SaveSource &source)
+    {
+        QSet<QByteArray> picked;
+        for (const AlignmentPick &pick : source.picks())
+            picked.insert(HwIdOf(pick));
+        const auto now = static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch());
+        while (reader.hasNext()) {
+            AlignStore::ClearList(Store.ImportTables);
+            AlignTable *const table = Store.AppendNewTable(Store.ImportTables);
+            AlignResult result = table != nullptr ? reader.ReadNext(*table) : AlignResult::InternalError;
+            if (result != AlignResult::Ok)
+                return result;
+            if (!picked.contains(HwIdOf(*table)))
+                continue;
+            const AlignSelectionEntry entry = {HwIdOf(*table).toStdString(), now};
+            const AlignTableNode *const last = Store.Tables.Tail;
+            result = Store.MergeTables(Store.Tables, Store.ImportTables, {&entry, 1});
+            // A merge ends without an error at a table that it cannot copy; the tables behind it stay out,
+            // too.
+            if (result != AlignResult::Ok || Store.Tables.Tail == last)
+                return result;
+        }
+        return AlignResult::Ok;
+    }
 
-QString SaveGroup(const DriverSaveGroup &group, const QString &folder,
-                  const AlignmentSaveQuestions &questions)
+    /// Whether every picked table is there, with the date that the user saw. One can be missing because the
+    /// source no longer holds it, because the merge could not copy it, and because a later pick removed it
+    /// again: ids that are beginnings of each other are the same when tables are removed.
+    [[nodiscard]] bool HasAllPicks() const
+    {
+        const QHash<QString, std::uint64_t> dates = DatesOf(Store.Tables);
+        return std::all_of(Group.Sources.cbegin(), Group.Sources.cend(), [&](const SaveSource &source) {
+            const QList<AlignmentPick> &picks = source.picks();
+            return std::all_of(picks.cbegin(), picks.cend(), [&](const AlignmentPick &pick) {
+                const auto date = dates.constFind(pick.hardwareId);
+                return date != dates.cend() && *date == pick.alignedAt;
+            });
+        });
+    }
+
+    AlignStore &Store;
+    const DriverSaveGroup &Group;
+};
+
+QString SaveGroup(const DriverSaveGroup &group, const AlignmentSaveQuestions &questions)
 {
-    const QString ownFile = OwnFileOf(group, folder);
-    const bool hasOwnFile = QFileInfo::exists(ownFile);
-    const QList<SaveSource> sources = hasOwnFile ? group.Sources : group.Sources + group.NewDriverSources;
-    if (sources.isEmpty() && !questions.SaveUnchanged(AlignmentDriverName(group.SdrType)))
+    if (group.Sources.isEmpty() &&
+        (!group.HasOwnFile || !questions.SaveUnchanged(AlignmentDriverName(group.SdrType))))
         return {};
     const std::unique_ptr<AlignStore> store(new (std::nothrow) AlignStore);
     if (store == nullptr)
-        return QCoreApplication::translate("QDlgAlignmentCfg", "Out of memory");
-    AlignResult result = store->LoadFile(hasOwnFile ? ownFile : group.TargetPath, store->Tables, true);
-    for (const SaveSource &source : sources) {
-        if (result != AlignResult::Ok)
-            break;
-        result = TakeOver(*store, source);
-    }
-    if (result != AlignResult::Ok)
-        return AlignResultText(result);
-    const QString file = questions.FileToWrite(ownFile);
+        return Translated("Out of memory");
+    DriverSave save(*store, group);
+    QByteArray digest = DigestOf(group.OwnFile);
+    QString error = save.Build();
+    if (!error.isEmpty())
+        return error;
+    const QString file = questions.FileToWrite(group.OwnFile);
     if (file.isEmpty())
         return {};
-    result = store->SaveFile(file);
+    for (int reading = 1; DigestOf(group.OwnFile) != digest; ++reading) {
+        if (reading == MostReadings)
+            return AlignResultText(AlignResult::FileError);
+        digest = DigestOf(group.OwnFile);
+        error = save.Build();
+        if (!error.isEmpty())
+            return error;
+    }
+    const AlignResult result = store->SaveFile(file);
     return result == AlignResult::Ok ? QString() : AlignResultText(result);
 }
 
@@ -178,7 +274,7 @@ void SaveSource::Add(const AlignmentPick &pick)
 }
 
 QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
-                                                    AlignmentRowList &rows)
+                                                    AlignmentRowList &rows, const QString &folder)
 {
     QList<DriverSaveGroup> groups;
     for (const AlignmentChoice &choice : choices) {
@@ -186,19 +282,27 @@ QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice>
         if (sdrType == 0)
             continue;
         DriverSaveGroup &group = GroupOf(groups, sdrType);
+        const AlignmentRow *const row = rows.Find(choice.driver, choice.hardwareId);
+        if (row != nullptr && row->has(AlignmentRow::driverIsNew) && group.TargetPath.isEmpty())
+            group.TargetPath = row->filePath;
+    }
+    for (DriverSaveGroup &group : groups) {
+        group.OwnFile = OwnFileOf(group, folder);
+        group.HasOwnFile = QFileInfo::exists(group.OwnFile);
+    }
+    for (const AlignmentChoice &choice : choices) {
         if (AlignmentRow *const row = rows.Find(choice.driver, choice.hardwareId))
-            Collect(group, *row, choice.checked);
+            Collect(GroupOf(groups, AlignmentDriverType(choice.driver)), *row, choice.checked);
     }
     return groups;
 }
 
-QString SaveAlignment(const QList<DriverSaveGroup> &groups, const QString &folder,
-                      const AlignmentSaveQuestions &questions)
+QString SaveAlignment(const QList<DriverSaveGroup> &groups, const AlignmentSaveQuestions &questions)
 {
     for (const DriverSaveGroup &group : groups) {
         if (group.TargetPath.isEmpty())
             continue;
-        QString error = SaveGroup(group, folder, questions);
+        QString error = SaveGroup(group, questions);
         if (!error.isEmpty())
             return error;
     }

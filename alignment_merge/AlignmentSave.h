@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 class AlignmentRowList;
 
@@ -20,11 +21,16 @@ struct AlignmentChoice
     bool checked = false;
 };
 
-/// One table to be taken from a file.
+/// One table to be taken from a file. Dates are seconds since 1970-01-01 00:00:00 UTC.
 struct AlignmentPick
 {
     QString hardwareId;
-    std::uint64_t alignedAt = 0; // seconds since 1970-01-01 00:00:00 UTC
+    std::uint64_t alignedAt = 0;
+    /// The date of the table in the driver's own file that the user saw and chose to replace. Nothing for a
+    /// table that the user saw as new, and for one that was seen in another file of the folder.
+    std::optional<std::uint64_t> replaces = {};
+    /// The user saw the table as new: the driver's own file had none of this id.
+    bool isNew = false;
 
     bool operator==(const AlignmentPick &) const = default;
 };
@@ -53,17 +59,22 @@ struct DriverSaveGroup
     std::int32_t SdrType = 0;
     /// The file whose reading made the driver known to the list; empty: the driver is not saved.
     QString TargetPath;
-    /// In the order first met, as are NewDriverSources.
+    /// The driver's file in the recorder's folder, absolute, and whether it was there.
+    QString OwnFile;
+    bool HasOwnFile = false;
+    /// In the order first met.
     QList<SaveSource> Sources;
-    /// Checked tables of a driver that was unknown, from files other than TargetPath. They count only while
-    /// the driver has no file of its own and TargetPath is what the new file is made from.
-    QList<SaveSource> NewDriverSources;
 };
 
-/// Makes the groups from the choices, which keep their order; choices without a row are passed over. Notes in
-/// each row that it looks at whether the row is taken over.
+/// Makes the groups from the choices, which keep their order; choices without a row are passed over. `folder`
+/// is where the drivers' files lie. Notes in each row that it looks at whether the row is taken over.
+///
+/// A driver that has a file of its own there takes over what is checked, but for tables that were read while
+/// the list knew nothing of the driver: they count as its own. A driver without one takes over all that is
+/// checked.
 [[nodiscard]] QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
-                                                                  AlignmentRowList &rows);
+                                                                  AlignmentRowList &rows,
+                                                                  const QString &folder);
 
 /// The questions of a save.
 struct AlignmentSaveQuestions
@@ -74,8 +85,12 @@ struct AlignmentSaveQuestions
     std::function<QString(const QString &proposal)> FileToWrite;
 };
 
-/// Writes one file for each group: the driver's file in `folder` with the chosen tables in the place of those
-/// of the same hardware id. Where the driver has no file there, that of TargetPath takes its place. The first
-/// error ends the run and is returned as a message, empty when there was none; files written until then stay.
-[[nodiscard]] QString SaveAlignment(const QList<DriverSaveGroup> &groups, const QString &folder,
+/// Writes one file for each group: the driver's own tables, none if it has no file yet, with the chosen
+/// tables in the place of those of the same hardware id. A driver without file and without choice is left
+/// out. The first error ends the run and is returned as a message, empty when there was none; files written
+/// until then stay.
+///
+/// Nothing is written when a chosen table would be missing, or when the driver's file or the source no longer
+/// holds what the user saw. A file that somebody else writes meanwhile is read again first.
+[[nodiscard]] QString SaveAlignment(const QList<DriverSaveGroup> &groups,
                                     const AlignmentSaveQuestions &questions);

@@ -9,7 +9,7 @@ namespace platform {
 
 /// Calls `onMessage` for each message that arrives without a window, on the thread of the event loop. One
 /// receiver at a time; needs the application object.
-void ReceiveCloseMessages(std::function<void()> onMessage);
+void ReceiveCloseMessages(const std::function<void()> &onMessage);
 
 /// Takes the receiver away.
 void IgnoreCloseMessages();

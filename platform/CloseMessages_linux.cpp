@@ -3,7 +3,7 @@
 
 namespace platform {
 
-void ReceiveCloseMessages(std::function<void()> /*onMessage*/) {}
+void ReceiveCloseMessages(const std::function<void()> & /*onMessage*/) {}
 
 void IgnoreCloseMessages() {}
 

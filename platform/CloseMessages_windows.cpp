@@ -8,8 +8,6 @@
 
 #include <windows.h>
 
-#include <utility>
-
 namespace platform {
 
 namespace {
@@ -33,9 +31,9 @@ CloseMessageFilter Filter;
 
 } // namespace
 
-void ReceiveCloseMessages(std::function<void()> onMessage)
+void ReceiveCloseMessages(const std::function<void()> &onMessage)
 {
-    Filter.OnMessage = std::move(onMessage);
+    Filter.OnMessage = onMessage;
     QCoreApplication::instance()->installNativeEventFilter(&Filter);
 }
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// What a parent process, or a user at the terminal, asks when a program is to end.
+// Requests to this process to end.
 #pragma once
 
 #include <functional>
 
 namespace platform {
 
-/// Reports every request to terminate while it exists; the system's own action never follows. On Windows a
-/// request is the message that QProcess::terminate sends, or Ctrl-C in a console; on Linux SIGTERM or SIGINT.
+/// Calls a function for each request to end, in the place of the system's own action, while it exists. On
+/// Linux a request is SIGTERM or SIGINT; on Windows it is the message that QProcess::terminate sends and
+/// every event of the console, and Windows itself ends the process after a close, a sign-out and a shutdown.
 /// One at a time; needs the application object, and on Windows its running event loop.
 class TerminateRequest
 {

@@ -11,7 +11,7 @@ namespace platform {
 
 namespace {
 
-constexpr WORD IconResource = 101; // as in TarnvikControl/CMakeLists.txt
+constexpr WORD IconResource = 101; // as in cmake/WindowsProgram.cmake
 
 } // namespace
 

@@ -7,10 +7,10 @@
 
 namespace tools {
 
-/// Points home, configuration, data, runtime and temporary folders of this process and its children into a
-/// fresh folder, so that a program that is tried never reads or writes the user's own files. Make it before
-/// the application object; the folder is removed with it. The folder's name holds a blank and a letter beyond
-/// ASCII on purpose.
+/// Points home, configuration, data, runtime and temporary folders of this process and its children (on
+/// Windows only the temporary one) into a fresh folder, so that a program that is tried never reads or writes
+/// the user's own files. Make it before the application object; the destructor removes the folder. The
+/// folder's name holds a blank and a letter beyond ASCII on purpose.
 class IsolatedFolders
 {
 public:

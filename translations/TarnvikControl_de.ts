@@ -526,6 +526,13 @@ Trotzdem speichern?</translation>
         <source>Choose alignment file for exporting</source>
         <translation>Abgleichdatei exportieren</translation>
     </message>
+    <message>
+        <source>The table of %1 %2 has changed since the list was read.
+Choose Reset and pick again.</source>
+        <extracomment>The driver, and the hardware id of a device.</extracomment>
+        <translation>Die Tabelle von %1 %2 hat sich geändert, seit die Liste gelesen wurde.
+Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

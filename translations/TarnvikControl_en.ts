@@ -526,6 +526,13 @@ Do you still want to save?</translation>
         <source>Choose alignment file for exporting</source>
         <translation>Choose alignment file for exporting</translation>
     </message>
+    <message>
+        <source>The table of %1 %2 has changed since the list was read.
+Choose Reset and pick again.</source>
+        <extracomment>The driver, and the hardware id of a device.</extracomment>
+        <translation>The table of %1 %2 has changed since the list was read.
+Choose Reset and pick again.</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

@@ -307,7 +307,7 @@ QString QDlgAlignmentCfg::Save()
         return QFileDialog::getSaveFileName(this, tr("Choose alignment file for exporting"), proposal,
                                             tr("AlignFile (*.ad);;All (*.*)"));
     };
-    return SaveAlignment(MarkRowsAndCollectSaveGroups(choices(), Rows), RecorderFolder(), questions);
+    return SaveAlignment(MarkRowsAndCollectSaveGroups(choices(), Rows, RecorderFolder()), questions);
 }
 
 void QDlgAlignmentCfg::dragEnterEvent(QDragEnterEvent *event)

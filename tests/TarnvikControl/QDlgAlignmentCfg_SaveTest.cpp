@@ -99,8 +99,8 @@ private slots:
     void withNothingCheckedTheUserIsAsked();
     void yesToNoChangesWritesTheFileUnchanged_data();
     void yesToNoChangesWritesTheFileUnchanged();
-    void aDriverWithoutAFileIsMadeFromTheImportedOne_data();
-    void aDriverWithoutAFileIsMadeFromTheImportedOne();
+    void aDriverWithoutAFileGetsWhatIsChecked_data();
+    void aDriverWithoutAFileGetsWhatIsChecked();
 
     void aCancelledFileDialogSkipsTheDriver();
     void afterACancelledFileDialogTheNextDriverIsWritten();
@@ -261,31 +261,32 @@ void QDlgAlignmentCfg_SaveTest::yesToNoChangesWritesTheFileUnchanged()
     QCOMPARE(AllFiles(), before);
 }
 
-void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne_data()
+void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileGetsWhatIsChecked_data()
 {
-    QTest::addColumn<bool>("yes");
-    QTest::newRow("yes makes the file") << true;
-    QTest::newRow("no makes none") << false;
+    QTest::addColumn<bool>("checked");
+    QTest::newRow("checked: the file is made") << true;
+    QTest::newRow("unchecked: nothing is asked, none is made") << false;
 }
 
-void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
+void QDlgAlignmentCfg_SaveTest::aDriverWithoutAFileGetsWhatIsChecked()
 {
-    QFETCH(bool, yes);
+    QFETCH(bool, checked);
     QVERIFY(QFile::remove(RecorderFile(AirspyFile)));
     Shown->button(u"Reset"_s).click();
     QVERIFY(!Shown->lines().contains(AirSpy));
     Import({AirspyImport});
-    QVERIFY(Shown->lines().contains(AirSpy));
+    QTreeWidgetItem *const item = Shown->item(AirSpy, u"0x9"_s);
+    QVERIFY(item);
+    item->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
     auto expected = AllFiles();
-    if (yes)
+    if (checked)
         expected.insert(RecorderFile(AirspyFile), FileBytes(ImportFile(AirspyImport)));
-    Answers->SetAnswerTo(QuestionTitle(AirSpy), yes ? QMessageBox::Yes : QMessageBox::No);
     Answers->SetAnswerTo(QuestionTitle(Rtl), QMessageBox::No);
     Files->SetTakeOffer();
     Save();
-    QCOMPARE(titles(), (QStringList{QuestionTitle(AirSpy), QuestionTitle(Rtl)}));
-    QCOMPARE(Files->offers().size(), yes ? 1 : 0);
-    if (yes) {
+    QVERIFY(!titles().contains(QuestionTitle(AirSpy)));
+    QCOMPARE(Files->offers().size(), checked ? 1 : 0);
+    if (checked) {
         QCOMPARE(QFileInfo(Files->offers().first().Folder),
                  QFileInfo(AlignmentDialogFixture::recorderFolder()));
         QCOMPARE(Files->offers().first().File, AirspyFile);

@@ -142,8 +142,9 @@ void AlignDataSetBlockTest::movingLeavesAnEmptyBlock()
 {
     AlignDataSetBlock block = NewBlock();
     block[3].Word1 = 3;
+    const AlignDataSetBlock &former = block;
     AlignDataSetBlock moved(std::move(block));
-    QVERIFY(block.empty()); // moved from, which is defined to be empty
+    QVERIFY(former.empty());
     QCOMPARE(moved.size(), Count);
     AlignDataSetBlock assigned = NewBlock();
     assigned = std::move(moved);

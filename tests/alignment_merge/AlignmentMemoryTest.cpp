@@ -73,7 +73,7 @@ QString TakeOverAll(const QString &folder, const QString &imports)
     AlignmentSaveQuestions questions;
     questions.SaveUnchanged = [](const QString &) { return false; };
     questions.FileToWrite = [](const QString &proposal) { return proposal; };
-    return error + SaveAlignment(MarkRowsAndCollectSaveGroups(choices, rows), folder, questions);
+    return error + SaveAlignment(MarkRowsAndCollectSaveGroups(choices, rows, folder), questions);
 }
 
 } // namespace

@@ -48,7 +48,7 @@ QString AlignmentSaveFixture::Save(const QList<AlignmentChoice> &chosen)
         Proposed.append(proposal);
         return AnswerToFile(proposal);
     };
-    return SaveAlignment(MarkRowsAndCollectSaveGroups(chosen, Rows), Folder->path(), questions);
+    return SaveAlignment(MarkRowsAndCollectSaveGroups(chosen, Rows, Folder->path()), questions);
 }
 
 } // namespace tests

@@ -38,7 +38,8 @@ private slots:
     void aSecondSaveMakesTheSameChoices();
     void aDriverThatTheUserLeavesOutDoesNotStopTheRun();
     void tablesImportedIntoAnEmptiedListAreNotTakenOver();
-    void aDriverWithoutAFileIsMadeFromTheImportedOne();
+    void aDriverWithoutAFileGetsWhatIsCheckedAndNothingElse_data();
+    void aDriverWithoutAFileGetsWhatIsCheckedAndNothingElse();
     void aDriverWithoutAFileTakesCheckedTablesOfSeveralImports();
     void aDriverOfAnUnknownTypeKeepsItsFileName();
     void aGroupWithoutTargetIsSkipped();
@@ -231,14 +232,32 @@ void AlignmentSaveTest::tablesImportedIntoAnEmptiedListAreNotTakenOver()
     QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
-void AlignmentSaveTest::aDriverWithoutAFileIsMadeFromTheImportedOne()
+void AlignmentSaveTest::aDriverWithoutAFileGetsWhatIsCheckedAndNothingElse_data()
 {
-    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    QTest::addColumn<QStringList>("unchecked");
+    QTest::addColumn<QStringList>("written");
+    QTest::newRow("all checked") << QStringList() << QStringList{u"A"_s, u"B"_s, u"C"_s};
+    QTest::newRow("the first unchecked") << QStringList{u"RTL-SDR/A"_s} << QStringList{u"B"_s, u"C"_s};
+    QTest::newRow("only one checked") << QStringList{u"RTL-SDR/A"_s, u"RTL-SDR/C"_s} << QStringList{u"B"_s};
+    QTest::newRow("none checked: nothing is asked, nothing is written")
+        << QStringList{u"RTL-SDR/A"_s, u"RTL-SDR/B"_s, u"RTL-SDR/C"_s} << QStringList();
+}
+
+void AlignmentSaveTest::aDriverWithoutAFileGetsWhatIsCheckedAndNothingElse()
+{
+    QFETCH(QStringList, unchecked);
+    QFETCH(QStringList, written);
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}, {"C", 7}}));
+    const auto source = TableBytes(imported(u"i.ad"_s));
     LoadStation({u"i.ad"_s});
-    QCOMPARE(Save(Choices()), QString());
-    QCOMPARE(Asked, QStringList(Rtl));
-    QCOMPARE(Proposed, QStringList(path(RtlFile)));
-    QCOMPARE(tests::FileBytes(path(RtlFile)), tests::FileBytes(imported(u"i.ad"_s)));
+    QCOMPARE(Save(Choices(unchecked)), QString());
+    QVERIFY(Asked.isEmpty());
+    QCOMPARE(Proposed, written.isEmpty() ? QStringList() : QStringList(path(RtlFile)));
+    QCOMPARE(QFile::exists(path(RtlFile)), !written.isEmpty());
+    const auto after = TableBytes(path(RtlFile));
+    QCOMPARE(after.size(), written.size());
+    for (const QString &id : written)
+        QCOMPARE(after[id.toLatin1()], source[id.toLatin1()]);
 }
 
 void AlignmentSaveTest::aDriverWithoutAFileTakesCheckedTablesOfSeveralImports()
@@ -275,8 +294,10 @@ void AlignmentSaveTest::aDriverOfAnUnknownTypeKeepsItsFileName()
 
 void AlignmentSaveTest::aGroupWithoutTargetIsSkipped()
 {
-    const DriverSaveGroup group = {3, {}, {SaveSource(u"missing.ad"_s)}, {}};
-    QCOMPARE(SaveAlignment({group}, Folder->path(), {}), QString());
+    DriverSaveGroup group;
+    group.SdrType = 3;
+    group.Sources = {SaveSource(u"missing.ad"_s)};
+    QCOMPARE(SaveAlignment({group}, {}), QString());
 }
 
 TARNVIK_TEST_MAIN(AlignmentSaveTest, QCoreApplication)

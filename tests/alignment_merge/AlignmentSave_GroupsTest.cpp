@@ -23,9 +23,17 @@ private slots:
     void aNewRowOfAKnownDriverIsTakenFromItsFile();
     void anUncheckedRowLosesItsMark();
     void twoTablesOfOneImportedFileAreOneSource();
-    void aRowOfANewDriverSetsTheTargetWhateverItsCheckMark();
+    void aDriverWithoutFileTakesOverWhatIsChecked();
+    void rowsReadIntoAnEmptiedListCountAsTheDriversOwn();
+    void aTableSeenInAnotherFileOfTheFolderIsNotComparedWithTheOwnOne();
     void choicesThatMatchNothingArePassedOver();
     void oneSourceNamesAHardwareIdOnce();
+
+private:
+    QList<DriverSaveGroup> Groups(const QList<AlignmentChoice> &choices)
+    {
+        return MarkRowsAndCollectSaveGroups(choices, Rows, Folder->path());
+    }
 };
 
 void AlignmentSave_GroupsTest::aRowIsTakenOverOnlyWhenChecked()
@@ -34,13 +42,13 @@ void AlignmentSave_GroupsTest::aRowIsTakenOverOnlyWhenChecked()
     QVERIFY(
         WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 1}, {"C", 5}, {"D", 8}}));
     LoadStation({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/D"_s}), Rows);
+    const QList<DriverSaveGroup> groups = Groups(Choices({u"RTL-SDR/D"_s}));
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QCOMPARE(groups.first().TargetPath, path(RtlFile));
     QCOMPARE(groups.first().Sources.size(), 1);
     QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
-    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}}));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9, 5, false}}));
     QVERIFY(Rows.Find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
     for (const char *id : {"B", "C", "D"})
         QVERIFY(!Rows.Find(Rtl, QString::fromLatin1(id))->has(AlignmentRow::takenOver));
@@ -51,9 +59,9 @@ void AlignmentSave_GroupsTest::aNewRowOfAKnownDriverIsTakenFromItsFile()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"N", 7}}));
     LoadStation({u"i.ad"_s});
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(), Rows);
+    const QList<DriverSaveGroup> groups = Groups(Choices());
     QCOMPARE(groups.first().Sources.first().filePath(), imported(u"i.ad"_s));
-    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7}}));
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"N"_s, 7, {}, true}}));
 }
 
 void AlignmentSave_GroupsTest::anUncheckedRowLosesItsMark()
@@ -61,9 +69,9 @@ void AlignmentSave_GroupsTest::anUncheckedRowLosesItsMark()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
     LoadStation({u"i.ad"_s});
-    (void)MarkRowsAndCollectSaveGroups(Choices(), Rows);
+    (void)Groups(Choices());
     QVERIFY(Rows.rows().first().has(AlignmentRow::takenOver));
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices({u"RTL-SDR/A"_s}), Rows);
+    const QList<DriverSaveGroup> groups = Groups(Choices({u"RTL-SDR/A"_s}));
     QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
     QVERIFY(groups.first().Sources.isEmpty());
 }
@@ -73,28 +81,52 @@ void AlignmentSave_GroupsTest::twoTablesOfOneImportedFileAreOneSource()
     QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     LoadStation({u"i.ad"_s});
-    const QList<SaveSource> sources = MarkRowsAndCollectSaveGroups(Choices(), Rows).first().Sources;
+    const QList<SaveSource> sources = Groups(Choices()).first().Sources;
     QCOMPARE(sources.size(), 1); // so the file is loaded once
-    QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9}, {u"B"_s, 8}}));
+    QCOMPARE(sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9, 5, false}, {u"B"_s, 8, 5, false}}));
 }
 
-void AlignmentSave_GroupsTest::aRowOfANewDriverSetsTheTargetWhateverItsCheckMark()
+void AlignmentSave_GroupsTest::aDriverWithoutFileTakesOverWhatIsChecked()
 {
     QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
     LoadStation({u"i.ad"_s});
-    for (const QStringList &changes : {QStringList(), QStringList(u"RTL-SDR/A"_s)}) {
-        const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(changes), Rows);
-        QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
-        QVERIFY(groups.first().Sources.isEmpty());
-        QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
-    }
+    const QList<DriverSaveGroup> groups = Groups(Choices({u"RTL-SDR/A"_s}));
+    QCOMPARE(groups.first().TargetPath, imported(u"i.ad"_s));
+    QCOMPARE(groups.first().OwnFile, path(RtlFile));
+    QVERIFY(!groups.first().HasOwnFile);
+    QCOMPARE(groups.first().Sources.size(), 1);
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"B"_s, 8, {}, true}}));
+    QVERIFY(!Rows.Find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
+    QVERIFY(Rows.Find(Rtl, u"B"_s)->has(AlignmentRow::takenOver));
+}
+
+void AlignmentSave_GroupsTest::rowsReadIntoAnEmptiedListCountAsTheDriversOwn()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 8}}));
+    QCOMPARE(Rows.ReadFile(imported(u"i.ad"_s)), QString());
+    const QList<DriverSaveGroup> groups = Groups(Choices());
+    QVERIFY(groups.first().HasOwnFile);
+    QVERIFY(groups.first().Sources.isEmpty());
+    QVERIFY(!Rows.rows().first().has(AlignmentRow::takenOver));
+}
+
+void AlignmentSave_GroupsTest::aTableSeenInAnotherFileOfTheFolderIsNotComparedWithTheOwnOne()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
+    QVERIFY(WriteAlignmentFile(path(u"TarnvikDriver_Copy.ad"_s), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    const QList<AlignmentPick> picks = Groups(Choices()).first().Sources.first().picks();
+    QCOMPARE(picks, (QList<AlignmentPick>{{u"A"_s, 9, {}, false}}));
+    QCOMPARE(Save(Choices()), QString());
 }
 
 void AlignmentSave_GroupsTest::choicesThatMatchNothingArePassedOver()
 {
     const QList<AlignmentChoice> strangers = {
         {u"Nobody"_s, u"A"_s, true}, {QString(), u"A"_s, true}, {Rtl, u"A"_s, true}};
-    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(strangers, Rows);
+    const QList<DriverSaveGroup> groups = Groups(strangers);
     QCOMPARE(groups.size(), 1);
     QCOMPARE(groups.first().SdrType, 3);
     QVERIFY(groups.first().Sources.isEmpty());

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+// Files that somebody else writes while a save is under way, and tables that a save would lose.
+#include "alignment_merge/AlignmentSave.h"
+
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_merge/AlignmentSaveFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+using tests::FileTable;
+using tests::RtlFile;
+using tests::TableBytes;
+using tests::WriteAlignmentFile;
+
+namespace {
+
+using Tables = QList<FileTable>;
+
+const QString Internal = u"Internal Error"_s;
+const QString Changed = u"The table of RTL-SDR A has changed since the list was read.\n"
+                        "Choose Reset and pick again."_s;
+
+} // namespace
+
+class AlignmentSave_MeanwhileTest : public tests::AlignmentSaveFixture
+{
+    Q_OBJECT
+
+private slots:
+    void aTableThatSomebodyElseAddsStays_data();
+    void aTableThatSomebodyElseAddsStays();
+    void aTableThatIsNotTheOneShownIsNotReplaced_data();
+    void aTableThatIsNotTheOneShownIsNotReplaced();
+    void aTableThatHasGoneMeanwhileIsTakenOverAllTheSame();
+    void anImportThatWasReplacedIsNotTakenOver();
+    void anOwnFileThatWasRemovedEndsTheSave();
+    void anOwnFileThatAppearsKeepsItsTables();
+    void aCheckedTableIsNeverMissing_data();
+    void aCheckedTableIsNeverMissing();
+    void anImportedTableWithoutIdReplacesTheFirst();
+
+private:
+    /// Imports a newer A and lets somebody write `meanwhile` to the driver's file while the user chooses
+    /// where to save.
+    QString SaveWhile(const Tables &meanwhile);
+};
+
+QString AlignmentSave_MeanwhileTest::SaveWhile(const Tables &meanwhile)
+{
+    AnswerToFile = [this, meanwhile](const QString &proposal) {
+        return WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, meanwhile) ? proposal : QString();
+    };
+    return Save(Choices());
+}
+
+void AlignmentSave_MeanwhileTest::aTableThatSomebodyElseAddsStays_data()
+{
+    QTest::addColumn<bool>("beforeSaving"); // else while the user chooses the file
+    QTest::newRow("between reading the list and saving") << true;
+    QTest::newRow("while the user chooses the file") << false;
+}
+
+void AlignmentSave_MeanwhileTest::aTableThatSomebodyElseAddsStays()
+{
+    QFETCH(bool, beforeSaving);
+    const Tables more = {{"A", 5}, {"B", 5}, {"Z", 6}};
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    if (beforeSaving) {
+        QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, more));
+        QCOMPARE(Save(Choices()), QString());
+    } else {
+        QCOMPARE(SaveWhile(more), QString());
+    }
+    const auto after = TableBytes(path(RtlFile));
+    QCOMPARE(after.keys(), (QList<QByteArray>{"A", "B", "Z"}));
+    QCOMPARE(after["A"], TableBytes(imported(u"i.ad"_s))["A"]);
+}
+
+void AlignmentSave_MeanwhileTest::aTableThatIsNotTheOneShownIsNotReplaced_data()
+{
+    QTest::addColumn<Tables>("shown");
+    QTest::addColumn<Tables>("meanwhile");
+    QTest::newRow("another date") << Tables{{"A", 5}, {"B", 5}} << Tables{{"A", 6}, {"B", 5}};
+    QTest::newRow("shown as new, there now") << Tables{{"B", 5}} << Tables{{"B", 5}, {"A", 5}};
+}
+
+void AlignmentSave_MeanwhileTest::aTableThatIsNotTheOneShownIsNotReplaced()
+{
+    QFETCH(Tables, shown);
+    QFETCH(Tables, meanwhile);
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    for (const bool whileChoosing : {false, true}) {
+        QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, shown));
+        Rows.Clear();
+        LoadStation({u"i.ad"_s});
+        if (whileChoosing) {
+            QCOMPARE(SaveWhile(meanwhile), Changed);
+        } else {
+            QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, meanwhile));
+            QCOMPARE(Save(Choices()), Changed);
+            QVERIFY(Proposed.isEmpty());
+        }
+        const QByteArray onDisk = tests::FileBytes(path(RtlFile));
+        QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, meanwhile));
+        QCOMPARE(tests::FileBytes(path(RtlFile)), onDisk); // what somebody else wrote
+    }
+}
+
+void AlignmentSave_MeanwhileTest::aTableThatHasGoneMeanwhileIsTakenOverAllTheSame()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(SaveWhile({{"B", 5}}), QString());
+    QCOMPARE(TableBytes(path(RtlFile)).keys(), (QList<QByteArray>{"A", "B"}));
+}
+
+void AlignmentSave_MeanwhileTest::anImportThatWasReplacedIsNotTakenOver()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 8}}));
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    QCOMPARE(Save(Choices()), Internal);
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
+}
+
+void AlignmentSave_MeanwhileTest::anOwnFileThatWasRemovedEndsTheSave()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    AnswerToFile = [this](const QString &proposal) {
+        return QFile::remove(path(RtlFile)) ? proposal : QString();
+    };
+    QCOMPARE(Save(Choices()), u"File Error"_s);
+    QVERIFY(!QFile::exists(path(RtlFile)));
+}
+
+void AlignmentSave_MeanwhileTest::anOwnFileThatAppearsKeepsItsTables()
+{
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(SaveWhile({{"Z", 1}}), QString());
+    QCOMPARE(TableBytes(path(RtlFile)).keys(), (QList<QByteArray>{"A", "Z"}));
+}
+
+void AlignmentSave_MeanwhileTest::aCheckedTableIsNeverMissing_data()
+{
+    QTest::addColumn<Tables>("first");
+    QTest::addColumn<Tables>("second");
+    QTest::newRow("an id that is the beginning of one taken over before")
+        << Tables{{"ABCD", 9}} << Tables{{"AB", 9}};
+    QTest::newRow("an id that begins with one taken over before") << Tables{{"AB", 9}} << Tables{{"ABCD", 9}};
+    QTest::newRow("an empty id") << Tables{{"ABCD", 9}} << Tables{{"", 9}};
+}
+
+void AlignmentSave_MeanwhileTest::aCheckedTableIsNeverMissing()
+{
+    QFETCH(Tables, first);
+    QFETCH(Tables, second);
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, first));
+    QVERIFY(WriteAlignmentFile(imported(u"k.ad"_s), SdrType::RtlSdr, second));
+    LoadStation({u"i.ad"_s, u"k.ad"_s});
+    // In the list's order the second one removes the first one that was taken over, or the reverse.
+    QCOMPARE(Save(Choices()), Internal);
+    QVERIFY(Proposed.isEmpty());
+    QVERIFY(!QFile::exists(path(RtlFile)));
+}
+
+void AlignmentSave_MeanwhileTest::anImportedTableWithoutIdReplacesTheFirst()
+{
+    // As the user guide says: an empty id is the beginning of every other.
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"", 9}}));
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices()), QString());
+    QCOMPARE(TableBytes(path(RtlFile)).keys(), (QList<QByteArray>{"", "B"}));
+}
+
+TARNVIK_TEST_MAIN(AlignmentSave_MeanwhileTest, QCoreApplication)
+
+#include "AlignmentSave_MeanwhileTest.moc"
