@@ -5,57 +5,18 @@
 #include "alignment/AlignTableReader.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment/WatchedAllocations.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
-#include <cstdlib>
 #include <memory>
-#include <new>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool FailsLargeAllocations = false;
-int FreedTables = 0;
-int FreedTablesThatHeldData = 0;
-
-/// Looks at memory of a table's size that goes back. Of other objects of that size none exists while a test
-/// counts.
-void LookAtFreedTable(const void *memory)
-{
-    const auto *const table = static_cast<const AlignTable *>(memory);
-    ++FreedTables;
-    const bool zeroed = table->AlignedAt == 0 && table->Version == 0 && table->DataSetCount == 0 &&
-                        std::all_of(table->HwId.begin(), table->HwId.end(), [](char c) { return c == 0; });
-    if (!zeroed)
-        ++FreedTablesThatHeldData;
-}
-
-} // namespace
-
-void *operator new(std::size_t size)
-{
-    constexpr std::size_t large = 1000; // a long path, but nothing else that a load or a save asks for
-    void *const memory = FailsLargeAllocations && size >= large ? nullptr : std::malloc(size);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    return memory;
-}
-
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void *memory, std::size_t size) noexcept
-{
-    if (memory != nullptr && size == sizeof(AlignTable))
-        LookAtFreedTable(memory);
-    std::free(memory);
-}
+using tests::FailsLargeAllocations;
+using tests::FreedTables;
+using tests::FreedTablesThatHeldData;
 
 class AlignTableMemoryTest : public QObject
 {
