@@ -124,7 +124,7 @@ public:
     {
         AlignResult result = LoadOwn();
         if (result == AlignResult::Ok) {
-            const QString conflict = Conflict();
+            QString conflict = Conflict();
             if (!conflict.isEmpty())
                 return conflict;
         }

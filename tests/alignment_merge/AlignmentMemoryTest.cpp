@@ -20,7 +20,7 @@ namespace {
 
 constexpr int Devices = 400; // of each driver
 constexpr int Rounds = 3;
-constexpr double MostMegabytes = 90;
+constexpr double MostGrowth = 70; // MB; what a process holds before differs: 11 on Linux, 52 under Wine
 constexpr double MostMegabytesLeft = 5;
 constexpr SdrType Drivers[] = {SdrType::LimeMini, SdrType::LimeUsb, SdrType::RtlSdr, SdrType::AirSpy};
 
@@ -111,7 +111,7 @@ void AlignmentMemoryTest::aWholeStationIsLoadedMergedAndSavedInLittleMemory()
     QCOMPARE(store.Tables.Tail->Table->AlignedAt, quint64{Rounds + 1});
     const double peak = tools::PeakMegabytes();
     qInfo("resident: %.1f MB before, %.1f MB at most, %.1f MB after", before, peak, after);
-    QVERIFY(peak <= MostMegabytes);
+    QVERIFY(peak - before <= MostGrowth);
     QVERIFY(after <= before + MostMegabytesLeft);
 }
 
