@@ -38,6 +38,11 @@ void *operator new(std::size_t size)
     return memory;
 }
 
+void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept
+{
+    return std::malloc(size);
+}
+
 void operator delete(void *memory) noexcept
 {
     std::free(memory);
