@@ -17,7 +17,7 @@ class QWaitForMultipleObjects;
 
 /// Runs a program and keeps it running. A loop on the object's own thread decides when to (re)start it; the
 /// process itself lives on the thread of the object (the GUI thread), which alone touches it. The two sides
-/// share the event sets, the queued Signal_Start and the atomics that tell of the process.
+/// share the event sets, the queued Signal_Start and atomics with the state of the process.
 ///
 /// RestartRule says after which pause a process that ended is started again.
 ///

@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <vector>
 
 namespace {
 
