@@ -30,6 +30,7 @@ endif()
 # so that a test cannot pass over it.
 option(TARNVIK_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
 if(TARNVIK_SANITIZE)
+    target_compile_definitions(tarnvik_options INTERFACE TARNVIK_SANITIZE)
     target_compile_options(tarnvik_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tarnvik_options INTERFACE -fsanitize=address,undefined)

@@ -3,44 +3,48 @@
 
 #include <sys/mman.h>
 
-#include <cstdlib>
+#ifdef TARNVIK_SANITIZE
+#include <sanitizer/asan_interface.h>
+#endif
 
 namespace platform {
 
-#ifdef __SANITIZE_ADDRESS__
+namespace {
 
-// The address sanitizer watches the bounds of what comes from its own allocator only.
-
-void *AllocateZeroedPages(std::size_t size) noexcept
-{
-    return size > 0 ? std::calloc(1, size) : nullptr;
-}
-
-void FreePages(void *memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
+#ifdef TARNVIK_SANITIZE
+// The address sanitizer watches what its own allocator gives, which would fill the pages with zeroes one by one.
+// Here it is told of a zone behind the memory instead.
+constexpr std::size_t GuardSize = 4096;
 #else
+constexpr std::size_t GuardSize = 0;
+#endif
+
+} // namespace
 
 void *AllocateZeroedPages(std::size_t size) noexcept
 {
     if (size == 0)
         return nullptr;
-    void *const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void *const memory =
+        mmap(nullptr, size + GuardSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED)
         return nullptr;
     // A huge page would take up 2 MB for one byte that is written to.
     (void)madvise(memory, size, MADV_NOHUGEPAGE);
+#ifdef TARNVIK_SANITIZE
+    ASAN_POISON_MEMORY_REGION(static_cast<char *>(memory) + size, GuardSize);
+#endif
     return memory;
 }
 
 void FreePages(void *memory, std::size_t size) noexcept
 {
-    if (memory != nullptr)
-        munmap(memory, size);
-}
-
+    if (memory == nullptr)
+        return;
+#ifdef TARNVIK_SANITIZE
+    ASAN_UNPOISON_MEMORY_REGION(static_cast<char *>(memory) + size, GuardSize);
 #endif
+    munmap(memory, size + GuardSize);
+}
 
 } // namespace platform

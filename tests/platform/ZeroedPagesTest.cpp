@@ -10,6 +10,10 @@
 #include <cstring>
 #include <limits>
 
+#ifdef TARNVIK_SANITIZE
+#include <sanitizer/asan_interface.h>
+#endif
+
 class ZeroedPagesTest : public QObject
 {
     Q_OBJECT
@@ -37,6 +41,10 @@ void ZeroedPagesTest::memoryIsZeroedEachTime()
         auto *const bytes = static_cast<char *>(platform::AllocateZeroedPages(size));
         QVERIFY(bytes != nullptr);
         QVERIFY(std::all_of(bytes, bytes + size, [](char byte) { return byte == 0; }));
+#if defined(TARNVIK_SANITIZE) && defined(Q_OS_LINUX)
+        // Whoever runs over the end is found, in the fuzzer too.
+        QVERIFY(__asan_address_is_poisoned(bytes + size) != 0);
+#endif
         std::memset(bytes, 0xFF, size);
         platform::FreePages(bytes, size);
     }
