@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Common_Files/OstrelRecordStatus.h"
 
-#include <QDir>
+#include "Common_Files/FreshIniFile.h"
+
 #include <QFile>
-#include <QFileInfo>
-#include <QSettings>
-#include <QTemporaryFile>
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -18,10 +15,6 @@ namespace {
 
 /// Lets the burst of changes that one rewrite of the file causes settle; milliseconds.
 constexpr qint32 SettleDelay = 500;
-
-/// The recorder writes some hundred bytes. A file beyond this is not the recorder's, and parsing it would
-/// hold up the GUI thread.
-constexpr qint64 MaxStatusFileSize = 1024 * 1024;
 
 /// LastAction of a status file that does not name one.
 constexpr qint32 DefaultLastAction = 8;
@@ -37,27 +30,6 @@ const std::array<StructMessageTag, 7> MessageTags = {{
     {u"<CONNECTING>"_s, 0x000000, 0, 0},
     {u"<WORK>"_s, 0x76B859, 0, 0},
 }};
-
-/// The file's bytes at this moment; nothing when it cannot be read or is too large. Only regular files are
-/// opened: opening a pipe would wait for its writer.
-std::optional<QByteArray> ReadWhole(const QString &path)
-{
-    if (!QFileInfo(path).isFile())
-        return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray content = file.read(MaxStatusFileSize + 1);
-    if (file.error() != QFileDevice::NoError || content.size() > MaxStatusFileSize)
-        return std::nullopt;
-    return content;
-}
-
-/// Puts the content into the temporary file; false when that fails.
-bool WriteCopy(QTemporaryFile &copy, const QByteArray &content)
-{
-    return copy.open() && copy.write(content) == content.size() && copy.flush();
-}
 
 } // namespace
 
@@ -138,30 +110,20 @@ bool QOstrelRecordStatus::CreateStatusFile(const QString &path)
 bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecordStatus &snapshot)
 {
     snapshot = {};
-    const std::optional<QByteArray> content = ReadWhole(path);
-    if (!content)
-        return false;
-
-    // QSettings keeps parsed files and parses one again only when its size or time stamp differ. The recorder
-    // can rewrite the file with the same size within one tick of the file system's clock, so QSettings never
-    // sees the file itself but a copy under a fresh name. Without room for a copy a late status is better
-    // than none.
-    QTemporaryFile copy(QDir::tempPath() + u"/rfrecordstatus-XXXXXX.ini"_s);
-    const QSettings settings(WriteCopy(copy, *content) ? copy.fileName() : path, QSettings::IniFormat);
-    // QSettings parses, and notices errors, on the first access to a key.
+    const FreshIniFile status(path);
     const QString sequenceNr =
-        settings.value(u"SequenceNr"_s, StructOstrelRecordStatus::InvalidSequenceNr).toString();
-    if (settings.status() != QSettings::NoError)
+        status.value(u"SequenceNr"_s, StructOstrelRecordStatus::InvalidSequenceNr).toString();
+    if (!status.isValid())
         return false;
 
     bool isNumber = false;
     snapshot.SequenceNr = sequenceNr.toUInt(&isNumber); // QVariant would cut a number above 32 bits silently
     if (!isNumber || snapshot.SequenceNr == StructOstrelRecordStatus::InvalidSequenceNr)
         return false;
-    snapshot.LastAction = settings.value(u"LastAction"_s, DefaultLastAction).toInt();
-    snapshot.LastActionResult = settings.value(u"LastActionResult"_s, 0).toInt();
-    snapshot.Message = settings.value(u"Message"_s).toString();
-    return !snapshot.Message.isEmpty() && settings.status() == QSettings::NoError;
+    snapshot.LastAction = status.value(u"LastAction"_s, DefaultLastAction).toInt();
+    snapshot.LastActionResult = status.value(u"LastActionResult"_s, 0).toInt();
+    snapshot.Message = status.value(u"Message"_s).toString();
+    return !snapshot.Message.isEmpty() && status.isValid();
 }
 
 const StructMessageTag &QOstrelRecordStatus::GetMessageTag(QString &message)

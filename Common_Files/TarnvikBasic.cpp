@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Common_Files/TarnvikBasic.h"
 
+#include "Common_Files/FreshIniFile.h"
 #include "Common_Files/RecorderNames.h"
 #include "platform/QuitSignal.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QRegularExpression>
-#include <QSettings>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -86,13 +85,7 @@ QString QTarnvikBasic::GetRecordPath()
 
 QString QTarnvikBasic::GetRecordPath(const QString &locationFile)
 {
-    if (locationFile.isEmpty() || !QFile::exists(locationFile))
-        return {};
-    QSettings settings(locationFile, QSettings::IniFormat);
-    settings.beginGroup(u"Record"_s);
-    QString recordPath = settings.value(u"RecordPath"_s, QString()).toString();
-    settings.endGroup();
-    return recordPath;
+    return FreshIniFile(locationFile).value(u"Record/RecordPath"_s).toString();
 }
 
 void QTarnvikBasic::SendRecorderQuit(void * /*context*/, QString & /*program*/,

@@ -129,7 +129,7 @@ void OstrelRecordStatusTest::readsAStatusFile()
     QCOMPARE(snapshot.LastActionResult, expected.LastActionResult);
     QCOMPARE(snapshot.Message, expected.Message);
     // Nothing is left behind in the temporary folder.
-    QVERIFY(QDir::temp().entryList({u"rfrecordstatus-*"_s}, QDir::Files).isEmpty());
+    QVERIFY(QDir::temp().entryList({u"tarnvikini-*"_s}, QDir::Files).isEmpty());
 }
 
 void OstrelRecordStatusTest::withoutAReadableFileTheSnapshotIsCleared_data()

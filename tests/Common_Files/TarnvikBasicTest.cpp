@@ -3,6 +3,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QMetaClassInfo>
 #include <QSettings>
@@ -35,6 +36,7 @@ private slots:
     void readsTheRecordPath();
     void withoutLocationFileTheRecordPathIsEmpty();
     void aLocationFileWrittenBySettingsIsRead();
+    void aRewriteOfTheSameSizeAndTimeIsRead();
 };
 
 void TarnvikBasicTest::init()
@@ -256,6 +258,22 @@ void TarnvikBasicTest::aLocationFileWrittenBySettingsIsRead()
         settings.setValue(u"Record/RecordPath"_s, recordPath);
     }
     QCOMPARE(QTarnvikBasic::GetRecordPath(path), recordPath);
+}
+
+void TarnvikBasicTest::aRewriteOfTheSameSizeAndTimeIsRead()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"tarnviklocation.ini"_s);
+    const QDateTime time(QDate(2026, 1, 1), QTime(12, 0));
+    for (const char *recordPath : {"/srv/a", "/srv/b", "/srv/c"}) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.write(QByteArray("[Record]\nRecordPath=") + recordPath + '\n') > 0);
+        QVERIFY(file.flush());
+        QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        file.close();
+        QCOMPARE(QTarnvikBasic::GetRecordPath(path), QLatin1String(recordPath));
+    }
 }
 
 TARNVIK_TEST_MAIN(TarnvikBasicTest, QCoreApplication)
