@@ -26,6 +26,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A root folder ("/", "D:\") has no name of its own; its link gets this one.
+const QString NameOfRoot = u"Records"_s;
+
 /// Below this a version has the major number 0.
 constexpr std::uint64_t FirstReleasedVersion = 0x1000000;
 
@@ -36,6 +39,7 @@ void CMainWindow::Warn(const QString &text)
     QMessageBox::warning(this, tr("Error"), text, QMessageBox::Ok);
 }
 
+/// The record folder, absolute; empty after a warning when there is none.
 QString CMainWindow::ExistingRecordPath()
 {
     QString path = QTarnvikBasic::GetRecordPath();
@@ -47,7 +51,8 @@ QString CMainWindow::ExistingRecordPath()
         Warn(tr("'record path' does not exists\n<%1>").arg(path));
         return QString();
     }
-    return path;
+    // A relative path would be taken from wherever the receiver of the path looks at it.
+    return QDir::current().absoluteFilePath(path);
 }
 
 void CMainWindow::OpenRecordFolder()
@@ -62,10 +67,10 @@ void CMainWindow::CreateRecordFolderLink()
     const QString path = ExistingRecordPath();
     if (path.isEmpty())
         return;
-    // A relative path would be taken from the desktop; one that ends in a separator has no last component.
-    const QString target = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QString target = QDir::cleanPath(path); // what ends in a separator has no last component
+    const QString folder = QFileInfo(target).fileName();
     const QString link = u"%1/%2.lnk"_s.arg(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
-                                            QFileInfo(target).fileName());
+                                            folder.isEmpty() ? NameOfRoot : folder);
     // Windows would write over a link that is there. A shell link counts as existing only while its target
     // does.
     const QFileInfo present(link);

@@ -79,6 +79,8 @@ private slots:
     void theRecordFolderCommandsNeedARecordPath_data();
     void theRecordFolderCommandsNeedARecordPath();
     void theRecordFolderIsOpened();
+    void aRelativeRecordPathIsOpenedAsAnAbsoluteOne();
+    void theLinkToARootFolderHasAName();
     void theLinkIsMadeAndTheFolderOpened_data();
     void theLinkIsMadeAndTheFolderOpened();
     void theLinkFailsWhenOneOfThatNameExists();
@@ -180,6 +182,29 @@ void CMainWindow_CommandsTest::theRecordFolderIsOpened()
     WriteRecordPath(folder.path());
     Trigger(u"Open record file folder"_s);
     QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QVERIFY(Answers->boxes().isEmpty());
+}
+
+void CMainWindow_CommandsTest::aRelativeRecordPathIsOpenedAsAnAbsoluteOne()
+{
+    const QTemporaryDir folder(QDir::currentPath() + u"/records-XXXXXX"_s);
+    WriteRecordPath(QFileInfo(folder.path()).fileName());
+    Trigger(u"Open record file folder"_s);
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    Opened.clear();
+    Trigger(u"Create record file folder link on Desktop"_s);
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+}
+
+void CMainWindow_CommandsTest::theLinkToARootFolderHasAName()
+{
+    const QString root = QDir::rootPath();
+    WriteRecordPath(root);
+    Trigger(u"Create record file folder link on Desktop"_s);
+    const QString link =
+        QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + u"/Records.lnk"_s;
+    QCOMPARE(QFile::symLinkTarget(link), root);
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(root)});
     QVERIFY(Answers->boxes().isEmpty());
 }
 
