@@ -56,6 +56,18 @@ QStringList AlignmentFilesIn(const QMimeData &data)
     return files;
 }
 
+/// Accepts alignment files, and only as a copy: a source that hears "moved" may delete its files. False when
+/// nothing is taken.
+bool AcceptAsCopy(QDropEvent &event)
+{
+    const bool accepted =
+        (event.possibleActions() & Qt::CopyAction) != 0 && !AlignmentFilesIn(*event.mimeData()).isEmpty();
+    if (accepted)
+        event.setDropAction(Qt::CopyAction);
+    event.setAccepted(accepted);
+    return accepted;
+}
+
 QTreeWidgetItem *NewDriverItem(const QString &driver)
 {
     auto *const item = new QTreeWidgetItem({driver, QString()});
@@ -312,20 +324,14 @@ QString QDlgAlignmentCfg::Save()
 
 void QDlgAlignmentCfg::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (AlignmentFilesIn(*event->mimeData()).isEmpty())
-        event->ignore();
-    else
-        event->acceptProposedAction();
+    AcceptAsCopy(*event);
 }
 
 void QDlgAlignmentCfg::dropEvent(QDropEvent *event)
 {
-    const QStringList files = AlignmentFilesIn(*event->mimeData());
-    if (files.isEmpty())
+    if (!AcceptAsCopy(*event))
         return;
-    // Only read: a source that hears "moved" might delete its files.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    const QStringList files = AlignmentFilesIn(*event->mimeData());
     // The program that they come from waits for the end of the drop, not for our message box.
     QMetaObject::invokeMethod(
         this, [this, files] { Slot_Button_Import(files); }, Qt::QueuedConnection);

@@ -35,6 +35,7 @@ private slots:
 
     void aDraggedFileIsAcceptedByItsName_data();
     void aDraggedFileIsAcceptedByItsName();
+    void whatCanOnlyBeMovedIsIgnored();
     void dataWithoutUrlsIsIgnored();
     void ofSeveralDroppedFilesTheAlignmentFilesAreImported();
 
@@ -145,12 +146,28 @@ void QDlgAlignmentCfg_FilesTest::aDraggedFileIsAcceptedByItsName()
     QFETCH(bool, accepted);
     QMimeData data;
     data.setUrls({QUrl(u"https://example.org/x.ad"_s), QUrl::fromLocalFile(path)});
-    QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                          Qt::ShiftModifier);
+    QCOMPARE(event.proposedAction(), Qt::MoveAction);
     event.setAccepted(!accepted);
     Send(event);
     QCOMPARE(event.isAccepted(), accepted);
-    Drop(data); // no such file is there, so an import would tell
+    if (accepted)
+        QCOMPARE(event.dropAction(), Qt::CopyAction); // nobody may delete the files
+    Drop(data);                                       // no such file is there, so an import would tell
     QCOMPARE(Answers->boxes().size(), accepted ? 1 : 0);
+}
+
+void QDlgAlignmentCfg_FilesTest::whatCanOnlyBeMovedIsIgnored()
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(ImportFile(u"r.ad"_s))});
+    QDragEnterEvent enter(QPoint(10, 10), Qt::MoveAction, &data, Qt::LeftButton, {});
+    Send(enter);
+    QVERIFY(!enter.isAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::MoveAction, &data, Qt::LeftButton, {});
+    Send(drop);
+    QVERIFY(!drop.isAccepted());
 }
 
 void QDlgAlignmentCfg_FilesTest::dataWithoutUrlsIsIgnored()
