@@ -36,6 +36,16 @@ inline constexpr std::size_t SampleRatePointFieldsSize = 8 + 1 + 4;
 /// Gain entry: Value1 to Value4.
 inline constexpr std::size_t GainEntrySize = 4 * 2;
 
+/// Bytes that a chunk takes up in a file: with version byte and CRC-8, or with CRC-32 (data sets).
+inline constexpr std::size_t ByteCrcChunkSize(std::size_t payloadSize)
+{
+    return 1 + 2 + payloadSize + 1;
+}
+inline constexpr std::size_t WordCrcChunkSize(std::size_t payloadSize)
+{
+    return 2 + payloadSize + 4;
+}
+
 /// Bytes that go to and come from the system in one call.
 inline constexpr std::size_t StreamBufferSize = std::size_t{64} * 1024;
 

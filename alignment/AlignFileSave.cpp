@@ -3,6 +3,7 @@
 #include "alignment/AlignFileFormat.h"
 #include "alignment/AlignFileWriter.h"
 #include "alignment/AlignStore.h"
+#include "platform/DiskSpace.h"
 #include "platform/FilePath.h"
 
 #include <algorithm>
@@ -46,6 +47,18 @@ AlignResult CheckReadable(const AlignStore &store)
             return result;
     }
     return AlignResult::Ok;
+}
+
+/// The size of the file that a save of these tables, all of which can be written, makes.
+std::uint64_t FileSizeOf(const AlignTableList &tables)
+{
+    std::uint64_t size = alignfile::ByteCrcChunkSize(alignfile::HeaderPayloadSize);
+    for (const AlignTable &table : tables) {
+        size += alignfile::ByteCrcChunkSize(alignfile::TablePayloadSize);
+        for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount))
+            size += alignfile::WordCrcChunkSize(alignfile::DataSetPayloadSize(dataSet).value_or(0));
+    }
+    return size;
 }
 
 bool WriteFileHeader(ChunkWriter &writer, const AlignStore &store)
@@ -101,6 +114,8 @@ AlignResult AlignStore::SaveFile(const QString &path)
     const std::optional<std::filesystem::path> file = platform::FileSystemPath(path);
     if (!file)
         return AlignResult::InternalError;
+    if (!platform::HasRoomFor(path, FileSizeOf(Tables)))
+        return AlignResult::FileError;
     std::array<char, alignfile::StreamBufferSize> streamBuffer; // outlives the stream
     std::ofstream stream;
     stream.rdbuf()->pubsetbuf(streamBuffer.data(), streamBuffer.size());

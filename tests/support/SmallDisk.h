@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// A disk that is easily full.
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace tests {
+
+/// A folder on a file system of 256 KiB that only this test program uses; empty where none could be mounted.
+[[nodiscard]] QString SmallDisk();
+
+/// Removes all from that disk.
+[[nodiscard]] bool EmptySmallDisk();
+
+/// Makes a file there that leaves so many blocks free; false when there is less.
+[[nodiscard]] bool FillSmallDisk(qint64 freeBlocks);
+
+/// The size of its blocks in bytes.
+[[nodiscard]] qint64 SmallDiskBlock();
+
+} // namespace tests
+
+/// Skips the test function, aloud, where there is no such disk.
+#define TARNVIK_NEEDS_SMALL_DISK()                                                                           \
+    do {                                                                                                     \
+        if (tests::SmallDisk().isEmpty())                                                                    \
+            QSKIP("no small file system can be mounted here, so a full disk is not tested");                 \
+    } while (false)
