@@ -247,6 +247,10 @@ QString SaveGroup(const DriverSaveGroup &group, const AlignmentSaveQuestions &qu
     QString error = save.Build();
     if (!error.isEmpty())
         return error;
+    const QString folder = QFileInfo(group.OwnFile).absolutePath();
+    if (!QDir().mkpath(folder))
+        return Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "The folder can not be made:\n%1"))
+            .arg(QDir::toNativeSeparators(folder));
     const QString file = questions.FileToWrite(group.OwnFile);
     if (file.isEmpty())
         return {};

@@ -87,8 +87,8 @@ struct AlignmentSaveQuestions
 
 /// Writes one file for each group: the driver's own tables, none if it has no file yet, with the chosen
 /// tables in the place of those of the same hardware id. A driver without file and without choice is left
-/// out. The first error ends the run and is returned as a message, empty when there was none; files written
-/// until then stay.
+/// out. The drivers' folder is made before a file is asked for. The first error ends the run and is returned
+/// as a message, empty when there was none; files written until then stay.
 ///
 /// Nothing is written when a chosen table would be missing, or when the driver's file or the source no longer
 /// holds what the user saw. A file that somebody else writes meanwhile is read again first.

@@ -533,6 +533,12 @@ Choose Reset and pick again.</source>
         <translation>Die Tabelle von %1 %2 hat sich geändert, seit die Liste gelesen wurde.
 Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
     </message>
+    <message>
+        <source>The folder can not be made:
+%1</source>
+        <translation>Der Ordner kann nicht angelegt werden:
+%1</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

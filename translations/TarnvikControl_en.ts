@@ -533,6 +533,12 @@ Choose Reset and pick again.</source>
         <translation>The table of %1 %2 has changed since the list was read.
 Choose Reset and pick again.</translation>
     </message>
+    <message>
+        <source>The folder can not be made:
+%1</source>
+        <translation>The folder can not be made:
+%1</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

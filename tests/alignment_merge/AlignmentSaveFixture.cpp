@@ -12,6 +12,7 @@ void AlignmentSaveFixture::init()
 {
     FolderFixture::init();
     QVERIFY(QDir(Folder->path()).mkpath(u"import"_s));
+    DriversFolder = Folder->path();
     Rows.Clear();
     Asked.clear();
     Proposed.clear();
@@ -48,7 +49,7 @@ QString AlignmentSaveFixture::Save(const QList<AlignmentChoice> &chosen)
         Proposed.append(proposal);
         return AnswerToFile(proposal);
     };
-    return SaveAlignment(MarkRowsAndCollectSaveGroups(chosen, Rows, Folder->path()), questions);
+    return SaveAlignment(MarkRowsAndCollectSaveGroups(chosen, Rows, DriversFolder), questions);
 }
 
 } // namespace tests

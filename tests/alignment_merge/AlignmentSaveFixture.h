@@ -34,6 +34,7 @@ protected:
     QString Save(const QList<AlignmentChoice> &chosen);
 
     AlignmentRowList Rows;
+    QString DriversFolder; // that a save writes to; the fresh one unless a test sets another one
     QStringList Asked;    // about drivers without changes
     QStringList Proposed; // file names
     bool AnswerToUnchanged = true;

@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cstdint>
 
@@ -32,6 +33,8 @@ private slots:
     void anErrorIsReported();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs();
+    void aMissingFolderIsMadeBeforeAFileIsAskedFor();
+    void aFolderThatCannotBeMadeIsNamed();
     void withoutMemoryTheSaveEnds_data();
     void withoutMemoryTheSaveEnds();
 };
@@ -129,6 +132,32 @@ void AlignmentSave_ErrorsTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
     QCOMPARE(Save(Choices()), u"Internal Error"_s);
     QVERIFY(Proposed.isEmpty());
     QCOMPARE(tests::FileBytes(file), before);
+}
+
+void AlignmentSave_ErrorsTest::aMissingFolderIsMadeBeforeAFileIsAskedFor()
+{
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    DriversFolder = path(u"Quillane GmbH/TarnvikRecord"_s);
+    bool wasThere = false;
+    AnswerToFile = [&](const QString &proposal) {
+        wasThere = QFileInfo(proposal).dir().exists();
+        return proposal;
+    };
+    QCOMPARE(Save(Choices()), QString());
+    QVERIFY(wasThere);
+    QCOMPARE(Proposed, QStringList(DriversFolder + u'/' + RtlFile));
+    QCOMPARE(TableBytes(DriversFolder + u'/' + RtlFile), TableBytes(imported(u"i.ad"_s)));
+}
+
+void AlignmentSave_ErrorsTest::aFolderThatCannotBeMadeIsNamed()
+{
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    QVERIFY(tests::WriteFileBytes(path(u"Quillane GmbH"_s), "a file in the folder's place"));
+    LoadStation({u"i.ad"_s});
+    DriversFolder = path(u"Quillane GmbH/TarnvikRecord"_s);
+    QCOMPARE(Save(Choices()), u"The folder can not be made:\n"_s + QDir::toNativeSeparators(DriversFolder));
+    QVERIFY(Proposed.isEmpty());
 }
 
 void AlignmentSave_ErrorsTest::withoutMemoryTheSaveEnds_data()
