@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program's alignment dialog with keyboard and mouse, from the menu to the written file; the tray;
 // and requests to end while a dialog is open.
-#include "Common_Files/TarnvikBasic.h"
+#include "tests/TarnvikControl/AlignmentDesktop.h"
 #include "tests/TarnvikControl/Station.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
@@ -15,7 +15,6 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QUrl>
 #include <QWidget>
 
@@ -24,8 +23,14 @@
 
 using namespace Qt::StringLiterals;
 
+using tests::AirspyFile;
 using tests::Day;
+using tests::DesktopPath;
+using tests::DialogWindow;
+using tests::DriverPath;
+using tests::ExportTitle;
 using tests::FileTable;
+using tests::ImportTitle;
 using tests::OnlyWindow;
 using tests::QuitTitle;
 using tests::Station;
@@ -34,15 +39,6 @@ using tests::VirtualDesktop;
 
 namespace {
 
-const QString ImportTitle = u"Choose alignment file for importing"_s;
-const QString ExportTitle = u"Choose alignment file for exporting"_s;
-const QString DriverFile = u"TarnvikDriver_RtlSdr.ad"_s;
-const QString OtherDriverFile = u"TarnvikDriver_Airspy.ad"_s;
-
-QString RecorderFile(const QString &name)
-{
-    return QTarnvikBasic::GetRecorderFile(name);
-}
 
 /// A file manager's window: what is dragged from it are files.
 class FileWindow : public QWidget
@@ -76,24 +72,12 @@ private:
     bool Dropped = false;
 };
 
-/// The alignment dialog, which has the program's name as its title like the main window; empty when it is not
-/// open.
-QString DialogWindow()
-{
-    return VirtualDesktop::dialogs(Title).value(0);
-}
-
 /// Keys for a window, which is awaited: one with this title, or the alignment dialog when it is empty.
 struct Step
 {
     QString Window;
     QStringList Keys;
 };
-
-QString WindowOf(const QString &title)
-{
-    return title.isEmpty() ? DialogWindow() : OnlyWindow(title);
-}
 
 QPoint TrayIcon()
 {
@@ -129,7 +113,7 @@ void TarnvikControl_AlignmentTest::initTestCase()
 {
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(Title);
-    QVERIFY(QDir().mkpath(RecorderFile(QString())));
+    QVERIFY(QDir().mkpath(DriverPath(QString())));
 }
 
 void TarnvikControl_AlignmentTest::init()
@@ -141,20 +125,18 @@ void TarnvikControl_AlignmentTest::init()
 bool TarnvikControl_AlignmentTest::writeTwoDrivers()
 {
     const QList<FileTable> tables = {{"0x1", Day("2024-01-01")}};
-    const bool written = tests::WriteAlignmentFile(RecorderFile(DriverFile), SdrType::RtlSdr, tables) &&
-                         tests::WriteAlignmentFile(RecorderFile(OtherDriverFile), SdrType::AirSpy, tables);
-    DriverBytes = tests::FileBytes(RecorderFile(DriverFile));
-    OtherDriverBytes = tests::FileBytes(RecorderFile(OtherDriverFile));
+    const bool written = tests::WriteAlignmentFile(DriverPath(), SdrType::RtlSdr, tables) &&
+                         tests::WriteAlignmentFile(DriverPath(AirspyFile), SdrType::AirSpy, tables);
+    DriverBytes = tests::FileBytes(DriverPath());
+    OtherDriverBytes = tests::FileBytes(DriverPath(AirspyFile));
     return written;
 }
 
 void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
 {
-    const QString target = RecorderFile(DriverFile);
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    QVERIFY(QDir().mkpath(desktop)); // where the file dialog for importing starts
-    const QString first = desktop + u"/first.ad"_s;
-    const QString second = desktop + u"/second.ad"_s;
+    const QString target = DriverPath();
+    const QString first = DesktopPath(u"first.ad"_s);
+    const QString second = DesktopPath(u"second.ad"_s);
     const QList<FileTable> present = {
         {"0x1", Day("2024-01-01")}, {"0x2", Day("2024-01-02")}, {"0x3", Day("2024-01-03")}};
     QVERIFY(tests::WriteAlignmentFile(target, SdrType::RtlSdr, present));
@@ -173,14 +155,7 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     QVERIFY(VirtualDesktop::Press(OnlyWindow(Title), {u"Alt_L"_s, u"Right"_s, u"Down"_s, u"Return"_s}));
     QTRY_VERIFY(!DialogWindow().isEmpty());
 
-    // Tree, Reset, Clear, Import...
-    QVERIFY(VirtualDesktop::Press(DialogWindow(), {u"Tab"_s, u"Tab"_s, u"Tab"_s, u"space"_s}));
-    QTRY_VERIFY(station.shows(ImportTitle));
-    QVERIFY(VirtualDesktop::Press(OnlyWindow(ImportTitle), {u"ctrl+a"_s}));
-    QVERIFY(VirtualDesktop::Type(u"first.ad"_s));
-    QVERIFY(VirtualDesktop::Press({u"Return"_s}));
-    QTRY_VERIFY(VirtualDesktop::windows(ImportTitle).isEmpty());
-
+    QVERIFY(tests::Import(u"first.ad"_s));
     FileWindow files(second);
     files.show();
     QVERIFY(QTest::qWaitForWindowExposed(&files));
@@ -189,14 +164,10 @@ void TarnvikControl_AlignmentTest::fromTheMenuToTheWrittenFile()
     QTRY_VERIFY(files.dropped());
     files.hide();
 
-    // Back to the tree: the driver's line comes first, 0x4 last. Enter presses "Save...".
-    QVERIFY(VirtualDesktop::Press(
-        DialogWindow(), {u"shift+Tab"_s, u"shift+Tab"_s, u"shift+Tab"_s, u"End"_s, u"space"_s, u"Return"_s}));
-    QTRY_VERIFY(station.shows(ExportTitle));
-    QVERIFY(VirtualDesktop::Press(OnlyWindow(ExportTitle), {u"Return"_s}));
-    QTRY_COMPARE(VirtualDesktop::windows(ExportTitle).size(), 2); // it asks whether to replace the file
-    QVERIFY(VirtualDesktop::Press(VirtualDesktop::windows(ExportTitle).last(), {u"alt+y"_s}));
-    QTRY_VERIFY(VirtualDesktop::windows(ExportTitle).isEmpty());
+    // The driver's line comes first, 0x4 last.
+    QVERIFY(tests::PressIn({}, {u"End"_s, u"space"_s}));
+    QVERIFY(tests::BeginToSave());
+    QVERIFY(tests::AcceptProposedFile(true));
     QTRY_COMPARE(tests::FileBytes(target), expected);
 
     QVERIFY(VirtualDesktop::Press(DialogWindow(), {u"Escape"_s}));
@@ -262,25 +233,22 @@ void TarnvikControl_AlignmentTest::aRequestToEndIsObeyedWhileADialogIsOpen()
     QFETCH(QList<Step>, steps);
     QFETCH(QString, title);
     QVERIFY(writeTwoDrivers());
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    QVERIFY(QDir().mkpath(desktop));
-    QVERIFY(tests::WriteFileBytes(desktop + u"/d.ad"_s, "rubbish"));
+    QVERIFY(tests::WriteFileBytes(DesktopPath(u"d.ad"_s), "rubbish"));
     Station station;
     station.Start();
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
     for (const Step &step : std::as_const(steps)) {
-        QTRY_VERIFY2(!WindowOf(step.Window).isEmpty(), qPrintable(step.Window));
-        QVERIFY(VirtualDesktop::Press(WindowOf(step.Window), step.Keys));
+        QVERIFY2(tests::PressIn(step.Window, step.Keys), qPrintable(step.Window));
     }
-    QTRY_VERIFY(!WindowOf(title).isEmpty());
+    QTRY_VERIFY(!(title.isEmpty() ? DialogWindow() : OnlyWindow(title)).isEmpty());
     QVERIFY(station.Signal(SIGTERM));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
     QCOMPARE(Report->count(u"terminate-request"_s), 0);
     QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
     QCOMPARE(station.errorOutput(), QString());
-    QCOMPARE(tests::FileBytes(RecorderFile(DriverFile)), DriverBytes);
-    QCOMPARE(tests::FileBytes(RecorderFile(OtherDriverFile)), OtherDriverBytes);
+    QCOMPARE(tests::FileBytes(DriverPath()), DriverBytes);
+    QCOMPARE(tests::FileBytes(DriverPath(AirspyFile)), OtherDriverBytes);
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_AlignmentTest)
