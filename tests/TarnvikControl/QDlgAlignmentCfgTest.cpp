@@ -64,6 +64,7 @@ private slots:
     void twoFilesWithTheSameTableGiveOneRow();
     void aDateBeyondTheCalendarIsNotShownAsAnotherDate();
     void resetDropsWhatWasImported();
+    void resetReadsTheDriversFilesOnly();
     void clearEmptiesTheTreeAndTouchesNoFile();
     void aRefillSetsTheCheckMarksToTheirDefaults();
     void theTreeStartsAscendingAndARefillKeepsTheUsersOrder();
@@ -218,6 +219,16 @@ void QDlgAlignmentCfgTest::resetDropsWhatWasImported()
     QVERIFY(WriteStationWithVersions());
     AlignmentDialogFixture shown;
     shown.Dialog.Slot_Button_Import(VersionsFile());
+    shown.button(u"Reset"_s).click();
+    QCOMPARE(shown.lines(), StationLines);
+}
+
+void QDlgAlignmentCfgTest::resetReadsTheDriversFilesOnly()
+{
+    QVERIFY(WriteStationWithVersions());
+    const AlignmentDialogFixture shown;
+    QVERIFY(WriteAlignmentFile(RecorderFile(u"Backup_RtlSdr.ad"_s), SdrType::RtlSdr,
+                               {{"0x9", Day("2024-01-09")}}));
     shown.button(u"Reset"_s).click();
     QCOMPARE(shown.lines(), StationLines);
 }

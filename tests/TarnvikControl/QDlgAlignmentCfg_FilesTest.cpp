@@ -30,6 +30,7 @@ private slots:
 
     void theImportDialogStartsOnTheDesktopThenWhereTheLastImportWas();
     void severalFilesAreImportedAtOnce();
+    void theNextImportStartsWhereTheFirstFileWas();
     void cancellingTheFileDialogLeavesTheTreeAndItsCheckMarks();
     void theErrorsOfAnImportAreOneWarning();
 
@@ -98,6 +99,14 @@ void QDlgAlignmentCfg_FilesTest::severalFilesAreImportedAtOnce()
     Shown->button(u"Import..."_s).click();
     QVERIFY(Shown->item(u"AirSpy"_s, u"0x9"_s));
     QCOMPARE(Shown->item(Rtl, u"0x1"_s)->checkState(0), Qt::Checked);
+}
+
+void QDlgAlignmentCfg_FilesTest::theNextImportStartsWhereTheFirstFileWas()
+{
+    Shown->Dialog.Slot_Button_Import({ImportFile(u"r.ad"_s), tests::RecorderFile(tests::RtlFile)});
+    Shown->button(u"Import..."_s).click();
+    QCOMPARE(Files->offers().size(), 1);
+    QCOMPARE(QFileInfo(Files->offers().first().Folder), QFileInfo(ImportFile(QString()).chopped(1)));
 }
 
 void QDlgAlignmentCfg_FilesTest::cancellingTheFileDialogLeavesTheTreeAndItsCheckMarks()

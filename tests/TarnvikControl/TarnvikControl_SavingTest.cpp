@@ -24,7 +24,6 @@ using tests::Day;
 using tests::DesktopPath;
 using tests::DriverPath;
 using tests::FileBytes;
-using tests::OnlyWindow;
 using tests::TableBytes;
 using tests::VirtualDesktop;
 using tests::WriteAlignmentFile;
