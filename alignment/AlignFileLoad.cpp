@@ -5,10 +5,22 @@
 #include "alignment/AlignStore.h"
 
 #include <array>
+#include <cstdio>
 
 using alignfile::ChunkReader;
 
 namespace {
+
+/// Reads a table chunk and says on standard output when its version is wrong.
+AlignResult ReadTableChunk(ChunkReader &reader)
+{
+    const AlignResult result = reader.ReadByteCrcChunk();
+    if (result == AlignResult::VersionMismatch) {
+        (void)std::fputs("[ERROR] fileversion and header version not equal!\n", stdout);
+        (void)std::fflush(stdout); // standard output may be a pipe
+    }
+    return result;
+}
 
 AlignResult ReadFile(std::istream &stream, AlignStore &store, AlignTableList &list, bool adoptSdrType)
 {
@@ -22,7 +34,7 @@ AlignResult ReadFile(std::istream &stream, AlignStore &store, AlignTableList &li
     else if (store.SdrType != header.SdrType)
         return AlignResult::TableWrongSdrType;
     for (unsigned i = 0; i < header.TableCount && result == AlignResult::Ok; ++i) {
-        result = alignfile::ReadTableChunk(reader);
+        result = ReadTableChunk(reader);
         if (result != AlignResult::Ok)
             return result;
         AlignTable *const table = store.AppendNewTable(list);

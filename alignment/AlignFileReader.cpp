@@ -16,6 +16,7 @@ ChunkReader::ChunkReader(std::istream &stream, AlignChunkBuffer &buffer) : Strea
 
 AlignResult ChunkReader::ReadByteCrcChunk()
 {
+    ChunkBegin = BytesRead;
     std::uint8_t version = 0;
     if (!ReadRaw(&version, sizeof(version)))
         return AlignResult::FileError;
@@ -27,6 +28,7 @@ AlignResult ChunkReader::ReadByteCrcChunk()
 
 AlignResult ChunkReader::ReadWordCrcChunk()
 {
+    ChunkBegin = BytesRead;
     const AlignResult result = ReadLength(DataSetPayloadLimit);
     return result == AlignResult::Ok ? ReadPayload<std::uint32_t>(&Crc32) : result;
 }
@@ -92,7 +94,9 @@ const std::uint8_t *ChunkReader::Take(std::size_t wanted)
 
 bool ChunkReader::ReadRaw(void *bytes, std::size_t size)
 {
-    return static_cast<bool>(Stream.read(static_cast<char *>(bytes), static_cast<std::streamsize>(size)));
+    Stream.read(static_cast<char *>(bytes), static_cast<std::streamsize>(size));
+    BytesRead += static_cast<std::uint64_t>(Stream.gcount());
+    return Stream.good();
 }
 
 AlignResult ChunkReader::ReadLength(std::size_t limit)

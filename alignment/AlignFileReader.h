@@ -30,6 +30,11 @@ public:
     /// Reads a chunk with CRC-32 and no version byte (data set).
     AlignResult ReadWordCrcChunk();
 
+    /// The position of the chunk that was read last, or could not be read: bytes since the reader was made.
+    [[nodiscard]] std::uint64_t chunkBegin() const { return ChunkBegin; }
+    /// All bytes that were read, those of a chunk that ends too early included.
+    [[nodiscard]] std::uint64_t bytesRead() const { return BytesRead; }
+
     // The fields of the payload, in order. Each function is false when the payload does not hold all of its
     // fields; what it stored until then is of no use.
 
@@ -68,6 +73,8 @@ private:
 
     std::istream &Stream;
     AlignChunkBuffer &Buffer;
+    std::uint64_t ChunkBegin = 0;
+    std::uint64_t BytesRead = 0;
 };
 
 } // namespace alignfile

@@ -3,7 +3,6 @@
 
 #include "platform/FilePath.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -33,16 +32,6 @@ AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header)
         return AlignResult::InternalError;
     header.SdrType = static_cast<::SdrType>(sdrType);
     return AlignResult::Ok;
-}
-
-AlignResult ReadTableChunk(ChunkReader &reader)
-{
-    const AlignResult result = reader.ReadByteCrcChunk();
-    if (result == AlignResult::VersionMismatch) {
-        (void)std::fputs("[ERROR] fileversion and header version not equal!\n", stdout);
-        (void)std::fflush(stdout); // standard output may be a pipe
-    }
-    return result;
 }
 
 AlignResult TakeTable(ChunkReader &reader, AlignTable &table)

@@ -23,9 +23,6 @@ AlignResult OpenForReading(std::ifstream &stream, const QString &path);
 
 AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header);
 
-/// Reads a table chunk and says on standard output when its version is wrong.
-AlignResult ReadTableChunk(ChunkReader &reader);
-
 /// Takes the table apart whose chunk was read last, and reads its data-set chunks. The table must be fresh
 /// from AlignStore::InitTable.
 AlignResult TakeTable(ChunkReader &reader, AlignTable &table);

@@ -6,6 +6,7 @@
 AlignResult AlignTableReader::Open(const QString &path)
 {
     Header = {}; // of the file before
+    Chunks.reset();
     File = std::ifstream();
     File.rdbuf()->pubsetbuf(StreamBuffer.data(), static_cast<std::streamsize>(StreamBuffer.size()));
     const AlignResult opened = alignfile::OpenForReading(File, path);
@@ -34,7 +35,7 @@ AlignResult AlignTableReader::ReadNext(AlignTable &table)
 
 AlignResult AlignTableReader::ReadTable(AlignTable &table)
 {
-    const AlignResult result = alignfile::ReadTableChunk(*Chunks);
+    const AlignResult result = Chunks->ReadByteCrcChunk();
     if (result != AlignResult::Ok)
         return result;
     AlignStore::InitTable(table, Header.SdrType);

@@ -35,6 +35,11 @@ public:
     [[nodiscard]] ::SdrType sdrType() const { return Header.SdrType; }
     [[nodiscard]] std::uint16_t tableCount() const { return Header.TableCount; }
 
+    /// Where the chunk that was read last, or could not be read, begins in the file, and how many bytes were
+    /// read in all; 0 while no file is open.
+    [[nodiscard]] std::uint64_t chunkBegin() const { return Chunks ? Chunks->chunkBegin() : 0; }
+    [[nodiscard]] std::uint64_t bytesRead() const { return Chunks ? Chunks->bytesRead() : 0; }
+
     /// True while there are tables to be read.
     [[nodiscard]] bool hasNext() const { return TablesRead < Header.TableCount; }
 

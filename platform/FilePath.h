@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From a path as Qt holds it to a path as the standard streams open it.
+// Between paths as texts and paths as the standard streams open them.
 #pragma once
 
 #include <QString>
@@ -10,7 +10,11 @@
 namespace platform {
 
 /// The same path, whatever letters it holds. What is no letter at all (half a surrogate pair) is replaced
-/// where the system's paths cannot express it. Nothing when there is no memory.
+/// where the system's paths cannot express it, but for what PathText makes. Nothing when there is no memory.
 [[nodiscard]] std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept;
+
+/// The way back. A byte of a Linux path that is no part of a letter becomes a half surrogate, U+DC00 plus the
+/// byte, as other programs do it; FileSystemPath makes the byte of it again.
+[[nodiscard]] QString PathText(const std::filesystem::path &path);
 
 } // namespace platform

@@ -14,4 +14,9 @@ std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcep
     }
 }
 
+QString PathText(const std::filesystem::path &path)
+{
+    return QString::fromStdWString(path.native());
+}
+
 } // namespace platform

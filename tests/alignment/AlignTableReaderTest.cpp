@@ -51,6 +51,7 @@ private slots:
     void oneTableServesForAll();
     void everyDamagedFileGivesTheResultOfLoadingIt();
     void everyTruncatedFileGivesTheResultOfLoadingIt();
+    void theChunkThatCannotBeReadIsKnownByItsPlace();
     void afterAFailureThereIsNoNextTable();
     void aFileWithoutTablesHasNone();
     void aMissingFileGives9();
@@ -140,6 +141,27 @@ void AlignTableReaderTest::everyTruncatedFileGivesTheResultOfLoadingIt()
         const AlignResult opened = Reader->Open(stream);
         QCOMPARE(ReadAll(*Reader, opened, tables), result);
     }
+}
+
+void AlignTableReaderTest::theChunkThatCannotBeReadIsKnownByItsPlace()
+{
+    const std::string bytes = SavedInMemory(*Store);
+    const QList<tests::ChunkPosition> chunks = tests::ChunksOf(QByteArray::fromStdString(bytes));
+    QVERIFY(chunks.size() > 1 + 3); // data sets, too
+    for (const tests::ChunkPosition &chunk : chunks) {
+        std::istringstream stream(bytes.substr(0, static_cast<std::size_t>(chunk.Crc)), std::ios::binary);
+        AlignTableList tables;
+        const AlignResult opened = Reader->Open(stream);
+        QCOMPARE(ReadAll(*Reader, opened, tables), AlignResult::FileCrcFailed);
+        QCOMPARE(Reader->chunkBegin(), static_cast<std::uint64_t>(chunk.Begin));
+        QCOMPARE(Reader->bytesRead(), static_cast<std::uint64_t>(chunk.Crc));
+    }
+    std::istringstream stream(bytes + "more", std::ios::binary);
+    AlignTableList tables;
+    const AlignResult opened = Reader->Open(stream);
+    QCOMPARE(ReadAll(*Reader, opened, tables), AlignResult::Ok);
+    QCOMPARE(Reader->chunkBegin(), static_cast<std::uint64_t>(chunks.last().Begin));
+    QCOMPARE(Reader->bytesRead(), std::uint64_t{bytes.size()}); // what lies behind is not looked at
 }
 
 void AlignTableReaderTest::afterAFailureThereIsNoNextTable()
