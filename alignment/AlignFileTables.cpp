@@ -34,24 +34,30 @@ AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header)
     return AlignResult::Ok;
 }
 
-AlignResult TakeTable(ChunkReader &reader, AlignTable &table)
+AlignResult TakeTableFields(ChunkReader &reader, AlignTable &table, std::size_t capacity)
 {
     const bool complete = reader.TakeInteger(table.Version) && reader.TakeBytes(table.HwId) &&
                           reader.TakeInteger(table.AlignedAt) && reader.TakeInteger(table.DataSetCapacity) &&
                           reader.TakeInteger(table.DataSetCount);
+    return complete && table.DataSetCount <= capacity ? AlignResult::Ok : AlignResult::InternalError;
+}
+
+AlignResult ReadDataSet(ChunkReader &reader, AlignDataSet &dataSet)
+{
+    const AlignResult result = reader.ReadWordCrcChunk();
+    if (result != AlignResult::Ok)
+        return result;
+    return reader.TakeDataSet(dataSet) ? AlignResult::Ok : AlignResult::InternalError;
+}
+
+AlignResult TakeTable(ChunkReader &reader, AlignTable &table)
+{
     // The capacity that the file states stays in the table, but only the block bounds what may be written to
     // it.
-    if (!complete || table.DataSetCount > table.DataSets.size())
-        return AlignResult::InternalError;
-
-    for (std::size_t i = 0; i < table.DataSetCount; ++i) {
-        const AlignResult result = reader.ReadWordCrcChunk();
-        if (result != AlignResult::Ok)
-            return result;
-        if (!reader.TakeDataSet(table.DataSets.Only(i)))
-            return AlignResult::InternalError;
-    }
-    return AlignResult::Ok;
+    AlignResult result = TakeTableFields(reader, table, table.DataSets.size());
+    for (std::size_t i = 0; i < table.DataSetCount && result == AlignResult::Ok; ++i)
+        result = ReadDataSet(reader, table.DataSets.Only(i));
+    return result;
 }
 
 } // namespace alignfile

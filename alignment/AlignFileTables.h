@@ -23,6 +23,13 @@ AlignResult OpenForReading(std::ifstream &stream, const QString &path);
 
 AlignResult ReadFileHeader(ChunkReader &reader, FileHeader &header);
 
+/// Takes the fields of the table whose chunk was read last. InternalError, too, when it counts more than
+/// `capacity` data sets.
+AlignResult TakeTableFields(ChunkReader &reader, AlignTable &table, std::size_t capacity);
+
+/// Reads the next data-set chunk. The data set's unused entries stay as they are.
+AlignResult ReadDataSet(ChunkReader &reader, AlignDataSet &dataSet);
+
 /// Takes the table apart whose chunk was read last, and reads its data-set chunks. The table must be fresh
 /// from AlignStore::InitTable.
 AlignResult TakeTable(ChunkReader &reader, AlignTable &table);

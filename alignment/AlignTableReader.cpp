@@ -26,7 +26,16 @@ AlignResult AlignTableReader::Open(std::istream &stream)
 
 AlignResult AlignTableReader::ReadNext(AlignTable &table)
 {
-    const AlignResult result = ReadTable(table);
+    return Note(ReadTable(table));
+}
+
+AlignResult AlignTableReader::CheckNext(AlignTable &table)
+{
+    return Note(CheckTable(table));
+}
+
+AlignResult AlignTableReader::Note(AlignResult result)
+{
     ++TablesRead;
     if (result != AlignResult::Ok)
         TablesRead = Header.TableCount;
@@ -42,4 +51,20 @@ AlignResult AlignTableReader::ReadTable(AlignTable &table)
     if (table.DataSetCapacity != AlignDataSetCapacityOf(Header.SdrType))
         return AlignResult::InternalError; // no memory for the data sets
     return alignfile::TakeTable(*Chunks, table);
+}
+
+AlignResult AlignTableReader::CheckTable(AlignTable &table)
+{
+    AlignResult result = Chunks->ReadByteCrcChunk();
+    if (result != AlignResult::Ok)
+        return result;
+    AlignStore::InitTable(table, ::SdrType::None);
+    table.SdrType = Header.SdrType;
+    result = alignfile::TakeTableFields(*Chunks, table, AlignDataSetCapacityOf(Header.SdrType));
+    if (table.DataSetCount > 0 && Scratch.size() == 0)
+        Scratch = AlignDataSetBlock(1, Header.SdrType);
+    for (std::size_t i = 0; i < table.DataSetCount && result == AlignResult::Ok; ++i)
+        result =
+            Scratch.size() > 0 ? alignfile::ReadDataSet(*Chunks, Scratch[0]) : AlignResult::InternalError;
+    return result;
 }

@@ -13,8 +13,8 @@ namespace platform {
 /// where the system's paths cannot express it, but for what PathText makes. Nothing when there is no memory.
 [[nodiscard]] std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept;
 
-/// The way back. A byte of a Linux path that is no part of a letter becomes a half surrogate, U+DC00 plus the
-/// byte, as other programs do it; FileSystemPath makes the byte of it again.
+/// The way back. A byte of a Linux path that is no part of a letter is escaped as BytesText does it;
+/// FileSystemPath makes the byte of it again.
 [[nodiscard]] QString PathText(const std::filesystem::path &path);
 
 } // namespace platform

@@ -541,6 +541,129 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
     </message>
 </context>
 <context>
+    <name>TarnvikAlign</name>
+    <message>
+        <source>Usage: %1 COMMAND [options] ...</source>
+        <translation>Aufruf: %1 BEFEHL [Optionen] ...</translation>
+    </message>
+    <message>
+        <source>More on a command: %1 COMMAND --help</source>
+        <translation>Mehr zu einem Befehl: %1 BEFEHL --help</translation>
+    </message>
+    <message>
+        <source>Example: %1 %2</source>
+        <translation>Beispiel: %1 %2</translation>
+    </message>
+    <message>
+        <source>see &quot;%1 %2--help&quot;</source>
+        <translation>siehe „%1 %2--help“</translation>
+    </message>
+    <message>
+        <source>Shows this help.</source>
+        <translation>Zeigt diese Hilfe.</translation>
+    </message>
+    <message>
+        <source>which command?</source>
+        <translation>welcher Befehl?</translation>
+    </message>
+    <message>
+        <source>there is no command &quot;%1&quot;</source>
+        <translation>es gibt keinen Befehl „%1“</translation>
+    </message>
+    <message>
+        <source>Prints JSON.</source>
+        <translation>Gibt JSON aus.</translation>
+    </message>
+    <message>
+        <source>A folder stands for the drivers&apos; files in it; without argument: the recorder&apos;s folder; &quot;-&quot;: standard input.</source>
+        <translation>Ein Ordner steht für die Dateien der Treiber darin; ohne Angabe: der Ordner des Rekorders; „-“: Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>Lists the tables of alignment files.</source>
+        <translation>Listet die Tabellen von Abgleichdateien auf.</translation>
+    </message>
+    <message>
+        <source>standard output cannot be written; is the disk full, or the reader gone?</source>
+        <translation>die Standardausgabe lässt sich nicht schreiben; ist der Datenträger voll oder der Leser fort?</translation>
+    </message>
+    <message>
+        <source>this is no alignment file of version 5, or it is damaged</source>
+        <translation>dies ist keine Abgleichdatei der Version 5, oder sie ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the file ends too early; take it from its source again</source>
+        <translation>die Datei endet zu früh; besorgen Sie sie erneut aus ihrer Quelle</translation>
+    </message>
+    <message>
+        <source>a length or a count is beyond what a table holds; take the file from its source again</source>
+        <translation>eine Länge oder Anzahl ist größer, als eine Tabelle fasst; besorgen Sie die Datei erneut aus ihrer Quelle</translation>
+    </message>
+    <message>
+        <source>the file is damaged; take it from its source again</source>
+        <translation>die Datei ist beschädigt; besorgen Sie sie erneut aus ihrer Quelle</translation>
+    </message>
+    <message>
+        <source>there is no such file; check the name</source>
+        <translation>eine solche Datei gibt es nicht; prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>the file cannot be opened; check that you may read it</source>
+        <translation>die Datei lässt sich nicht öffnen; prüfen Sie, ob Sie sie lesen dürfen</translation>
+    </message>
+    <message>
+        <source>header, byte 0</source>
+        <translation>Kopf, Byte 0</translation>
+    </message>
+    <message>
+        <source>table %1, byte %2</source>
+        <translation>Tabelle %1, Byte %2</translation>
+    </message>
+    <message>
+        <source>standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>its inner version is %1</source>
+        <translation>ihre innere Version ist %1</translation>
+    </message>
+    <message>
+        <source>it states room for %1 data sets, its receiver type has %2</source>
+        <translation>sie gibt Platz für %1 Datensätze an, ihr Empfängertyp hat %2</translation>
+    </message>
+    <message>
+        <source>its receiver type, %1, is unknown</source>
+        <translation>ihr Empfängertyp, %1, ist unbekannt</translation>
+    </message>
+    <message>
+        <source>the hardware id of table %1 is the beginning of that of table %2</source>
+        <translation>die Hardware-Kennung von Tabelle %1 ist der Anfang der von Tabelle %2</translation>
+    </message>
+    <message>
+        <source>bytes behind the last table: %1</source>
+        <translation>Bytes hinter der letzten Tabelle: %1</translation>
+    </message>
+    <message>
+        <source>table %1: %2</source>
+        <translation>Tabelle %1: %2</translation>
+    </message>
+    <message>
+        <source>%1: warning: %2</source>
+        <translation>%1: Warnung: %2</translation>
+    </message>
+    <message>
+        <source>ok, tables: %1</source>
+        <translation>in Ordnung, Tabellen: %1</translation>
+    </message>
+    <message>
+        <source>warnings: %1</source>
+        <translation>Warnungen: %1</translation>
+    </message>
+    <message>
+        <source>Reads alignment files to the end and says what is wrong with them.</source>
+        <translation>Liest Abgleichdateien bis zum Ende und sagt, was an ihnen nicht stimmt.</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>Error an instance is already running...</source>

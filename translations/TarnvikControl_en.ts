@@ -541,6 +541,129 @@ Choose Reset and pick again.</translation>
     </message>
 </context>
 <context>
+    <name>TarnvikAlign</name>
+    <message>
+        <source>Usage: %1 COMMAND [options] ...</source>
+        <translation>Usage: %1 COMMAND [options] ...</translation>
+    </message>
+    <message>
+        <source>More on a command: %1 COMMAND --help</source>
+        <translation>More on a command: %1 COMMAND --help</translation>
+    </message>
+    <message>
+        <source>Example: %1 %2</source>
+        <translation>Example: %1 %2</translation>
+    </message>
+    <message>
+        <source>see &quot;%1 %2--help&quot;</source>
+        <translation>see &quot;%1 %2--help&quot;</translation>
+    </message>
+    <message>
+        <source>Shows this help.</source>
+        <translation>Shows this help.</translation>
+    </message>
+    <message>
+        <source>which command?</source>
+        <translation>which command?</translation>
+    </message>
+    <message>
+        <source>there is no command &quot;%1&quot;</source>
+        <translation>there is no command &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Prints JSON.</source>
+        <translation>Prints JSON.</translation>
+    </message>
+    <message>
+        <source>A folder stands for the drivers&apos; files in it; without argument: the recorder&apos;s folder; &quot;-&quot;: standard input.</source>
+        <translation>A folder stands for the drivers&apos; files in it; without argument: the recorder&apos;s folder; &quot;-&quot;: standard input.</translation>
+    </message>
+    <message>
+        <source>Lists the tables of alignment files.</source>
+        <translation>Lists the tables of alignment files.</translation>
+    </message>
+    <message>
+        <source>standard output cannot be written; is the disk full, or the reader gone?</source>
+        <translation>standard output cannot be written; is the disk full, or the reader gone?</translation>
+    </message>
+    <message>
+        <source>this is no alignment file of version 5, or it is damaged</source>
+        <translation>this is no alignment file of version 5, or it is damaged</translation>
+    </message>
+    <message>
+        <source>the file ends too early; take it from its source again</source>
+        <translation>the file ends too early; take it from its source again</translation>
+    </message>
+    <message>
+        <source>a length or a count is beyond what a table holds; take the file from its source again</source>
+        <translation>a length or a count is beyond what a table holds; take the file from its source again</translation>
+    </message>
+    <message>
+        <source>the file is damaged; take it from its source again</source>
+        <translation>the file is damaged; take it from its source again</translation>
+    </message>
+    <message>
+        <source>there is no such file; check the name</source>
+        <translation>there is no such file; check the name</translation>
+    </message>
+    <message>
+        <source>the file cannot be opened; check that you may read it</source>
+        <translation>the file cannot be opened; check that you may read it</translation>
+    </message>
+    <message>
+        <source>header, byte 0</source>
+        <translation>header, byte 0</translation>
+    </message>
+    <message>
+        <source>table %1, byte %2</source>
+        <translation>table %1, byte %2</translation>
+    </message>
+    <message>
+        <source>standard input</source>
+        <translation>standard input</translation>
+    </message>
+    <message>
+        <source>its inner version is %1</source>
+        <translation>its inner version is %1</translation>
+    </message>
+    <message>
+        <source>it states room for %1 data sets, its receiver type has %2</source>
+        <translation>it states room for %1 data sets, its receiver type has %2</translation>
+    </message>
+    <message>
+        <source>its receiver type, %1, is unknown</source>
+        <translation>its receiver type, %1, is unknown</translation>
+    </message>
+    <message>
+        <source>the hardware id of table %1 is the beginning of that of table %2</source>
+        <translation>the hardware id of table %1 is the beginning of that of table %2</translation>
+    </message>
+    <message>
+        <source>bytes behind the last table: %1</source>
+        <translation>bytes behind the last table: %1</translation>
+    </message>
+    <message>
+        <source>table %1: %2</source>
+        <translation>table %1: %2</translation>
+    </message>
+    <message>
+        <source>%1: warning: %2</source>
+        <translation>%1: warning: %2</translation>
+    </message>
+    <message>
+        <source>ok, tables: %1</source>
+        <translation>ok, tables: %1</translation>
+    </message>
+    <message>
+        <source>warnings: %1</source>
+        <translation>warnings: %1</translation>
+    </message>
+    <message>
+        <source>Reads alignment files to the end and says what is wrong with them.</source>
+        <translation>Reads alignment files to the end and says what is wrong with them.</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>Error an instance is already running...</source>

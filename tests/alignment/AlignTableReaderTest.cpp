@@ -13,6 +13,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,17 @@ std::string SavedInMemory(AlignStore &store)
 {
     std::ostringstream stream(std::ios::binary);
     return store.Save(stream) == AlignResult::Ok ? stream.str() : std::string();
+}
+
+/// What checking table by table gives, and the tables without their data sets.
+AlignResult CheckAll(AlignTableReader &reader, AlignResult opened, std::vector<AlignTable> &tables)
+{
+    AlignResult result = opened;
+    while (result == AlignResult::Ok && reader.hasNext()) {
+        tables.emplace_back();
+        result = reader.CheckNext(tables.back());
+    }
+    return result;
 }
 
 /// What reading table by table gives, and the tables that were read until then.
@@ -51,6 +63,7 @@ private slots:
     void oneTableServesForAll();
     void everyDamagedFileGivesTheResultOfLoadingIt();
     void everyTruncatedFileGivesTheResultOfLoadingIt();
+    void aCheckGivesTheTablesWithoutTheirDataSets();
     void theChunkThatCannotBeReadIsKnownByItsPlace();
     void afterAFailureThereIsNoNextTable();
     void aFileWithoutTablesHasNone();
@@ -126,6 +139,10 @@ void AlignTableReaderTest::everyDamagedFileGivesTheResultOfLoadingIt()
             QCOMPARE(ReadAll(*Reader, opened, tables), result);
             if (result == AlignResult::Ok)
                 QCOMPARE(tests::Difference(tables, expected), QString());
+            stream = std::istringstream(damaged, std::ios::binary);
+            std::vector<AlignTable> checked;
+            const AlignResult openedAgain = Reader->Open(stream);
+            QCOMPARE(CheckAll(*Reader, openedAgain, checked), result);
         }
     }
 }
@@ -140,6 +157,30 @@ void AlignTableReaderTest::everyTruncatedFileGivesTheResultOfLoadingIt()
         AlignTableList tables;
         const AlignResult opened = Reader->Open(stream);
         QCOMPARE(ReadAll(*Reader, opened, tables), result);
+        stream = std::istringstream(bytes.substr(0, size), std::ios::binary);
+        std::vector<AlignTable> checked;
+        const AlignResult openedAgain = Reader->Open(stream);
+        QCOMPARE(CheckAll(*Reader, openedAgain, checked), result);
+    }
+}
+
+void AlignTableReaderTest::aCheckGivesTheTablesWithoutTheirDataSets()
+{
+    std::istringstream stream(SavedInMemory(*Store), std::ios::binary);
+    std::vector<AlignTable> checked;
+    const AlignResult opened = Reader->Open(stream);
+    QCOMPARE(CheckAll(*Reader, opened, checked), AlignResult::Ok);
+    QCOMPARE(checked.size(), std::size_t{3});
+    std::size_t i = 0;
+    for (const AlignTable &expected : Store->Tables) {
+        QCOMPARE(checked[i].HwId, expected.HwId);
+        QCOMPARE(checked[i].AlignedAt, expected.AlignedAt);
+        QCOMPARE(checked[i].SdrType, SdrType::AirSpy);
+        QCOMPARE(checked[i].Version, AlignVersion);
+        QCOMPARE(checked[i].DataSetCapacity, expected.DataSetCapacity);
+        QCOMPARE(checked[i].DataSetCount, expected.DataSetCount);
+        QCOMPARE(checked[i].DataSets.size(), std::size_t{0});
+        ++i;
     }
 }
 

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Alignment files as the commands read them: named on the command line, read table by table.
+#pragma once
+
+#include "alignment/AlignTableReader.h"
+#include "alignment_tool/Command.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+
+namespace aligntool {
+
+/// The files that the arguments stand for: a folder stands for the drivers' files in it, by name, no argument
+/// for the recorder's folder. Paths are texts of platform::PathText.
+[[nodiscard]] QStringList FilesOf(const QStringList &arguments);
+
+/// Reads one file. "-" is standard input.
+class TableFile
+{
+public:
+    explicit TableFile(const QString &path) : Path(path) {}
+
+    /// Reads all tables, without keeping their data sets, and hands each to `table`, which finds the number
+    /// of tables read so far in tablesRead. The object that it gets is used again for the next one. Ok, or
+    /// the reason why the reading ended.
+    AlignResult Read(const std::function<void(const AlignTable &)> &table);
+
+    /// Why the last reading failed: the place, the reason, and what helps. One line without the file's name.
+    [[nodiscard]] QString failure() const;
+    /// FileFailed when the file could not be opened, else Found.
+    [[nodiscard]] Exit failureExit() const;
+
+    /// Bytes that lie behind the last chunk, after all was read.
+    [[nodiscard]] std::uint64_t bytesBehind() const;
+
+    /// The name to be shown.
+    [[nodiscard]] QString name() const;
+    [[nodiscard]] const QString &path() const { return Path; }
+    [[nodiscard]] ::SdrType sdrType() const { return Reader.sdrType(); }
+    [[nodiscard]] unsigned tablesRead() const { return TablesRead; }
+
+private:
+    AlignTableReader Reader;
+    QString Path;
+    AlignResult Result = AlignResult::Ok;
+    unsigned TablesRead = 0;
+};
+
+/// The hardware id, without its NUL, as a text: bytes that are no letters as platform::PathText has them.
+[[nodiscard]] QString HardwareIdText(const AlignTable &table);
+
+/// The UTC date and time as "yyyy-MM-dd hh:mm:ss", or what AlignmentDateText gives beyond the calendar.
+[[nodiscard]] QString DateTimeText(std::uint64_t secondsSinceEpoch);
+
+} // namespace aligntool

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+// verify: reads files to the end and says what is wrong.
+#include "alignment_tool/Command.h"
+#include "alignment_tool/TableFile.h"
+
+#include <QCommandLineParser>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace aligntool {
+
+namespace {
+
+void Declare(QCommandLineParser &parser)
+{
+    parser.addPositionalArgument(
+        u"FILE|FOLDER"_s,
+        Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                     "A folder stands for the drivers' files in it; without argument: "
+                                     "the recorder's folder; \"-\": standard input.")),
+        u"[FILE|FOLDER...]"_s);
+}
+
+/// Collects what the program accepts and a strict reader would not.
+class Warnings
+{
+public:
+    Warnings(const TableFile &file, Terminal &terminal) : File(file), Out(terminal) {}
+
+    void Look(const AlignTable &table)
+    {
+        const unsigned number = File.tablesRead();
+        Ids.emplace_back(AlignHwIdOf(table), number);
+        if (table.Version != AlignVersion)
+            Warn(InTable(number).arg(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "its inner version is %1"))
+                                         .arg(int{table.Version})));
+        if (const int capacity = AlignDataSetCapacityOf(File.sdrType()); table.DataSetCapacity != capacity)
+            Warn(InTable(number).arg(
+                Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                             "it states room for %1 data sets, its receiver type has %2"))
+                    .arg(int{table.DataSetCapacity})
+                    .arg(capacity)));
+    }
+
+    /// What only the whole file shows.
+    void LookAtAll()
+    {
+        if (AlignDataSetCapacityOf(File.sdrType()) == 0)
+            Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "its receiver type, %1, is unknown"))
+                     .arg(static_cast<int>(File.sdrType())));
+        // In this order an id stands right before those that it is the beginning of.
+        std::sort(Ids.begin(), Ids.end());
+        for (std::size_t i = 1; i < Ids.size(); ++i) {
+            if (Ids[i].first.compare(0, Ids[i - 1].first.size(), Ids[i - 1].first) == 0)
+                Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                                  "the hardware id of table %1 is the beginning of that of "
+                                                  "table %2"))
+                         .arg(Ids[i - 1].second)
+                         .arg(Ids[i].second));
+        }
+        if (const std::uint64_t bytes = File.bytesBehind(); bytes > 0)
+            Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "bytes behind the last table: %1")).arg(bytes));
+    }
+
+    [[nodiscard]] int count() const { return Count; }
+
+private:
+    static QString InTable(unsigned number)
+    {
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "table %1: %2")).arg(number);
+    }
+
+    void Warn(const QString &text)
+    {
+        ++Count;
+        Out.Print(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: warning: %2")).arg(File.name(), text));
+    }
+
+    const TableFile &File;
+    Terminal &Out;
+    std::vector<std::pair<std::string, unsigned>> Ids; // with the number of the table
+    int Count = 0;
+};
+
+Exit Verify(const QString &path, Terminal &terminal)
+{
+    TableFile file(path);
+    Warnings warnings(file, terminal);
+    if (file.Read([&](const AlignTable &table) { warnings.Look(table); }) != AlignResult::Ok) {
+        if (file.failureExit() == Exit::FileFailed)
+            terminal.Complain(u"%1: %2"_s.arg(file.name(), file.failure()));
+        else
+            terminal.Print(u"%1: %2"_s.arg(file.name(), file.failure()));
+        return file.failureExit();
+    }
+    warnings.LookAtAll();
+    const QString ok = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "ok, tables: %1")).arg(file.tablesRead());
+    const QString noted = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "warnings: %1")).arg(warnings.count());
+    terminal.Print(u"%1: %2"_s.arg(file.name(), warnings.count() > 0 ? ok + u", "_s + noted : ok));
+    return Exit::Done;
+}
+
+Exit Run(const QCommandLineParser &parser, Terminal &terminal)
+{
+    Exit exit = Exit::Done;
+    for (const QString &path : FilesOf(parser.positionalArguments()))
+        exit = Worse(exit, Verify(path, terminal));
+    return exit;
+}
+
+} // namespace
+
+const Command VerifyCommand = {
+    "verify",
+    QT_TRANSLATE_NOOP("TarnvikAlign", "Reads alignment files to the end and says what is wrong with them."),
+    "verify TarnvikDriver_RtlSdr.ad",
+    &Declare,
+    &Run,
+};
+
+} // namespace aligntool

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+// TarnvikAlign list: a line, or a JSON object, for each table.
+#include "Common_Files/TarnvikBasic.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_tool/ToolFixture.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <cstdio>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+using tests::Day;
+using tests::WriteAlignmentFile;
+
+class TarnvikAlign_ListTest : public tests::ToolFixture
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void eachTableIsALine();
+    void aFolderStandsForTheDriversFiles();
+    void withoutArgumentTheRecordersFolderIsListed();
+    void standardInputIsRead();
+    void whatCannotBeReadIsNamedAndTheOthersAreListed();
+    void jsonHoldsEveryNumberExactly();
+    void anIdThatIsNoTextIsExactInJsonAndHarmlessInLines();
+#ifdef Q_OS_LINUX
+    void aFileNameThatIsNoTextIsRead();
+#endif
+
+private:
+    [[nodiscard]] QJsonArray listed(const QStringList &arguments) const;
+};
+
+void TarnvikAlign_ListTest::init()
+{
+    FolderFixture::init();
+    QVERIFY(WriteAlignmentFile(path(tests::RtlFile), SdrType::RtlSdr,
+                               {{"0x1", Day("2024-06-01")}, {"0x2", Day("2024-06-02") + 3723}}));
+    QVERIFY(WriteAlignmentFile(path(tests::AirspyFile), SdrType::AirSpy, {{"A-7", Day("2025-01-31")}}));
+    QVERIFY(WriteAlignmentFile(path(u"other.ad"_s), SdrType::LimeMini, {{"X", 1}}));
+}
+
+QJsonArray TarnvikAlign_ListTest::listed(const QStringList &arguments) const
+{
+    const tests::ToolRun run = Run(QStringList{u"list"_s, u"--json"_s} + arguments);
+    QJsonParseError error;
+    const QJsonObject document = QJsonDocument::fromJson(run.Output, &error).object();
+    if (run.ExitCode != 0 || error.error != QJsonParseError::NoError ||
+        document.value("format"_L1) != "tarnvik-align/list"_L1 || document.value("version"_L1) != "1.0"_L1)
+        QTest::qFail(run.Errors + run.Output, __FILE__, __LINE__);
+    return document.value("tables"_L1).toArray();
+}
+
+void TarnvikAlign_ListTest::eachTableIsALine()
+{
+    const tests::ToolRun run = Run({u"list"_s, tests::RtlFile, u"other.ad"_s});
+    QCOMPARE(run.Errors, QByteArray());
+    QCOMPARE(run.Output,
+             QByteArray("RTL-SDR   0x1                 2024-06-01 00:00:00    1  TarnvikDriver_RtlSdr.ad\n"
+                        "RTL-SDR   0x2                 2024-06-02 01:02:03    1  TarnvikDriver_RtlSdr.ad\n"
+                        "LimeMini  X                   1970-01-01 00:00:01    6  other.ad\n"));
+    QCOMPARE(run.ExitCode, 0);
+}
+
+void TarnvikAlign_ListTest::aFolderStandsForTheDriversFiles()
+{
+    QStringList ids;
+    for (const QJsonValue &table : listed({u"."_s}))
+        ids.append(table.toObject().value("id"_L1).toString());
+    QCOMPARE(ids, (QStringList{u"A-7"_s, u"0x1"_s, u"0x2"_s}));
+}
+
+void TarnvikAlign_ListTest::withoutArgumentTheRecordersFolderIsListed()
+{
+    QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
+    QCoreApplication::setApplicationName(u"TarnvikControl"_s);
+    const QString folder = QTarnvikBasic::GetRecorderFile(QString());
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(QFile::copy(path(tests::AirspyFile), folder + u'/' + tests::AirspyFile));
+    const QJsonArray tables = listed({});
+    QVERIFY(QDir(folder).removeRecursively());
+    QCOMPARE(tables.size(), 1);
+    QCOMPARE(tables.first().toObject().value("id"_L1).toString(), u"A-7"_s);
+
+    const tests::ToolRun run = Run({u"list"_s});
+    QVERIFY2(run.Errors.contains("TarnvikRecord: there is no such file"), run.Errors.constData());
+    QCOMPARE(run.ExitCode, 3);
+}
+
+void TarnvikAlign_ListTest::standardInputIsRead()
+{
+    const tests::ToolRun run = Run({u"list"_s, u"-"_s}, tests::FileBytes(path(u"other.ad"_s)));
+    QCOMPARE(run.Output,
+             QByteArray("LimeMini  X                   1970-01-01 00:00:01    6  standard input\n"));
+    QCOMPARE(run.ExitCode, 0);
+}
+
+void TarnvikAlign_ListTest::whatCannotBeReadIsNamedAndTheOthersAreListed()
+{
+    const QByteArray bytes = tests::FileBytes(path(u"other.ad"_s));
+    const QByteArray place = QByteArray::number(tests::ChunksOf(bytes).last().Begin);
+    QVERIFY(tests::WriteFileBytes(path(u"damaged.ad"_s), bytes.chopped(1)));
+    tests::ToolRun run = Run({u"list"_s, u"damaged.ad"_s, u"other.ad"_s});
+    QCOMPARE(run.Output, QByteArray("LimeMini  X                   1970-01-01 00:00:01    6  other.ad\n"));
+    QCOMPARE(run.Errors, QByteArray("TarnvikAlign: damaged.ad: table 1, byte " + place +
+                                    ": File CRC check failed; "
+                                    "the file is damaged; take it from its source again\n"));
+    QCOMPARE(run.ExitCode, 1);
+    run = Run({u"list"_s, u"missing.ad"_s, u"damaged.ad"_s});
+    QVERIFY(run.Errors.startsWith("TarnvikAlign: missing.ad: there is no such file; check the name\n"));
+    QCOMPARE(run.ExitCode, 3);
+}
+
+void TarnvikAlign_ListTest::jsonHoldsEveryNumberExactly()
+{
+    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    constexpr std::uint64_t inexact = (std::uint64_t{1} << 53) + 1;
+    QVERIFY(WriteAlignmentFile(path(u"n.ad"_s), SdrType::RtlSdr, {{"a", most}, {"b", inexact}}));
+    const QJsonArray tables = listed({u"n.ad"_s});
+    QCOMPARE(tables.at(0).toObject().value("alignedAt"_L1), QJsonValue(u"18446744073709551615"_s));
+    QCOMPARE(tables.at(1).toObject().value("alignedAt"_L1), QJsonValue(u"9007199254740993"_s));
+    QCOMPARE(tables.at(0).toObject().value("date"_L1), QJsonValue(u"18446744073709551615 s"_s));
+    QCOMPARE(tables.at(0).toObject().value("sdrType"_L1), QJsonValue(3));
+    QCOMPARE(tables.at(0).toObject().value("dataSets"_L1), QJsonValue(1));
+    QCOMPARE(tables.at(0).toObject().value("file"_L1), QJsonValue(u"n.ad"_s));
+}
+
+void TarnvikAlign_ListTest::anIdThatIsNoTextIsExactInJsonAndHarmlessInLines()
+{
+    QVERIFY(WriteAlignmentFile(path(u"i.ad"_s), SdrType::RtlSdr, {{"a\x1B[2J\xFF", 1}, {"\xC3\xA4", 1}}));
+    const QJsonArray tables = listed({u"i.ad"_s});
+    QCOMPARE(tables.at(0).toObject().value("id"_L1), QJsonValue(u"a\x1B[2J\xFFFD"_s));
+    QCOMPARE(tables.at(0).toObject().value("idHex"_L1), QJsonValue(u"611b5b324aff"_s));
+    QCOMPARE(tables.at(1).toObject().value("id"_L1), QJsonValue(u"ä"_s));
+    QVERIFY(!tables.at(1).toObject().contains("idHex"_L1));
+    const tests::ToolRun run = Run({u"list"_s, u"i.ad"_s});
+    QVERIFY2(run.Output.startsWith("RTL-SDR   a\\x1B[2J\\xFF "), run.Output.constData());
+}
+
+#ifdef Q_OS_LINUX
+void TarnvikAlign_ListTest::aFileNameThatIsNoTextIsRead()
+{
+    // Qt cannot name such a file.
+    QCOMPARE(std::rename(QFile::encodeName(path(u"other.ad"_s)).constData(),
+                         (QFile::encodeName(Folder->path()) + "/b\xFF.ad").constData()),
+             0);
+    QProcess shell;
+    shell.setWorkingDirectory(Folder->path());
+    shell.start(u"bash"_s, {u"-c"_s, u"\"%1\" list b*.ad; \"%1\" list --json b*.ad"_s.arg(
+                                         QStringLiteral(ALIGNMENT_TOOL))});
+    QVERIFY(shell.waitForFinished());
+    const QByteArray output = shell.readAllStandardOutput();
+    QVERIFY2(output.contains("6  b\\xFF.ad\n"), output.constData());
+    QVERIFY2(output.contains("\"fileHex\":\"62ff2e6164\""), output.constData());
+}
+#endif
+
+TARNVIK_TEST_MAIN(TarnvikAlign_ListTest, QCoreApplication)
+
+#include "TarnvikAlign_ListTest.moc"
