@@ -113,8 +113,12 @@ void CMainWindow::showEvent(QShowEvent *event)
 
 void CMainWindow::BuildStatusView()
 {
+    const bool hadKeyboard = StatusView && focusWidget() == StatusView;
     StatusView = new StatusPanel;
     setCentralWidget(StatusView); // deletes the one before
+    StatusView->show();           // at once: what is hidden cannot have the keyboard
+    if (hadKeyboard)
+        StatusView->setFocus();
 }
 
 void CMainWindow::RefreshStatusView()

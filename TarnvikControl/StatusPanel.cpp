@@ -4,54 +4,70 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QFontInfo>
+#include <QScrollBar>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Writes the panel piece by piece. Normal text is collected and written when the format is about to change.
-class PanelWriter
+/// How a stretch of the panel is written.
+enum Style : char { Normal, Label, Heading, Running, Stopped };
+
+/// What the panel is to read: the text as a document keeps it, with one unit for each line break, and the
+/// style of each of its units.
+struct StyledText
 {
-public:
-    PanelWriter(QTextEdit &view, const QColor &textColour) : View(view), TextColour(textColour)
-    {
-        View.clear();
-        View.setTextColor(TextColour);
-    }
-    ~PanelWriter() { Flush(); }
-    Q_DISABLE_COPY_MOVE(PanelWriter)
+    QString Text;
+    QByteArray Styles;
 
-    void Heading(const QString &text)
+    void Add(const QString &text, Style style)
     {
-        Flush();
-        View.setFontUnderline(true);
-        Bold(text, TextColour);
-        View.setFontUnderline(false);
+        Text += QTextDocument(text).toRawText();
+        Styles.resize(Text.size(), style);
     }
-    void Label(const QString &text) { Bold(text, TextColour); }
-    void Bold(const QString &text, const QColor &colour)
-    {
-        Flush();
-        View.setFontWeight(QFont::Bold);
-        View.setTextColor(colour);
-        View.insertPlainText(text);
-        View.setFontWeight(QFont::Normal);
-        View.setTextColor(TextColour);
-    }
-    void Normal(const QString &text) { Pending += text; }
-
-private:
-    void Flush()
-    {
-        if (!Pending.isEmpty())
-            View.insertPlainText(Pending);
-        Pending.clear();
-    }
-
-    QTextEdit &View;
-    QColor TextColour;
-    QString Pending;
 };
+
+/// The part of a text that differs from another one; behind NewEnd both go on alike.
+struct Difference
+{
+    qsizetype Begin = 0;
+    qsizetype OldEnd = 0;
+    qsizetype NewEnd = 0;
+};
+
+Difference Compare(const QString &old, const QByteArray &oldStyles, const StyledText &next)
+{
+    Difference part{0, old.size(), next.Text.size()};
+    const auto alike = [&](qsizetype oldPlace, qsizetype newPlace) {
+        return old.at(oldPlace) == next.Text.at(newPlace) &&
+               oldStyles.at(oldPlace) == next.Styles.at(newPlace);
+    };
+    while (part.Begin < std::min(part.OldEnd, part.NewEnd) && alike(part.Begin, part.Begin))
+        ++part.Begin;
+    // A letter of two units must not be torn: the halves would be drawn each for itself.
+    if (part.Begin > 0 && old.at(part.Begin - 1).isHighSurrogate())
+        --part.Begin;
+    while (std::min(part.OldEnd, part.NewEnd) > part.Begin && alike(part.OldEnd - 1, part.NewEnd - 1)) {
+        --part.OldEnd;
+        --part.NewEnd;
+    }
+    if (part.OldEnd < old.size() && old.at(part.OldEnd).isLowSurrogate()) {
+        ++part.OldEnd;
+        ++part.NewEnd;
+    }
+    return part;
+}
+
+/// The end of the stretch in one style that begins there; not beyond the limit.
+qsizetype StretchEnd(const QByteArray &styles, qsizetype begin, qsizetype limit)
+{
+    const auto isOther = [style = styles.at(begin)](char other) { return other != style; };
+    return std::find_if(styles.begin() + begin, styles.begin() + limit, isOther) - styles.begin();
+}
 
 QFont PanelFont()
 {
@@ -86,32 +102,92 @@ void StatusPanel::ChooseColours()
     StoppedColour = Qt::red;
 }
 
+QTextCharFormat StatusPanel::format(char style) const
+{
+    QTextCharFormat format;
+    format.setFontWeight(style == Normal ? QFont::Normal : QFont::Bold);
+    format.setFontUnderline(style == Heading);
+    format.setForeground(style == Running ? RunningColour : style == Stopped ? StoppedColour : TextColour);
+    return format;
+}
+
 void StatusPanel::Show(const StatusPanelContent &content)
 {
-    ChooseColours();
     LastRefresh = QDateTime::currentSecsSinceEpoch();
-    PanelWriter panel(*this, TextColour);
-    panel.Heading(tr("Program information"));
-    panel.Normal(u"\n\n"_s);
+    StyledText text;
+    text.Add(tr("Program information"), Heading);
+    text.Add(u"\n\n"_s, Normal);
+    text.Add(tr("Start"), Label);
     const QString mode = content.IsStartHidden ? tr("Hide GUI into tray") : tr("With open GUI");
-    panel.Label(tr("Start"));
     //: The colon stands in column 21: as many blanks as the label "Start" leaves.
-    panel.Normal(tr("               : %1\n").arg(mode));
-    panel.Normal(u"\n"_s);
-    panel.Heading(tr("TarnvikRecord"));
-    panel.Normal(u"\n\n"_s);
-    panel.Label(tr("Program status"));
+    text.Add(tr("               : %1\n").arg(mode), Normal);
+    text.Add(u"\n"_s, Normal);
+    text.Add(tr("TarnvikRecord"), Heading);
+    text.Add(u"\n\n"_s, Normal);
+    text.Add(tr("Program status"), Label);
     //: The colon stands in column 21: as many blanks as the label "Program status" leaves.
-    panel.Normal(tr("      : "));
-    panel.Bold(content.IsRunning ? tr("Running") : tr("Stopped"),
-               content.IsRunning ? RunningColour : StoppedColour);
-    panel.Normal(tr("\n"));
-    if (content.LastMessage.isEmpty())
+    text.Add(tr("      : "), Normal);
+    text.Add(content.IsRunning ? tr("Running") : tr("Stopped"), content.IsRunning ? Running : Stopped);
+    text.Add(tr("\n"), Normal);
+    if (!content.LastMessage.isEmpty()) {
+        QString message = content.LastMessage;
+        //: 22 blanks: every line of a message starts under its first letter.
+        message.replace(u"\n"_s, tr("\n                      "));
+        text.Add(tr("Last message"), Label);
+        //: The colon stands in column 21: as many blanks as the label "Last message" leaves.
+        text.Add(tr("        : %1\n").arg(message), Normal);
+    }
+    const QColor before = TextColour;
+    ChooseColours();
+    Write(text.Text, text.Styles);
+    if (TextColour != before) // the others follow it
+        Recolour();
+}
+
+void StatusPanel::Write(const QString &text, const QByteArray &styles)
+{
+    const Difference part = Compare(document()->toRawText(), Styles, {text, styles});
+    Styles = styles;
+    if (part.Begin == part.OldEnd && part.Begin == part.NewEnd)
         return;
-    QString message = content.LastMessage;
-    //: 22 blanks: every line of a message starts under its first letter.
-    message.replace(u"\n"_s, tr("\n                      "));
-    panel.Label(tr("Last message"));
-    //: The colon stands in column 21: as many blanks as the label "Last message" leaves.
-    panel.Normal(tr("        : %1\n").arg(message));
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
+    const int scrolledTo = verticalScrollBar()->value();
+
+    QTextCursor writer(document());
+    writer.beginEditBlock();
+    writer.setPosition(static_cast<int>(part.Begin));
+    writer.setPosition(static_cast<int>(part.OldEnd), QTextCursor::KeepAnchor);
+    writer.removeSelectedText();
+    for (qsizetype begin = part.Begin, end = 0; begin < part.NewEnd; begin = end) {
+        end = StretchEnd(styles, begin, part.NewEnd);
+        writer.insertText(text.sliced(begin, end - begin), format(styles.at(begin)));
+    }
+    writer.endEditBlock();
+
+    // The document moves its cursors with the text, but stretches a selection over what is put in at its end.
+    QTextCursor reader = textCursor();
+    const bool isBehind = std::min(anchor, position) >= part.OldEnd;
+    if (isBehind || std::max(anchor, position) <= part.Begin) {
+        const int shift = isBehind ? static_cast<int>(part.NewEnd - part.OldEnd) : 0;
+        reader.setPosition(anchor + shift);
+        reader.setPosition(position + shift, QTextCursor::KeepAnchor);
+    } else {
+        reader.clearSelection();
+    }
+    setTextCursor(reader); // scrolls to it
+    verticalScrollBar()->setValue(scrolledTo);
+}
+
+void StatusPanel::Recolour()
+{
+    QTextCursor writer(document());
+    writer.beginEditBlock();
+    for (qsizetype begin = 0, end = 0; begin < Styles.size(); begin = end) {
+        end = StretchEnd(Styles, begin, Styles.size());
+        writer.setPosition(static_cast<int>(begin));
+        writer.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
+        writer.setCharFormat(format(Styles.at(begin)));
+    }
+    writer.endEditBlock();
 }

@@ -2,10 +2,12 @@
 // The panel in which the main window shows how the recorder is.
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QCoreApplication>
 #include <QPalette>
 #include <QString>
+#include <QTextCharFormat>
 #include <QTextEdit>
 
 /// What the panel shows.
@@ -16,8 +18,9 @@ struct StatusPanelContent
     QString LastMessage; ///< without its tags; empty: the panel has no line for it
 };
 
-/// A read-only text, rewritten whole with each change, in the language and the colours of that moment. GUI
-/// thread only.
+/// A read-only text in the language and the colours of the moment in which it is written. What a reader does
+/// meanwhile is not disturbed: only what differs from the text before is written, the text stays where it was
+/// scrolled to, and a selection stays unless the selected text itself changes. GUI thread only.
 class StatusPanel : public QTextEdit
 {
     Q_DECLARE_TR_FUNCTIONS(CMainWindow) // the texts are translated with those of the window
@@ -30,8 +33,12 @@ public:
 
 private:
     void ChooseColours();
+    [[nodiscard]] QTextCharFormat format(char style) const;
+    void Write(const QString &text, const QByteArray &styles);
+    void Recolour();
 
-    QPalette Palette; // the application's at the last writing, and what follows from it
+    QByteArray Styles; // of each unit of the text that is shown
+    QPalette Palette;  // the application's at the last writing, and what follows from it
     QColor TextColour;
     QColor StoppedColour;
     QColor RunningColour;

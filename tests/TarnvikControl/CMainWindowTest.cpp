@@ -1,45 +1,24 @@
 // SPDX-License-Identifier: MIT
-// The window's life: the recorder's start and stop, tray, geometry and language.
+// The window's life: the recorder's start and stop, tray and geometry.
 #include "TarnvikControl/CMainWindow.h"
 
-#include "CommonQt/AppTranslation.h"
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/support/TestMain.h"
 #include "tools/RecorderReport.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFile>
 #include <QMenu>
 #include <QMetaMethod>
-#include <QPointer>
 #include <QProcess>
 #include <QSystemTrayIcon>
 #include <QTextEdit>
-#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
 using tests::Panel;
-using tests::ShowMessage;
 using tests::Tray;
-
-namespace {
-
-/// Translates every text into itself between two stars, so that a rebuilt part shows that it was rebuilt.
-class StarTranslator : public QTranslator
-{
-public:
-    [[nodiscard]] bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char * /*comment*/,
-                      int /*n*/) const override
-    {
-        return qstrcmp(context, "CMainWindow") == 0 ? u"*%1*"_s.arg(QString::fromUtf8(text)) : QString();
-    }
-};
-
-} // namespace
 
 class CMainWindowTest : public tests::MainWindowFixture
 {
@@ -55,7 +34,6 @@ private slots:
     void theTrayMenuHasItsEntries();
     void theTrayMenuMovesTheWindow();
     void geometryIsSavedAtTheEndAndRestored();
-    void aNewLanguageRebuildsTrayMenuAndPanel();
     void destroyingTheWindowStopsTheRecorder();
 };
 
@@ -223,41 +201,6 @@ void CMainWindowTest::geometryIsSavedAtTheEndAndRestored()
     CMainWindow window;
     window.show();
     QCOMPARE(window.geometry(), geometry);
-}
-
-void CMainWindowTest::aNewLanguageRebuildsTrayMenuAndPanel()
-{
-    const QString folder = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(QDir::tempPath()));
-    QFile file(QDir::tempPath() + u"/TarnvikControl_xx.qm"_s);
-    QVERIFY(file.open(QIODevice::WriteOnly)); // a language menu needs no more than a file
-    file.close();
-    AppTranslation.Init(qApp);
-    QDir::setCurrent(folder);
-    {
-        CMainWindow window;
-        window.show();
-        window.resize(400, 300);
-        ShowMessage(window, u"one\ntwo"_s);
-        StarTranslator translator;
-        QVERIFY(QCoreApplication::installTranslator(&translator));
-        const QPointer<QTextEdit> oldPanel = &Panel(window);
-        const QPointer<QSystemTrayIcon> oldTray = &Tray(window);
-        emit AppTranslation.SignalNewTranslation();
-        QVERIFY(oldPanel); // queued
-        QTRY_VERIFY(!oldPanel);
-        QVERIFY(!oldTray);
-        QCOMPARE(window.size(), QSize(400, 300));
-        QCOMPARE(Tray(window).contextMenu()->actions().first()->text(), u"*Mi&nimize*"_s);
-        QVERIFY(Panel(window).toPlainText().startsWith(u"*Program information*\n\n*Start*"_s));
-        // The indent of the following lines is a text too.
-        QVERIFY(Panel(window).toPlainText().contains(u"one*\n                      *two"_s));
-        emit AppTranslation.SignalNewTranslation();
-        QCoreApplication::processEvents();
-        QVERIFY(Panel(window).toPlainText().startsWith(u"*Program information*"_s));
-    }
-    QVERIFY(file.remove());
-    AppTranslation.Init(qApp);
 }
 
 void CMainWindowTest::destroyingTheWindowStopsTheRecorder()
