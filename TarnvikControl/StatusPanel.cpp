@@ -137,11 +137,15 @@ void StatusPanel::Show(const StatusPanelContent &content)
         //: The colon stands in column 21: as many blanks as the label "Last message" leaves.
         text.Add(tr("        : %1\n").arg(message), Normal);
     }
-    const QColor before = TextColour;
-    ChooseColours();
+    FollowColours();
     Write(text.Text, text.Styles);
-    if (TextColour != before) // the others follow it
-        Recolour();
+}
+
+void StatusPanel::changeEvent(QEvent *event)
+{
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        FollowColours();
 }
 
 void StatusPanel::Write(const QString &text, const QByteArray &styles)
@@ -179,8 +183,12 @@ void StatusPanel::Write(const QString &text, const QByteArray &styles)
     verticalScrollBar()->setValue(scrolledTo);
 }
 
-void StatusPanel::Recolour()
+void StatusPanel::FollowColours()
 {
+    const QColor before = TextColour;
+    ChooseColours();
+    if (TextColour == before) // the others follow it
+        return;
     QTextCursor writer(document());
     writer.beginEditBlock();
     for (qsizetype begin = 0, end = 0; begin < Styles.size(); begin = end) {

@@ -18,9 +18,10 @@ struct StatusPanelContent
     QString LastMessage; ///< without its tags; empty: the panel has no line for it
 };
 
-/// A read-only text in the language and the colours of the moment in which it is written. What a reader does
-/// meanwhile is not disturbed: only what differs from the text before is written, the text stays where it was
-/// scrolled to, and a selection stays unless the selected text itself changes. GUI thread only.
+/// A read-only text in the language of the moment in which it is written and the colours of the application,
+/// which it follows at once. What a reader does meanwhile is not disturbed: only what differs from the text
+/// before is written, the text stays where it was scrolled to, and a selection stays unless the selected text
+/// itself changes. GUI thread only.
 class StatusPanel : public QTextEdit
 {
     Q_DECLARE_TR_FUNCTIONS(CMainWindow) // the texts are translated with those of the window
@@ -31,11 +32,14 @@ public:
     /// Writes the panel anew.
     void Show(const StatusPanelContent &content);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void ChooseColours();
     [[nodiscard]] QTextCharFormat format(char style) const;
     void Write(const QString &text, const QByteArray &styles);
-    void Recolour();
+    void FollowColours();
 
     QByteArray Styles; // of each unit of the text that is shown
     QPalette Palette;  // the application's at the last writing, and what follows from it

@@ -10,6 +10,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDebug>
+#include <QScopeGuard>
 #include <QTextBlock>
 #include <QTextEdit>
 
@@ -75,6 +76,8 @@ private slots:
     void thePanelReads();
     void thePanelIsColouredAndWeighted_data();
     void thePanelIsColouredAndWeighted();
+    void thePanelFollowsNewColoursAtOnce_data();
+    void thePanelFollowsNewColoursAtOnce();
     void thePanelUsesAFixedPitchFontAndIsReadOnly();
     void screenReadersFindThePanel();
     void theRunningRecorderAndItsMessageAreShown();
@@ -163,6 +166,33 @@ void CMainWindow_PanelTest::thePanelIsColouredAndWeighted()
             joined.append(piece);
     }
     QCOMPARE(PiecesOf(*Panel(window).document()), joined);
+}
+
+void CMainWindow_PanelTest::thePanelFollowsNewColoursAtOnce_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("of the system") << "";
+    QTest::newRow("of a style that is chosen") << "View in dark Fusion style";
+}
+
+void CMainWindow_PanelTest::thePanelFollowsNewColoursAtOnce()
+{
+    QFETCH(QString, how);
+    StoredSettings().setValue(u"GuiStyle"_s, 1);
+    CMainWindow window;
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
+    const QList<Piece> before = PiecesOf(*Panel(window).document());
+    const auto backToTheDefault = qScopeGuard([] { QApplication::setPalette(QPalette()); });
+    if (how.isEmpty())
+        QApplication::setPalette(QPalette(Qt::yellow, Qt::black)); // a light text on dark, as the system's
+    else
+        tests::MenuEntry(window, how)->trigger();
+    const QColor text = QApplication::palette().color(QPalette::Text);
+    QVERIFY(text.lightness() > 100);
+    QList<Piece> expected = before;
+    for (Piece &piece : expected)
+        piece.Colour = piece.Colour == QColor(Qt::darkGreen) ? QColor(Qt::green) : text;
+    QTRY_COMPARE(PiecesOf(*Panel(window).document()), expected);
 }
 
 void CMainWindow_PanelTest::thePanelUsesAFixedPitchFontAndIsReadOnly()

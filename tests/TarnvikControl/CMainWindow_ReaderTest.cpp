@@ -6,6 +6,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextCursor>
@@ -62,6 +63,7 @@ private slots:
     void theScrollPositionStays();
     void theSelectionStaysWhereItsTextIsUnchanged_data();
     void theSelectionStaysWhereItsTextIsUnchanged();
+    void newColoursLeavePlaceAndSelection();
     void aLetterOfTwoUnitsIsWrittenWhole();
 };
 
@@ -186,6 +188,30 @@ void CMainWindow_ReaderTest::theSelectionStaysWhereItsTextIsUnchanged()
     QCOMPARE(Panel(window).textCursor().hasSelection(), select != QLatin1String("nothing"));
     ShowMessage(window, after);
     QCOMPARE(Panel(window).textCursor().selectedText(), selected);
+}
+
+void CMainWindow_ReaderTest::newColoursLeavePlaceAndSelection()
+{
+    CMainWindow window;
+    QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s)); // nothing else is written from now on
+    window.show();
+    window.resize(500, 300);
+    ShowMessage(window, LongMessage(300));
+    Select(Panel(window), u"Program status"_s);
+    QScrollBar &bar = *Panel(window).verticalScrollBar();
+    QTRY_VERIFY(bar.maximum() > 3000);
+    bar.setValue(2000);
+    QSignalSpy spy(Panel(window).document(), &QTextDocument::contentsChange);
+    const auto backToTheDefault = qScopeGuard([] { QApplication::setPalette(QPalette()); });
+    QApplication::setPalette(QPalette(Qt::yellow, Qt::black));
+    QTRY_VERIFY(!spy.isEmpty());
+    QCOMPARE(Panel(window).textCursor().selectedText(), u"Program status"_s);
+    QCOMPARE(bar.value(), 2000);
+    spy.clear();
+    QApplication::setPalette(QPalette(Qt::yellow, Qt::darkBlue)); // the same colour of the text
+    QTRY_COMPARE(Panel(window).palette().color(QPalette::Base),
+                 QApplication::palette().color(QPalette::Base));
+    QCOMPARE(spy.size(), 0);
 }
 
 void CMainWindow_ReaderTest::aLetterOfTwoUnitsIsWrittenWhole()
