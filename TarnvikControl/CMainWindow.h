@@ -6,15 +6,14 @@
 #include "TarnvikControl/ColourScheme.h"
 #include "TarnvikControl/MenuTable.h"
 
+#include <QDeadlineTimer>
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QPointer>
 #include <QSystemTrayIcon>
 
-#include <array>
 #include <memory>
 
-class QAction;
 class QAsyncWatchExec;
 class QMenu;
 class QMessageBox;
@@ -84,7 +83,8 @@ private:
     void UpdateStyleMarks();
 
     void BuildTrayIcon();
-    QAction *AddTrayAction(const QString &text, const char *slot);
+    void AddTrayAction(const QString &text, const char *slot);
+    void SwitchVisibility();
 
     void BuildMenus();
     void BuildFileMenu();
@@ -109,7 +109,7 @@ private:
 
     std::unique_ptr<QSystemTrayIcon> TrayIcon;
     std::unique_ptr<QMenu> TrayMenu;
-    std::array<QAction *, 4> TrayActions = {}; // children of the tray menu, so that they go with it
+    QDeadlineTimer DoubleClickEnd; // a second click on the icon until then belongs to the one before
 
     MenuTable Menus;
 

@@ -14,11 +14,11 @@ void CMainWindow::BuildTrayIcon()
         TrayIcon.reset();
     }
     TrayMenu = std::make_unique<QMenu>(this);
-    TrayActions = {AddTrayAction(tr("Mi&nimize"), SLOT(hide())),
-                   AddTrayAction(tr("Ma&ximize"), SLOT(showMaximized())),
-                   AddTrayAction(tr("&Restore"), SLOT(showNormal())),
-                   AddTrayAction(tr("&Quit"), SLOT(Raw_Menu_File_QuitApp()))};
-    TrayMenu->insertSeparator(TrayActions.back());
+    AddTrayAction(tr("Mi&nimize"), SLOT(hide()));
+    AddTrayAction(tr("Ma&ximize"), SLOT(showMaximized()));
+    AddTrayAction(tr("&Restore"), SLOT(showNormal()));
+    TrayMenu->addSeparator();
+    AddTrayAction(tr("&Quit"), SLOT(Raw_Menu_File_QuitApp()));
     TrayIcon = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon(), this);
     TrayIcon->setContextMenu(TrayMenu.get());
     TrayIcon->show();
@@ -26,27 +26,37 @@ void CMainWindow::BuildTrayIcon()
             SLOT(Raw_TrayIconActivated(QSystemTrayIcon::ActivationReason)));
 }
 
-QAction *CMainWindow::AddTrayAction(const QString &text, const char *slot)
+void CMainWindow::AddTrayAction(const QString &text, const char *slot)
 {
-    QAction *const action = TrayMenu->addAction(text);
-    connect(action, SIGNAL(triggered()), this, slot);
-    return action;
+    connect(TrayMenu->addAction(text), SIGNAL(triggered()), this, slot);
+}
+
+void CMainWindow::SwitchVisibility()
+{
+    if (isVisible()) {
+        hide();
+        return;
+    }
+    if (isMinimized())
+        showNormal();
+    else
+        show();
+    activateWindow();
 }
 
 void CMainWindow::Raw_TrayIconActivated(QSystemTrayIcon::ActivationReason eReason)
 {
+    // The first click of a double click comes as a click of its own and has switched already.
+    const bool isSecondClick = eReason == QSystemTrayIcon::DoubleClick && !DoubleClickEnd.hasExpired();
+    DoubleClickEnd = QDeadlineTimer();
     switch (eReason) {
     case QSystemTrayIcon::DoubleClick:
+        if (!isSecondClick)
+            SwitchVisibility();
+        break;
     case QSystemTrayIcon::Trigger:
-        if (isVisible()) {
-            hide();
-            break;
-        }
-        if (isMinimized())
-            showNormal();
-        else
-            show();
-        activateWindow();
+        SwitchVisibility();
+        DoubleClickEnd.setRemainingTime(QApplication::doubleClickInterval());
         break;
     case QSystemTrayIcon::MiddleClick:
         showNormal();

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSystemTrayIcon>
 #include <QTextEdit>
 
@@ -31,6 +32,11 @@ private slots:
     void aRecorderOfAnEarlierRunIsAskedToQuitBeforeTheNewOneStarts();
     void theTrayIconIsClicked_data();
     void theTrayIconIsClicked();
+    void severalClicksOnTheTrayIconSwitch_data();
+    void severalClicksOnTheTrayIconSwitch();
+    void aClickOnTheTrayIconActivatesTheWindow_data();
+    void aClickOnTheTrayIconActivatesTheWindow();
+    void theTrayShowsThePicturesOfTheProgram();
     void theTrayMenuHasItsEntries();
     void theTrayMenuMovesTheWindow();
     void geometryIsSavedAtTheEndAndRestored();
@@ -159,6 +165,82 @@ void CMainWindowTest::theTrayIconIsClicked()
         QVERIFY(!window.isMinimized());
         QCOMPARE(window.isMaximized(), after == QLatin1String("maximised"));
     }
+}
+
+void CMainWindowTest::severalClicksOnTheTrayIconSwitch_data()
+{
+    using Clicks = QList<QSystemTrayIcon::ActivationReason>;
+    QTest::addColumn<Clicks>("clicks");
+    QTest::addColumn<int>("interval"); // for a double click, milliseconds
+    QTest::addColumn<int>("switches");
+    const auto single = QSystemTrayIcon::Trigger;
+    const auto second = QSystemTrayIcon::DoubleClick;
+    QTest::newRow("a double click once") << Clicks{single, second} << 60'000 << 1;
+    QTest::newRow("three clicks in a row twice") << Clicks{single, second, single} << 60'000 << 2;
+    QTest::newRow("two double clicks twice") << Clicks{single, second, single, second} << 60'000 << 2;
+    QTest::newRow("two single clicks twice") << Clicks{single, single} << 60'000 << 2;
+    QTest::newRow("a double click that comes alone once") << Clicks{second} << 60'000 << 1;
+    QTest::newRow("two that come alone twice") << Clicks{second, second} << 60'000 << 2;
+    QTest::newRow("one that comes alone behind a whole one twice")
+        << Clicks{single, second, second} << 60'000 << 2;
+    QTest::newRow("one that comes alone later than the interval twice") << Clicks{single, second} << 0 << 2;
+}
+
+void CMainWindowTest::severalClicksOnTheTrayIconSwitch()
+{
+    QFETCH(QList<QSystemTrayIcon::ActivationReason>, clicks);
+    QFETCH(int, interval);
+    QFETCH(int, switches);
+    const int usual = QApplication::doubleClickInterval();
+    const auto reset = qScopeGuard([usual] { QApplication::setDoubleClickInterval(usual); });
+    QApplication::setDoubleClickInterval(interval);
+    for (const bool shown : {false, true}) {
+        CMainWindow window;
+        window.setVisible(shown);
+        for (const QSystemTrayIcon::ActivationReason click : std::as_const(clicks))
+            emit Tray(window).activated(click);
+        QCOMPARE(window.isVisible(), switches % 2 == 0 ? shown : !shown);
+    }
+}
+
+void CMainWindowTest::aClickOnTheTrayIconActivatesTheWindow_data()
+{
+    QTest::addColumn<QSystemTrayIcon::ActivationReason>("reason");
+    QTest::addColumn<QString>("before");
+    QTest::newRow("a click on that of a hidden window") << QSystemTrayIcon::Trigger << "hidden";
+    QTest::newRow("a double click on that of a hidden window") << QSystemTrayIcon::DoubleClick << "hidden";
+    QTest::newRow("a click on that of a window that was minimised and hidden")
+        << QSystemTrayIcon::Trigger << "minimised and hidden";
+    QTest::newRow("a middle click on that of a hidden window") << QSystemTrayIcon::MiddleClick << "hidden";
+    QTest::newRow("a middle click on that of an open window") << QSystemTrayIcon::MiddleClick << "open";
+}
+
+void CMainWindowTest::aClickOnTheTrayIconActivatesTheWindow()
+{
+    QFETCH(QSystemTrayIcon::ActivationReason, reason);
+    QFETCH(QString, before);
+    CMainWindow window;
+    // Not every desktop gives the keyboard to a window only because it appears.
+    window.setAttribute(Qt::WA_ShowWithoutActivating);
+    if (before == QLatin1String("open"))
+        window.show();
+    else if (before.startsWith(QLatin1String("minimised")))
+        window.setWindowState(Qt::WindowMinimized);
+    QWidget other;
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    emit Tray(window).activated(reason);
+    QTRY_VERIFY(window.isActiveWindow());
+}
+
+void CMainWindowTest::theTrayShowsThePicturesOfTheProgram()
+{
+    QPixmap picture(32, 32);
+    picture.fill(Qt::magenta);
+    const auto reset = qScopeGuard([] { QApplication::setWindowIcon(QIcon()); });
+    QApplication::setWindowIcon(picture);
+    const CMainWindow window;
+    QCOMPARE(Tray(window).icon().pixmap(32, 32).toImage().pixelColor(16, 16), QColor(Qt::magenta));
 }
 
 void CMainWindowTest::theTrayMenuHasItsEntries()

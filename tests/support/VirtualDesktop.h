@@ -41,6 +41,8 @@ public:
     [[nodiscard]] static QRect openMenu();
     /// Clicks at a place of the desktop; 1 is the left button, 3 the right one.
     static bool Click(const QPoint &place, int button = 1);
+    /// Clicks twice with the left button, as fast as a user does.
+    static bool DoubleClick(const QPoint &place);
     /// Begins to drag with the left button from one place of the desktop to another and drops there. Returns
     /// at once; the program that is dragged from may be this one.
     static bool StartDragAndDrop(const QPoint &from, const QPoint &to);

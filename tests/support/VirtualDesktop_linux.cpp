@@ -118,6 +118,12 @@ bool VirtualDesktop::Click(const QPoint &place, int button)
                     QString::number(button)});
 }
 
+bool VirtualDesktop::DoubleClick(const QPoint &place)
+{
+    return XDoTool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s,
+                    u"--repeat"_s, u"2"_s, u"--delay"_s, u"50"_s, u"1"_s});
+}
+
 bool VirtualDesktop::StartDragAndDrop(const QPoint &from, const QPoint &to)
 {
     // A drag begins after some pixels, and the target answers while the mouse moves over it.
