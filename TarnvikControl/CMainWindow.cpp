@@ -7,6 +7,7 @@
 #include "TarnvikControl/QAsyncWatchExec.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/StatusPanel.h"
+#include "TarnvikControl/WindowHiding.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
@@ -92,7 +93,7 @@ void CMainWindow::StartRecorder(const QString &statusFile)
 void CMainWindow::closeEvent(QCloseEvent *event)
 {
     if (!ReallyClose) {
-        hide();
+        HideWindow(*this);
         event->ignore();
         return;
     }

@@ -7,6 +7,7 @@
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
+#include "TarnvikControl/WindowHiding.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -102,7 +103,7 @@ void CMainWindow::Raw_Menu_File_OpenDrawer_Settings()
 
 void CMainWindow::Raw_Menu_File_Hide()
 {
-    hide();
+    HideWindow(*this);
 }
 
 void CMainWindow::Raw_Menu_Align_Show()

@@ -2,6 +2,8 @@
 // The main window's tray icon.
 #include "TarnvikControl/CMainWindow.h"
 
+#include "TarnvikControl/WindowHiding.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
@@ -34,7 +36,7 @@ void CMainWindow::AddTrayAction(const QString &text, const char *slot)
 void CMainWindow::SwitchVisibility()
 {
     if (isVisible()) {
-        hide();
+        HideWindow(*this);
         return;
     }
     if (isMinimized())

@@ -8,6 +8,7 @@
 #include "TarnvikControl/LogHandler.h"
 #include "TarnvikControl/SettingsKeys.h"
 #include "TarnvikControl/Version.h"
+#include "TarnvikControl/WindowHiding.h"
 #include "platform/Console.h"
 #include "platform/ControlEvents.h"
 #include "platform/ProductVersion.h"
@@ -70,7 +71,7 @@ void ShowOrHide(QWidget &window, int showCommand)
 {
     const QSettings settings(SettingsOrganisation, SettingsApplication());
     if (settings.value(StartHiddenKey, false).toBool())
-        window.hide();
+        HideWindow(window);
     else
         ApplyShowCommand(window, showCommand);
 }

@@ -6,6 +6,7 @@
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/Version.h"
+#include "TarnvikControl/WindowHiding.h"
 #include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
@@ -111,6 +112,7 @@ void CMainWindow_CommandsTest::initTestCase()
     QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     QCoreApplication::setApplicationVersion(u"2025.12.1.1"_s);
     PackedVersion = LowestVersion;
+    HasTray = [] { return true; };
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
     QDesktopServices::setUrlHandler(u"file"_s, this, "Open");
 }

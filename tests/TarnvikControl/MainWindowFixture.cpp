@@ -3,6 +3,7 @@
 
 #include "Common_Files/OstrelRecordStatus.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "TarnvikControl/WindowHiding.h"
 #include "tests/TarnvikControl/MenuEntries.h"
 
 #include <QCoreApplication>
@@ -48,6 +49,7 @@ void MainWindowFixture::initTestCase()
 void MainWindowFixture::init()
 {
     StoredSettings().clear();
+    HasTray = [] { return true; }; // not every platform of a test has one
     RecorderFixture::init();
 }
 

@@ -24,7 +24,7 @@ void ShowMessage(CMainWindow &window, const QString &message);
 /// Enters the folder of the records in the recorder's configuration, whose folder is made if need be.
 void WriteRecordPath(const QString &path);
 
-/// Base of test classes: the program's names, and for each test function settings without entries.
+/// Base of test classes: the program's names, and for each test function settings without entries and a tray.
 class MainWindowFixture : public RecorderFixture
 {
     Q_OBJECT

@@ -15,7 +15,9 @@ namespace tests {
 class VirtualDesktop
 {
 public:
-    VirtualDesktop();
+    enum class Tray { Present, Absent };
+
+    explicit VirtualDesktop(Tray tray = Tray::Present);
     ~VirtualDesktop();
     Q_DISABLE_COPY_MOVE(VirtualDesktop)
 
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] static QStringList windows(const QString &title);
     /// Those of them that are dialogs.
     [[nodiscard]] static QStringList dialogs(const QString &title);
+    /// True when the window is minimised.
+    [[nodiscard]] static bool isMinimised(const QString &window);
     /// A property of a window as the system's tool prints it.
     [[nodiscard]] static QString property(const QString &window, const QString &name);
     /// Gives a window the keyboard and presses keys, named as in "ctrl+q"; false when that fails.

@@ -45,10 +45,13 @@ bool XDoTool(const QStringList &arguments)
 
 } // namespace
 
-VirtualDesktop::VirtualDesktop()
+VirtualDesktop::VirtualDesktop(Tray tray)
 {
+    QStringList arguments = {u"1000x700"_s};
+    if (tray == Tray::Absent)
+        arguments.append(u"--without-tray"_s);
     // The script gives up by itself when something does not come up.
-    Desktop.start(QStringLiteral(TARNVIK_SCRIPTS "/virtual-desktop"), {u"1000x700"_s});
+    Desktop.start(QStringLiteral(TARNVIK_SCRIPTS "/virtual-desktop"), arguments);
     if (!Desktop.waitForReadyRead(-1)) {
         Desktop.waitForFinished(CommandTimeoutMs);
         Error = Desktop.errorString() + u": "_s + QString::fromUtf8(Desktop.readAllStandardError());
@@ -75,6 +78,11 @@ QStringList VirtualDesktop::windows(const QString &title)
 QStringList VirtualDesktop::dialogs(const QString &title)
 {
     return Found(u"dialogs"_s, {title}).split(u'\n', Qt::SkipEmptyParts);
+}
+
+bool VirtualDesktop::isMinimised(const QString &window)
+{
+    return property(window, u"WM_STATE"_s).contains(u"Iconic"_s);
 }
 
 QString VirtualDesktop::property(const QString &window, const QString &name)

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Tray.h"
+
+#include <QSystemTrayIcon>
+
+namespace platform {
+
+bool HasTray()
+{
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+} // namespace platform
