@@ -48,6 +48,7 @@ private slots:
     void aNewWatchDuringTheDelayDropsThePendingPaths();
 
     void aMissingFileCannotBeWatched();
+    void afterARefusedFileTheOneBeforeCanBeWatchedAgain();
     void anEmptyPathEndsTheWatch();
     void anotherPathTakesOverTheWatch();
     void afterAFolderAFileCanBeWatched();
@@ -157,6 +158,18 @@ void OstrelRecordStatus_WatchTest::aMissingFileCannotBeWatched()
     QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s))); // not taken for the path already watched
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
+    QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
+    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(2, "on")));
+    QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));
+}
+
+void OstrelRecordStatus_WatchTest::afterARefusedFileTheOneBeforeCanBeWatchedAgain()
+{
+    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QOstrelRecordStatus status;
+    QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
+    QVERIFY(!status.SetWatchFile(path(u"missing.ini"_s)));
+    QVERIFY(status.SetWatchFile(path(u"status.ini"_s))); // not taken for the path already watched
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
     QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(2, "on")));
     QTRY_COMPARE(LastSnapshot(spy), StatusOf(2, u"on"_s));

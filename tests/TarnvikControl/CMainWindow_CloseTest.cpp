@@ -59,6 +59,7 @@ void CMainWindow_CloseTest::theCloseButtonAsksByDefaultAndAbortKeepsTheWindow()
     QCOMPARE(box.Buttons, QMessageBox::Yes | QMessageBox::Abort);
     QCOMPARE(box.Parent, &window);
     QVERIFY(box.Modal);
+    QVERIFY(box.Flags.testFlags(Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint));
     QVERIFY(window.isVisible());
     QTRY_VERIFY(Panel(window).toPlainText().contains(u"Running"_s));
     QVERIFY(!window.close()); // and it asks again

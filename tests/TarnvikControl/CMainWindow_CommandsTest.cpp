@@ -79,6 +79,7 @@ private slots:
 
     void theRecordFolderCommandsNeedARecordPath_data();
     void theRecordFolderCommandsNeedARecordPath();
+    void theRecordFolderIsOpened_data();
     void theRecordFolderIsOpened();
     void aRelativeRecordPathIsOpenedAsAnAbsoluteOne();
     void theLinkToARootFolderHasAName();
@@ -92,7 +93,9 @@ private slots:
     void theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data();
     void theTraysQuitAsksWhileTheAlignmentDialogIsOpen();
     void saveAndRestoreWindow();
+    void theStateOfTheWindowIsRestored();
     void theAboutBoxReads();
+    void theBoxAboutQtBelongsToTheWindow();
     void theGuideIsSearchedInOrder_data();
     void theGuideIsSearchedInOrder();
     void aMissingGuideIsReported();
@@ -178,12 +181,23 @@ void CMainWindow_CommandsTest::theRecordFolderCommandsNeedARecordPath()
     QVERIFY(Opened.isEmpty());
 }
 
+void CMainWindow_CommandsTest::theRecordFolderIsOpened_data()
+{
+    QTest::addColumn<bool>("isFile");
+    QTest::newRow("a folder") << false;
+    QTest::newRow("a file, whatever opens it") << true;
+}
+
 void CMainWindow_CommandsTest::theRecordFolderIsOpened()
 {
+    QFETCH(bool, isFile);
     const QTemporaryDir folder(QDir::tempPath() + QString::fromUtf8("/Aufnähmen # 1 %20 XXXXXX"));
-    WriteRecordPath(folder.path());
+    const QString path = isFile ? folder.filePath(u"records"_s) : folder.path();
+    if (isFile)
+        QVERIFY(MakeFile(path));
+    WriteRecordPath(path);
     Trigger(u"Open record file folder"_s);
-    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(folder.path())});
+    QCOMPARE(Opened, QList<QUrl>{QUrl::fromLocalFile(path)});
     QVERIFY(Answers->boxes().isEmpty());
 }
 
@@ -356,6 +370,24 @@ void CMainWindow_CommandsTest::saveAndRestoreWindow()
     Window->setGeometry(10, 20, 500, 400);
     Trigger(u"Restore Windows"_s);
     QCOMPARE(Window->geometry(), QRect(50, 70, 300, 200));
+}
+
+void CMainWindow_CommandsTest::theStateOfTheWindowIsRestored()
+{
+    // The window has no parts of its own to move; what is seen by its corners is the whole state.
+    Window->setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    Trigger(u"Save Windows"_s);
+    Window->setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
+    Trigger(u"Restore Windows"_s);
+    QCOMPARE(Window->corner(Qt::BottomLeftCorner), Qt::LeftDockWidgetArea);
+}
+
+void CMainWindow_CommandsTest::theBoxAboutQtBelongsToTheWindow()
+{
+    Trigger(u"About Qt..."_s);
+    QCOMPARE(Answers->boxes().size(), 1);
+    QCOMPARE(onlyBox().Title, u"TarnvikControl"_s);
+    QCOMPARE(onlyBox().Parent, Window.get());
 }
 
 void CMainWindow_CommandsTest::theAboutBoxReads()

@@ -44,6 +44,7 @@ private slots:
     void startHiddenShowsNoWindow();
     void theDebugConsoleIsOpened_data();
     void theDebugConsoleIsOpened();
+    void theDebugConsoleIsOpenedAfterTheWindowWasMade();
     void onlyTheFirstFourArgumentsReachTheApplicationObject();
     void anArgumentThatIsTooLongIsRefused();
     void theVersionIsTheFirstLine();
@@ -275,6 +276,19 @@ void TarnvikControlTest::theDebugConsoleIsOpened()
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(station.output().contains(u"\nDebug console open:\n"_s), opened);
+}
+
+void TarnvikControlTest::theDebugConsoleIsOpenedAfterTheWindowWasMade()
+{
+    // A style that does not exist here triggers the first menu entry while the window is being made, and that
+    // asks for a record path.
+    QSettings(u"Quillane"_s, Title).setValue(u"GuiStyle"_s, 4);
+    Station station;
+    station.Start({u"--DEBUG"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(station.shows(u"Error"_s) && station.output().contains(u'\n'), tests::Patience);
+    QVERIFY(!station.output().contains(u"Debug console"_s));
+    QVERIFY(tests::VirtualDesktop::Press(OnlyWindow(u"Error"_s), {u"Return"_s}));
+    QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u"\nDebug console open:\n"_s), tests::Patience);
 }
 
 void TarnvikControlTest::onlyTheFirstFourArgumentsReachTheApplicationObject()

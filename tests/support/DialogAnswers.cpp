@@ -19,7 +19,7 @@ void DialogAnswers::Look()
     if (!box || !box->isVisible())
         return;
     Boxes.append({box->windowTitle(), box->text(), box->icon(), box->standardButtons(), box->parentWidget(),
-                  box->isModal()});
+                  box->isModal(), box->windowFlags()});
     if (QAbstractButton *const button = box->button(AnswersByTitle.value(box->windowTitle(), Answer)))
         button->click();
     else

@@ -20,6 +20,7 @@ struct ShownBox
     QMessageBox::StandardButtons Buttons;
     QWidget *Parent = nullptr;
     bool Modal = false;
+    Qt::WindowFlags Flags;
 };
 
 /// While it exists every message box is answered: with the button set for its title if there is one, else
