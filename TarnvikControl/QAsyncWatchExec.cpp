@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "TarnvikControl/QAsyncWatchExec.h"
 
+#include "Common_Files/RecorderNames.h"
 #include "Common_Files/WaitForMultipleObjects.h"
 #include "TarnvikControl/RestartRule.h"
 #include "platform/ChildProcess.h"
+#include "platform/QuitSignal.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -15,9 +17,9 @@ constexpr int StateEvent = 1; // the id that Start's order of Add gives the stat
 
 constexpr int FarewellTimeoutMs = 500;
 constexpr int EndTimeoutMs = 5000;
-// The part of EndTimeoutMs that belongs to the stop hook's request alone. Terminate would cut short, on
-// systems where it is more than a message to windows, what a recorder does on the polite request.
-constexpr int PoliteTimeoutMs = 2000;
+// The part of EndTimeoutMs that a recorder has for itself once it has taken the quit request: a signal would
+// cut short what it does then.
+constexpr int AloneTimeoutMs = 4500;
 constexpr int KillTimeoutMs = 100;
 
 constexpr int Forever = -1;
@@ -197,9 +199,7 @@ void QAsyncWatchExec::StopLoopAndProcess()
         ControlEvents->Clear();
         DoneEvents->Clear();
     }
-    if (StopHook)
-        StopHook(StopHookContext, Program, WorkingDirectory, Arguments);
-    EndProcess();
+    EndProcess(AskToQuit());
     // The next Start needs a thread that has ended. A loop that is late still finds its stop event.
     wait();
     if (!farewell) {
@@ -208,14 +208,23 @@ void QAsyncWatchExec::StopLoopAndProcess()
     }
 }
 
-void QAsyncWatchExec::EndProcess()
+bool QAsyncWatchExec::AskToQuit()
+{
+    if (!StopHook)
+        return false;
+    const int listeners = platform::QuitSignalListeners(RecorderQuitKey);
+    StopHook(StopHookContext, Program, WorkingDirectory, Arguments);
+    return platform::QuitSignalListeners(RecorderQuitKey) < listeners;
+}
+
+void QAsyncWatchExec::EndProcess(bool quitRequestTaken)
 {
     disconnect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
                SLOT(Slot_stateChanged(QProcess::ProcessState)));
     const QDeadlineTimer deadline(EndTimeoutMs);
-    const bool endedPolitely =
-        Process->state() == QProcess::NotRunning || (StopHook && Process->waitForFinished(PoliteTimeoutMs));
-    if (!endedPolitely) {
+    const bool endedAlone = Process->state() == QProcess::NotRunning ||
+                            (quitRequestTaken && Process->waitForFinished(AloneTimeoutMs));
+    if (!endedAlone) {
         Process->terminate();
         if (!Process->waitForFinished(static_cast<int>(deadline.remainingTime())) &&
             Process->state() != QProcess::NotRunning) {

@@ -44,9 +44,10 @@ public:
     /// Stops the process like Stop.
     ~QAsyncWatchExec() override;
 
-    /// Stops the process and the loop, if they run: first the stop hook, then terminate, then kill. Blocks
-    /// for up to 500 ms for the loop's farewell and 5000 ms for the end of the process, and shortly after a
-    /// kill.
+    /// Stops the process and the loop, if they run. The process is asked by the stop hook and then told to
+    /// terminate: at once when nobody has taken the hook's request, and always at once on Windows, else 4500
+    /// ms later. After 5000 ms it is killed. Blocks for up to 500 ms for the loop's farewell and 5000 ms for
+    /// the end of the process, and shortly after a kill.
     virtual void Stop();
     /// Stops what runs, then starts the loop, which starts the process. False when there is nothing to start
     /// (empty Program) or something inside cannot be set up. A program that cannot be executed is no failure
@@ -95,7 +96,10 @@ private:
     void Publish(QProcess::ProcessState state);
     [[nodiscard]] Account account() const;
     void StopLoopAndProcess();
-    void EndProcess();
+    /// Calls the stop hook. True when its request is known to have been taken by a process that waited for
+    /// it; Windows does not tell, and a request to terminate disturbs nobody there: it is only a message.
+    bool AskToQuit();
+    void EndProcess(bool quitRequestTaken);
 
     std::unique_ptr<QProcess> Process; // null while no process is set up
     std::unique_ptr<QWaitForMultipleObjects> ControlEvents;

@@ -6,9 +6,9 @@
 
 namespace platform {
 
-/// True when a process waits on the named system semaphore; always true on Windows, which does not tell.
-/// Changes nothing.
-[[nodiscard]] bool QuitSignalHasListener(const QString &key);
+/// How many processes wait on the named system semaphore; always 1 on Windows, which does not tell. Changes
+/// nothing.
+[[nodiscard]] int QuitSignalListeners(const QString &key);
 
 /// Asks the process that waits on the named system semaphore to quit, once. On Linux only a process that
 /// waits at this moment gets the request; on Windows a process that holds the semaphore open gets it with its

@@ -12,6 +12,7 @@
 #include <sys/ipc.h>
 #include <sys/sem.h>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -70,15 +71,15 @@ void Settle(const QString &key)
 
 } // namespace
 
-bool QuitSignalHasListener(const QString &key)
+int QuitSignalListeners(const QString &key)
 {
     const std::optional<int> semaphore = Find(key);
-    return semaphore && semctl(*semaphore, 0, GETNCNT) > 0;
+    return semaphore ? std::max(semctl(*semaphore, 0, GETNCNT), 0) : 0; // -1: it has just gone
 }
 
 void SendQuitSignal(const QString &key)
 {
-    if (QuitSignalHasListener(key)) {
+    if (QuitSignalListeners(key) > 0) {
         QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Open);
         if (semaphore.error() == QSystemSemaphore::NoError)
             semaphore.release(1);

@@ -8,9 +8,9 @@
 
 namespace platform {
 
-bool QuitSignalHasListener(const QString & /*key*/)
+int QuitSignalListeners(const QString & /*key*/)
 {
-    return true;
+    return 1;
 }
 
 void SendQuitSignal(const QString &key)

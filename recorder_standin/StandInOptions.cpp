@@ -64,5 +64,7 @@ StandInOptions StandInOptions::FromEnvironment()
     ReadNumber("TARNVIK_STANDIN_FLOOD_LINES", options.FloodLines);
     options.IgnoreQuit = ReadFlag("TARNVIK_STANDIN_IGNORE_QUIT");
     options.IgnoreTerminate = ReadFlag("TARNVIK_STANDIN_IGNORE_TERMINATE");
+    ReadNumber("TARNVIK_STANDIN_QUIT_CLOSE_MS", options.QuitCloseMs);
+    ReadNumber("TARNVIK_STANDIN_TERMINATE_CLOSE_MS", options.TerminateCloseMs);
     return options;
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <array>
 #include <cstdio>
@@ -17,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 HugeFileBytes = 64 * 1024 * 1024;
+constexpr int CutShort = 2; // exit code of a recorder whose file is not whole
 
 /// What a night at a station may look like.
 constexpr std::array Messages = {
@@ -70,6 +72,25 @@ void StandInRecorder::Slot_Quit()
 {
     Report.Write("quit-request");
     std::printf("stand-in: asked to quit\n");
+    IsObeyingQuit = true;
+    CloseFileAndEnd(Options.QuitCloseMs);
+}
+
+void StandInRecorder::Terminate()
+{
+    Report.Write("terminate-request");
+    if (Options.IgnoreTerminate)
+        return;
+    if (IsObeyingQuit)
+        std::_Exit(CutShort);
+    QMetaObject::invokeMethod(
+        this, [this] { CloseFileAndEnd(Options.TerminateCloseMs); }, Qt::QueuedConnection);
+}
+
+void StandInRecorder::CloseFileAndEnd(int closeMs) const
+{
+    QThread::msleep(static_cast<unsigned long>(closeMs)); // who closes a file hears of nothing meanwhile
+    Report.Write("closed");
     End(0);
 }
 

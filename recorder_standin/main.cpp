@@ -14,17 +14,10 @@ int main(int argc, char **argv)
     const StandInReport report(options.ReportFile);
     report.Write("started");
     QCoreApplication application(argc, argv);
-    const platform::TerminateRequest terminateRequest([&options, &report] {
-        report.Write("terminate-request");
-        if (options.IgnoreTerminate)
-            return;
-        report.Write("ends");
-        QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
-    });
+    StandInRecorder recorder(options, report);
+    const platform::TerminateRequest terminateRequest([&recorder] { recorder.Terminate(); });
     if (!terminateRequest.isListening())
         qWarning("a request to terminate cannot be received");
-    StandInRecorder recorder(options, report);
     recorder.Start();
     return QCoreApplication::exec();
 }

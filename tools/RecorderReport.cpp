@@ -116,7 +116,7 @@ bool RecorderReport::recorderListens(qint64 processId) const
 {
     const qint64 process = processId != 0 ? processId : lastProcess(u"started"_s);
     return count(u"ready"_s, process) == 1 && IsAlive(process) &&
-           platform::QuitSignalHasListener(RecorderQuitKey);
+           platform::QuitSignalListeners(RecorderQuitKey) > 0;
 }
 
 QString StandInProgram()

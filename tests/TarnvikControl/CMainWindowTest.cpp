@@ -308,6 +308,7 @@ void CMainWindowTest::geometryIsSavedAtTheEndAndRestored()
 
 void CMainWindowTest::destroyingTheWindowStopsTheRecorder()
 {
+    ObeyOnlyTheQuitRequest();
     {
         const CMainWindow window;
         QTRY_VERIFY(Report->recorderListens());

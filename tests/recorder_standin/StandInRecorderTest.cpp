@@ -422,7 +422,7 @@ void StandInRecorderTest::aValueThatMakesNoSenseIsRefused_data()
         QTest::addRow("%s = \"%s\"", option, value) << QByteArray(option) << QByteArray(value);
     };
     for (const char *option : {"INTERVAL_MS", "EXIT_AFTER_MS", "EXIT_CODE", "CRASH_AFTER_MS", "FLOOD_LINES",
-                               "IGNORE_QUIT", "IGNORE_TERMINATE"}) {
+                               "IGNORE_QUIT", "IGNORE_TERMINATE", "QUIT_CLOSE_MS", "TERMINATE_CLOSE_MS"}) {
         row(option, "-1");
         row(option, "many");
         row(option, "1.5");

@@ -9,6 +9,11 @@ void RecorderFixture::init()
     Report->SetOption("INTERVAL_MS", "0");
 }
 
+void RecorderFixture::ObeyOnlyTheQuitRequest()
+{
+    Report->SetOption("IGNORE_TERMINATE", "1");
+}
+
 void RecorderFixture::cleanup()
 {
     Report.reset();

@@ -17,6 +17,10 @@ class RecorderFixture : public QObject
     Q_OBJECT
 
 protected:
+    /// Makes the recorders of this test end by the quit request alone. Windows sends the request to terminate
+    /// together with it, and either could be the first.
+    void ObeyOnlyTheQuitRequest();
+
     std::unique_ptr<tools::RecorderReport> Report;
 
 protected slots:
