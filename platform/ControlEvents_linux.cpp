@@ -3,6 +3,8 @@
 // the pipe and calls the handler.
 #include "platform/ControlEvents.h"
 
+#include "platform/StandardStreams_linux.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -71,6 +73,7 @@ void ReadSignals(ControlHandler handler, int readEnd)
 
 bool InstallControlHandler(ControlHandler handler)
 {
+    OpenStandardStreams();
     int ends[2] = {-1, -1};
     if (Installed || !handler || pipe2(ends, O_CLOEXEC) != 0)
         return false;

@@ -3,6 +3,8 @@
 // and goes with the process.
 #include "platform/InstanceLock.h"
 
+#include "platform/StandardStreams_linux.h"
+
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -32,6 +34,7 @@ int ToDescriptor(void *handle)
 
 InstanceLock::InstanceLock(const char *name)
 {
+    OpenStandardStreams();
     // Close-on-exec: a recorder that outlives this program must not keep the name.
     const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (descriptor == -1)

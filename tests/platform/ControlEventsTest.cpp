@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <future>
 #include <thread>
 
 #include <sys/types.h>
@@ -45,6 +46,29 @@ bool HandleOnce(std::uint32_t /*type*/)
     return true;
 }
 
+/// What a process does that was started with its standard streams closed: it installs a handler, prints
+/// something and sends itself SIGINT. Returns the type of the first event, or -1.
+int FirstEventWithClosedStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        close(stream);
+    static std::promise<int> first;
+    const auto noteFirst = [](std::uint32_t type) {
+        if (Calls++ == 0)
+            first.set_value(static_cast<int>(type));
+        return true;
+    };
+    if (!platform::InstallControlHandler(noteFirst))
+        return -1;
+    std::fputs("a log line\n", stdout);
+    std::fflush(stdout);
+    std::fputs("a log line\n", stderr);
+    kill(getpid(), SIGINT);
+    const int type = first.get_future().get();
+    platform::RemoveControlHandler();
+    return type;
+}
+
 bool SendSignal(const QProcess &process, int signalNumber)
 {
     return kill(static_cast<pid_t>(process.processId()), signalNumber) == 0;
@@ -66,6 +90,7 @@ private slots:
     void anEventThatIsNotHandledEndsTheProcessByItsSignal_data();
     void anEventThatIsNotHandledEndsTheProcessByItsSignal();
     void childProcessesStartWithTheDefaultActions();
+    void whatIsPrintedIntoClosedStreamsIsNotTakenForSignals();
 };
 
 void ControlEventsTest::aSignalReachesTheHandlerOnAThreadOfItsOwn_data()
@@ -158,8 +183,19 @@ void ControlEventsTest::childProcessesStartWithTheDefaultActions()
     QCOMPARE(child.exitCode(), SIGTERM);
 }
 
+void ControlEventsTest::whatIsPrintedIntoClosedStreamsIsNotTakenForSignals()
+{
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), QStringList{u"closed streams"_s});
+    QVERIFY(child.waitForFinished());
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), static_cast<int>(platform::ControlTypeCtrlC));
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 2 && std::strcmp(argv[1], "closed streams") == 0)
+        return FirstEventWithClosedStreams();
     const bool once = argc == 2 && std::strcmp(argv[1], "once") == 0;
     if (once || (argc == 2 && std::strcmp(argv[1], "plain") == 0)) {
         if (once && !platform::InstallControlHandler(HandleOnce))

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// The whole program where its surroundings are missing or go away: standard streams, the display.
+#include "Common_Files/OstrelRecordStatus.h"
+#include "Common_Files/RecorderNames.h"
+#include "tests/TarnvikControl/Station.h"
+#include "tests/support/DesktopTestMain.h"
+#include "tests/support/Patience.h"
+#include "tools/RecorderReport.h"
+
+#include <QFile>
+#include <QSettings>
+#include <QTest>
+
+#include <unistd.h>
+
+#include <csignal>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+using tests::Station;
+using tests::Title;
+
+class TarnvikControl_EndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void withStandardStreamsClosedItRunsUntilItIsAskedToEnd_data();
+    void withStandardStreamsClosedItRunsUntilItIsAskedToEnd();
+
+private:
+    std::unique_ptr<tools::RecorderReport> Report;
+};
+
+void TarnvikControl_EndTest::init()
+{
+    Report = std::make_unique<tools::RecorderReport>();
+    QSettings(u"Quillane"_s, Title).clear();
+}
+
+void TarnvikControl_EndTest::cleanup()
+{
+    Report.reset();
+}
+
+void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd_data()
+{
+    QTest::addColumn<QList<int>>("closed");
+    QTest::newRow("standard input") << QList<int>{STDIN_FILENO};
+    QTest::newRow("standard output") << QList<int>{STDOUT_FILENO};
+    QTest::newRow("standard output and standard error") << QList<int>{STDOUT_FILENO, STDERR_FILENO};
+    QTest::newRow("all") << QList<int>{STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
+}
+
+void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd()
+{
+    QFETCH(QList<int>, closed);
+    Report->SetOption("INTERVAL_MS", "50"); // each is a log line
+    Station station;
+    station.Process.setChildProcessModifier([&closed] {
+        for (const int stream : std::as_const(closed))
+            close(stream);
+    });
+    station.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
+    // Not on something of its own, which the programs that it starts would not inherit.
+    for (const int stream : std::as_const(closed)) {
+        const QString link = u"/proc/%1/fd/%2"_s.arg(station.Process.processId()).arg(stream);
+        QCOMPARE(QFile::symLinkTarget(link), u"/dev/null"_s);
+    }
+    // Ctrl+H belongs to two entries, which the toolkit warns of on standard error.
+    QVERIFY(tests::VirtualDesktop::Press(tests::OnlyWindow(Title), {u"ctrl+h"_s}));
+    const auto statuses = [] {
+        StructOstrelRecordStatus status;
+        const bool valid = QOstrelRecordStatus::ReadStatusFile(RecorderStatusFile(), status);
+        return valid ? status.SequenceNr : 0;
+    };
+    const auto before = statuses();
+    QTRY_VERIFY(statuses() > before + 20 || station.Process.state() != QProcess::Running);
+    QVERIFY(station.shows());
+    QCOMPARE(Report->count(u"started"_s), 1);
+    QVERIFY(station.Signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+}
+
+TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_EndTest)
+#include "TarnvikControl_EndTest.moc"
