@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDebug>
+#include <QPointer>
 
 namespace {
 
@@ -136,15 +137,24 @@ void QAsyncWatchExec::Slot_Start()
     // A request that was still queued when the runner was started anew finds the process up already.
     if (!Process || Process->state() != QProcess::NotRunning)
         return;
+    const QPointer<QProcess> process = Process.get();
     if (StartHook)
         StartHook(StartHookContext, Program, WorkingDirectory, Arguments);
+    if (!process || process != Process.get()) // the hook has stopped the runner
+        return;
     Process->setWorkingDirectory(WorkingDirectory);
     Process->setProgram(Program);
     Process->setArguments(Arguments);
     OutputDecoder.resetState();
     ErrorDecoder.resetState();
     const std::uint32_t endsBefore = account().Ends;
+    BeingStarted = Process.get();
     Process->start(QIODevice::ReadOnly);
+    BeingStarted = nullptr;
+    if (StoppedWhileStarting) {
+        EndProcess(StoppedWhileStarting);
+        return;
+    }
     // A start refused at once (a hook emptied the program) changes no state: the loop must hear of this end
     // too.
     if (Process->state() == QProcess::NotRunning && account().Ends == endsBefore)
@@ -199,7 +209,13 @@ void QAsyncWatchExec::StopLoopAndProcess()
         ControlEvents->Clear();
         DoneEvents->Clear();
     }
-    EndProcess(AskToQuit());
+    disconnect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
+               SLOT(Slot_stateChanged(QProcess::ProcessState)));
+    if (Process.get() == BeingStarted)
+        StoppedWhileStarting = std::move(Process); // Slot_Start ends it
+    else
+        EndProcess(Process);
+    IsSetUp = false;
     // The next Start needs a thread that has ended. A loop that is late still finds its stop event.
     wait();
     if (!farewell) {
@@ -217,23 +233,21 @@ bool QAsyncWatchExec::AskToQuit()
     return platform::QuitSignalListeners(RecorderQuitKey) < listeners;
 }
 
-void QAsyncWatchExec::EndProcess(bool quitRequestTaken)
+void QAsyncWatchExec::EndProcess(std::unique_ptr<QProcess> &process)
 {
-    disconnect(Process.get(), SIGNAL(stateChanged(QProcess::ProcessState)), this,
-               SLOT(Slot_stateChanged(QProcess::ProcessState)));
+    const bool quitRequestTaken = AskToQuit();
     const QDeadlineTimer deadline(EndTimeoutMs);
-    const bool endedAlone = Process->state() == QProcess::NotRunning ||
-                            (quitRequestTaken && Process->waitForFinished(AloneTimeoutMs));
+    const bool endedAlone = process->state() == QProcess::NotRunning ||
+                            (quitRequestTaken && process->waitForFinished(AloneTimeoutMs));
     if (!endedAlone) {
-        Process->terminate();
-        if (!Process->waitForFinished(static_cast<int>(deadline.remainingTime())) &&
-            Process->state() != QProcess::NotRunning) {
-            Process->kill();
-            Process->waitForFinished(KillTimeoutMs);
+        process->terminate();
+        if (!process->waitForFinished(static_cast<int>(deadline.remainingTime())) &&
+            process->state() != QProcess::NotRunning) {
+            process->kill();
+            process->waitForFinished(KillTimeoutMs);
         }
     }
-    disconnect(Process.get(), SIGNAL(readyReadStandardOutput()), this, SLOT(Slot_readyReadStandardOutput()));
-    disconnect(Process.get(), SIGNAL(readyReadStandardError()), this, SLOT(Slot_readyReadStandardError()));
-    IsSetUp = false;
-    Process.reset();
+    disconnect(process.get(), SIGNAL(readyReadStandardOutput()), this, SLOT(Slot_readyReadStandardOutput()));
+    disconnect(process.get(), SIGNAL(readyReadStandardError()), this, SLOT(Slot_readyReadStandardError()));
+    process.release()->deleteLater(); // one of its own signals may have led here
 }

@@ -48,6 +48,9 @@ public:
     /// terminate: at once when nobody has taken the hook's request, and always at once on Windows, else 4500
     /// ms later. After 5000 ms it is killed. Blocks for up to 500 ms for the loop's farewell and 5000 ms for
     /// the end of the process, and shortly after a kill.
+    ///
+    /// The start hook and slots of stateChanged may call it. A process that is only being started then ends
+    /// as soon as its start has returned, before control returns to the event loop.
     virtual void Stop();
     /// Stops what runs, then starts the loop, which starts the process. False when there is nothing to start
     /// (empty Program) or something inside cannot be set up. A program that cannot be executed is no failure
@@ -99,9 +102,12 @@ private:
     /// Calls the stop hook. True when its request is known to have been taken by a process that waited for
     /// it; Windows does not tell, and a request to terminate disturbs nobody there: it is only a message.
     bool AskToQuit();
-    void EndProcess(bool quitRequestTaken);
+    /// Asks, terminates, kills; then the process goes, as soon as nobody is inside it any more.
+    void EndProcess(std::unique_ptr<QProcess> &process);
 
-    std::unique_ptr<QProcess> Process; // null while no process is set up
+    std::unique_ptr<QProcess> Process;              // null while no process is set up
+    std::unique_ptr<QProcess> StoppedWhileStarting; // set while its start has not returned yet
+    const QProcess *BeingStarted = nullptr;         // set while its start has not returned yet
     std::unique_ptr<QWaitForMultipleObjects> ControlEvents;
     std::unique_ptr<QWaitForMultipleObjects> DoneEvents;
     int StopEventId = -1;
