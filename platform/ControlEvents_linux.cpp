@@ -21,15 +21,6 @@ namespace {
 constexpr std::array HandledSignals = {SIGINT, SIGTERM};
 constexpr unsigned char EndOfReading = 0; // no signal has this number
 
-struct Installation
-{
-    ControlHandler Handler = nullptr;
-    int ReadEnd = -1;
-    std::array<struct sigaction, HandledSignals.size()> Previous = {};
-    std::thread Reader;
-};
-
-std::unique_ptr<Installation> Installed;
 int WriteEnd = -1; // what the signal handler needs; constant while a handler is installed
 
 void WriteByte(unsigned char byte)
@@ -69,6 +60,31 @@ void ReadSignals(ControlHandler handler, int readEnd)
     }
 }
 
+/// The handler in force; it is taken away with the object. That may happen as late as in exit(), which the
+/// toolkit calls when it loses the display.
+struct Installation
+{
+    int ReadEnd = -1;
+    std::array<struct sigaction, HandledSignals.size()> Previous = {};
+    std::thread Reader;
+
+    Installation() = default;
+    ~Installation()
+    {
+        for (std::size_t i = 0; i < HandledSignals.size(); ++i)
+            sigaction(HandledSignals[i], &Previous[i], nullptr);
+        WriteByte(EndOfReading);
+        Reader.join();
+        close(ReadEnd);
+        close(WriteEnd);
+        WriteEnd = -1;
+    }
+    Installation(const Installation &) = delete;
+    Installation &operator=(const Installation &) = delete;
+};
+
+std::unique_ptr<Installation> Installed;
+
 } // namespace
 
 bool InstallControlHandler(ControlHandler handler)
@@ -79,7 +95,6 @@ bool InstallControlHandler(ControlHandler handler)
         return false;
     fcntl(ends[1], F_SETFL, O_NONBLOCK); // a signal handler must not wait
     Installed = std::make_unique<Installation>();
-    Installed->Handler = handler;
     Installed->ReadEnd = ends[0];
     WriteEnd = ends[1];
     Installed->Reader = std::thread(ReadSignals, handler, Installed->ReadEnd);
@@ -94,15 +109,6 @@ bool InstallControlHandler(ControlHandler handler)
 
 void RemoveControlHandler()
 {
-    if (!Installed)
-        return;
-    for (std::size_t i = 0; i < HandledSignals.size(); ++i)
-        sigaction(HandledSignals[i], &Installed->Previous[i], nullptr);
-    WriteByte(EndOfReading);
-    Installed->Reader.join();
-    close(Installed->ReadEnd);
-    close(WriteEnd);
-    WriteEnd = -1;
     Installed.reset();
 }
 

@@ -8,6 +8,7 @@
 #include "tools/RecorderReport.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTest>
 
@@ -31,6 +32,7 @@ private slots:
 
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd_data();
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd();
+    void theLossOfTheDisplayEndsItWith1AndTheNextStartTakesTheRecorderOver();
 
 private:
     std::unique_ptr<tools::RecorderReport> Report;
@@ -86,6 +88,36 @@ void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd(
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
+}
+
+void TarnvikControl_EndTest::theLossOfTheDisplayEndsItWith1AndTheNextStartTakesTheRecorderOver()
+{
+    QProcess display;
+    display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s});
+    QVERIFY(display.waitForReadyRead(tests::Patience));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(display.readAllStandardOutput()).trimmed());
+    Station station;
+    station.Process.setProcessEnvironment(environment);
+    station.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 2"_s),
+                             tests::Patience);
+    const qint64 recorder = Report->lastProcess(u"started"_s);
+    display.terminate();
+    QVERIFY(station.endedWith(1));
+    const QRegularExpression line(u"^TarnvikControl \\d\\d:\\d\\d:\\d\\d: [^\n]*X11[^\n]*\n$"_s);
+    QVERIFY2(line.match(station.errorOutput()).hasMatch(), qPrintable(station.errorOutput()));
+    QVERIFY(display.waitForFinished(tests::Patience));
+    QVERIFY(Report->recorderListens());
+    QCOMPARE(Report->lastProcess(u"started"_s), recorder);
+
+    station.Process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    station.Start();
+    QTRY_COMPARE_WITH_TIMEOUT(Report->count(u"ends"_s, recorder), 1, tests::Patience);
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
+    QTRY_VERIFY(station.shows() && Report->recorderListens());
+    QCOMPARE(Report->count(u"quit-request"_s), 1); // it did not reach the new one
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_EndTest)

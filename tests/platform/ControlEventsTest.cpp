@@ -12,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <future>
 #include <thread>
@@ -91,6 +92,7 @@ private slots:
     void anEventThatIsNotHandledEndsTheProcessByItsSignal();
     void childProcessesStartWithTheDefaultActions();
     void whatIsPrintedIntoClosedStreamsIsNotTakenForSignals();
+    void exitWhileAHandlerIsInstalledEndsTheProcessWithItsCode();
 };
 
 void ControlEventsTest::aSignalReachesTheHandlerOnAThreadOfItsOwn_data()
@@ -192,8 +194,19 @@ void ControlEventsTest::whatIsPrintedIntoClosedStreamsIsNotTakenForSignals()
     QCOMPARE(child.exitCode(), static_cast<int>(platform::ControlTypeCtrlC));
 }
 
+void ControlEventsTest::exitWhileAHandlerIsInstalledEndsTheProcessWithItsCode()
+{
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), QStringList{u"exit"_s});
+    QVERIFY(child.waitForFinished());
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 7);
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 2 && std::strcmp(argv[1], "exit") == 0)
+        std::exit(platform::InstallControlHandler(Handle) ? 7 : 1); // as the toolkit does without a display
     if (argc == 2 && std::strcmp(argv[1], "closed streams") == 0)
         return FirstEventWithClosedStreams();
     const bool once = argc == 2 && std::strcmp(argv[1], "once") == 0;
