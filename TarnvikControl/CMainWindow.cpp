@@ -160,6 +160,9 @@ void CMainWindow::Raw_Menu_File_QuitApp()
         return;
     ReallyClose = true;
     QuitConfirmed = true;
+    // Without an event loop, while the start shows a box, quit() does nothing: the box is closed here, and
+    // whoever begins the loop asks isQuitConfirmed().
+    QApplication::closeAllWindows();
     QCoreApplication::quit();
 }
 

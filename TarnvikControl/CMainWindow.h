@@ -43,6 +43,8 @@ public:
     explicit CMainWindow(QWidget *parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
     /// Stops the recorder if it still runs.
     ~CMainWindow() override;
+    /// The user has quit the program, perhaps before there was an event loop to end.
+    [[nodiscard]] bool isQuitConfirmed() const { return QuitConfirmed; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -103,14 +105,12 @@ private:
     void ApplyStyleIfAvailable(const QString &name, ColourScheme scheme, int guiStyle);
     void SetAndStoreStyle(const QString &name, ColourScheme scheme, int guiStyle);
     void Warn(const QString &text);
-
     void BuildStatusView();
     void RefreshStatusView();
 
     std::unique_ptr<QSystemTrayIcon> TrayIcon;
     std::unique_ptr<QMenu> TrayMenu;
     QDeadlineTimer DoubleClickEnd; // a second click on the icon until then belongs to the one before
-
     MenuTable Menus;
 
     std::unique_ptr<QSettings> Settings;

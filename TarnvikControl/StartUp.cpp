@@ -76,6 +76,16 @@ void ShowOrHide(QWidget &window, int showCommand)
         ApplyShowCommand(window, showCommand);
 }
 
+/// Shows the window and runs the event loop; returns its exit code. What was ended before does not begin.
+int ShowAndRun(CMainWindow &window, int showCommand)
+{
+    if (window.isQuitConfirmed())
+        return 0;
+    ShowOrHide(window, showCommand);
+    // A request that came before the loop was answered by nobody, or by the loop of a message box.
+    return EndRequested ? 0 : QApplication::exec();
+}
+
 /// Ends the event loop, and first the dialogs: the loop of one that the system shows is not Qt's.
 void EndEventLoop()
 {
@@ -121,9 +131,7 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
     } else {
         window = std::make_unique<CMainWindow>();
         consoleOpened = OpenDebugConsole(arguments);
-        ShowOrHide(*window, showCommand);
-        // A request that came before the loop was answered by nobody, or by the loop of a message box.
-        exitCode = EndRequested ? 0 : QApplication::exec();
+        exitCode = ShowAndRun(*window, showCommand);
     }
     if (exitCode != 0) {
         const QString error = QCoreApplication::translate("main", "Error %1").arg(exitCode);
