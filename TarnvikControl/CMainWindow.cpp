@@ -149,7 +149,7 @@ bool CMainWindow::AskStopRecord()
     //: Title of the question before the program ends.
     QMessageBox box(QMessageBox::Question, tr("Close indication"),
                     tr("Do you want also to stop the running record?"), QMessageBox::Yes | QMessageBox::Abort,
-                    this, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+                    this); // its default flags: a dialog of fixed size
     StopQuestion = &box;
     return box.exec() == QMessageBox::Yes;
 }
