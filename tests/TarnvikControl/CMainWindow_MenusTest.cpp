@@ -5,6 +5,7 @@
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
+#include "TarnvikControl/WindowHiding.h"
 #include "tests/TarnvikControl/MenuEntries.h"
 #include "tests/support/DialogAnswers.h"
 #include "tests/support/TestMain.h"
@@ -114,6 +115,7 @@ private slots:
 
 void CMainWindow_MenusTest::initTestCase()
 {
+    HasTray = [] { return true; };
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     qputenv("TARNVIK_STANDIN_INTERVAL_MS", "0");
