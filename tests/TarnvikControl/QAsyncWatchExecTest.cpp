@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QMetaClassInfo>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -127,16 +128,21 @@ void QAsyncWatchExecTest::theWorkingFolderIsTheProgramsOwnUnlessGiven()
 {
     QFETCH(bool, given);
     const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    const auto restore = qScopeGuard([&before] { QDir::setCurrent(before); });
+    QVERIFY(QDir::setCurrent(QDir::rootPath())); // neither of the two
+    const tests::MessageLog log;
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
-    runner.Arguments = QStringList{u"wait"_s};
+    runner.Arguments = QStringList{u"folder"_s, u"wait"_s};
     runner.StartHook = RecordHook;
     if (given)
         runner.WorkingDirectory = folder.path();
     QVERIFY(runner.Start());
-    QTRY_VERIFY(runner.isProcessRunning());
-    QCOMPARE(HookCalls.at(0).WorkingDirectory,
-             given ? folder.path() : QCoreApplication::applicationDirPath());
+    QTRY_COMPARE(log.messages().size(), 1);
+    const QString expected = given ? folder.path() : QCoreApplication::applicationDirPath();
+    QCOMPARE(HookCalls.at(0).WorkingDirectory, expected);
+    QCOMPARE(QDir(log.messages().at(0).Text).canonicalPath(), QDir(expected).canonicalPath());
 }
 
 void QAsyncWatchExecTest::outputIsLoggedWithoutLineBreaks_data()

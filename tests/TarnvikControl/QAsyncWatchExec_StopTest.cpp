@@ -21,15 +21,31 @@ using tests::HookCalls;
 using tests::RecordHook;
 using tests::ScriptedProgram;
 
+namespace {
+
+QElapsedTimer HookTimer;
+qint64 HookTime = 0; // ms of HookTimer at the last call of NoteTime
+
+void NoteTime(void * /*context*/, QString & /*program*/, QString & /*folder*/, QStringList & /*arguments*/)
+{
+    HookTime = HookTimer.elapsed();
+}
+
+} // namespace
+
 class QAsyncWatchExec_StopTest : public tests::RunnerTest
 {
     Q_OBJECT
 
 private slots:
     void startOnARunningRunnerStopsTheOldProcessFirst();
+    void startWithAnEmptyProgramOnARunningRunnerStopsItAndFails();
     void startRightAfterStopReallyStarts();
     void stopWithARecorderThatObeysTheQuitSemaphoreReturnsAsSoonAsItHasEnded();
     void stopWithoutHookTerminatesAtOnce();
+    void aSecondStopDoesNothing();
+    void stopBeforeTheProcessIsUp_data();
+    void stopBeforeTheProcessIsUp();
     void stopDuringAPauseEndsAtOnce();
     void stopReportsNoStates();
     void stopEndsALoopThatIsLateForItsFarewell();
@@ -58,6 +74,25 @@ void QAsyncWatchExec_StopTest::startOnARunningRunnerStopsTheOldProcessFirst()
              1); // it came to its own end: it was not killed
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     QTRY_VERIFY(runner.isProcessRunning());
+}
+
+void QAsyncWatchExec_StopTest::startWithAnEmptyProgramOnARunningRunnerStopsItAndFails()
+{
+    QAsyncWatchExec runner;
+    runner.Program = tools::StandInProgram();
+    runner.StopHook = RecordHook;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(u"ready"_s), 1);
+    QTRY_VERIFY(runner.isProcessRunning());
+    runner.Program.clear();
+    QVERIFY(!runner.Start());
+    QCOMPARE(HookCalls.size(), 1);
+    QVERIFY(!runner.isRunning());
+    QVERIFY(!runner.isProcessRunning());
+    QVERIFY(!tools::IsAlive(Report->lastProcess(u"started"_s)));
+    runner.Program = tools::StandInProgram();
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(u"started"_s), 2);
 }
 
 void QAsyncWatchExec_StopTest::startRightAfterStopReallyStarts()
@@ -104,6 +139,55 @@ void QAsyncWatchExec_StopTest::stopWithoutHookTerminatesAtOnce()
     QCOMPARE(Report->count(u"ends"_s), 1);
 }
 
+void QAsyncWatchExec_StopTest::aSecondStopDoesNothing()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    runner.Arguments = QStringList{u"out:up"_s, u"wait"_s};
+    runner.StopHook = RecordHook;
+    const tests::MessageLog log;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(log.messages().size(), 1);
+    runner.Stop();
+    QCOMPARE(HookCalls.size(), 1);
+    QElapsedTimer timer;
+    timer.start();
+    runner.Stop();
+    QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed()))); // no farewell to wait for
+    QCOMPARE(HookCalls.size(), 1);
+}
+
+void QAsyncWatchExec_StopTest::stopBeforeTheProcessIsUp_data()
+{
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("before the loop's first request is delivered") << false;
+    QTest::newRow("as soon as it has been delivered") << true;
+}
+
+void QAsyncWatchExec_StopTest::stopBeforeTheProcessIsUp()
+{
+    QFETCH(bool, asked);
+    QAsyncWatchExec runner;
+    runner.Program = tools::StandInProgram();
+    const tests::Timeline timeline(runner);
+    QVERIFY(runner.Start());
+    while (timeline.startCount() == 0) // not by the event loop, which would start the process
+        QThread::yieldCurrentThread();
+    if (asked)
+        QCoreApplication::sendPostedEvents(&runner);
+    runner.Stop();
+    QVERIFY(!runner.isRunning());
+    QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
+    QCoreApplication::processEvents(); // the request itself is still queued
+    QCOMPARE(states.count(), 0);
+    QVERIFY(!runner.isProcessRunning());
+    const int before = Report->count(u"started"_s);
+    QVERIFY(before <= (asked ? 1 : 0));
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(Report->count(u"started"_s), before + 1);
+    QTRY_VERIFY(runner.isProcessRunning());
+}
+
 void QAsyncWatchExec_StopTest::stopDuringAPauseEndsAtOnce()
 {
     QAsyncWatchExec runner;
@@ -138,6 +222,7 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
     QAsyncWatchExec runner;
     runner.Program = ScriptedProgram;
     runner.Arguments = QStringList{u"wait"_s};
+    runner.StopHook = NoteTime;
     QSemaphore inside;
     QSemaphore leave;
     constexpr int longerThanTheFarewell = 1500; // ms; the runner waits 500 ms for it
@@ -150,10 +235,11 @@ void QAsyncWatchExec_StopTest::stopEndsALoopThatIsLateForItsFarewell()
         Qt::DirectConnection);
     QVERIFY(runner.Start());
     inside.acquire();
-    QElapsedTimer timer;
-    timer.start();
+    HookTimer.start();
     runner.Stop();
-    QVERIFY2(timer.elapsed() >= 500 && timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    // The loop is held longer: this is when the runner ceased to wait for it.
+    QVERIFY2(HookTime >= 500 && HookTime < 1000, qPrintable(QString::number(HookTime)));
+    QVERIFY(HookTimer.elapsed() >= longerThanTheFarewell);
     QVERIFY(!runner.isRunning());
     disconnect(connection);
     QVERIFY(runner.Start());

@@ -2,6 +2,7 @@
 // A tiny program for tests of the runner. Each argument is a step, done in order:
 //   out:TEXT  err:TEXT   print TEXT in one write, with \r and \n written as two characters each
 //   many:N:TEXT          print TEXT N times in one write
+//   folder               print the working folder
 //   exit:N               end with code N
 //   crash                end by a crash
 //   wait                 wait until somebody asks the process to terminate, or ends it
@@ -10,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -57,6 +59,8 @@ int main(int argc, char **argv)
             Print(step.substr(4), stderr);
         else if (step.rfind("many:", 0) == 0)
             PrintMany(step.substr(5));
+        else if (step == "folder")
+            Print(std::filesystem::current_path().generic_string(), stdout);
         else if (step.rfind("exit:", 0) == 0)
             return std::atoi(step.c_str() + 5);
         else if (step == "crash")
