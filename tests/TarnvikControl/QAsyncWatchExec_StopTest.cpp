@@ -175,12 +175,16 @@ void QAsyncWatchExec_StopTest::stopBeforeTheProcessIsUp()
         QThread::yieldCurrentThread();
     if (asked)
         QCoreApplication::sendPostedEvents(&runner);
+    const qint64 process = runner.findChild<QProcess *>()->processId();
+    QCOMPARE(process != 0, asked);
     runner.Stop();
     QVERIFY(!runner.isRunning());
+    QVERIFY(!asked || !tools::IsAlive(process));
     QSignalSpy states(&runner, &QAsyncWatchExec::stateChanged);
     QCoreApplication::processEvents(); // the request itself is still queued
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(states.count(), 0);
-    QVERIFY(!runner.isProcessRunning());
+    QVERIFY(runner.findChildren<QProcess *>().isEmpty());
     const int before = Report->count(u"started"_s);
     QVERIFY(before <= (asked ? 1 : 0));
     QVERIFY(runner.Start());
