@@ -3,6 +3,7 @@
 // and requests to end while a dialog is open.
 #include "tests/TarnvikControl/AlignmentDesktop.h"
 #include "tests/TarnvikControl/Station.h"
+#include "tests/TarnvikControl/TrayIcon.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/support/DesktopTestMain.h"
@@ -35,10 +36,10 @@ using tests::OnlyWindow;
 using tests::QuitTitle;
 using tests::Station;
 using tests::Title;
+using tests::TrayIcon;
 using tests::VirtualDesktop;
 
 namespace {
-
 
 /// A file manager's window: what is dragged from it are files.
 class FileWindow : public QWidget
@@ -78,11 +79,6 @@ struct Step
     QString Window;
     QStringList Keys;
 };
-
-QPoint TrayIcon()
-{
-    return VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).center();
-}
 
 } // namespace
 
@@ -184,8 +180,10 @@ void TarnvikControl_AlignmentTest::theTrayHidesShowsAndQuits()
     QTRY_VERIFY(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).width() > 10); // with the icon
     QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
+    QVERIFY(tests::AwaitTrayClicks());
     QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(station.shows());
+    QVERIFY(tests::AwaitTrayClicks());
     QVERIFY(VirtualDesktop::Click(TrayIcon()));
     QTRY_VERIFY(VirtualDesktop::windows(Title).isEmpty());
     QVERIFY(Report->recorderListens());

@@ -82,7 +82,8 @@ void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd(
         return valid ? status.SequenceNr : 0;
     };
     const auto before = statuses();
-    QTRY_VERIFY(statuses() > before + 20 || station.Process.state() != QProcess::Running);
+    QTRY_VERIFY_WITH_TIMEOUT(statuses() > before + 20 || station.Process.state() != QProcess::Running,
+                             tests::Patience);
     QVERIFY(station.shows());
     QCOMPARE(Report->count(u"started"_s), 1);
     QVERIFY(station.Signal(SIGINT));

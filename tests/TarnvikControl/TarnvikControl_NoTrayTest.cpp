@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The whole program on a desktop that has no tray, or has one only later.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/TarnvikControl/TrayIcon.h"
 #include "tests/support/DesktopTestMain.h"
 #include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
@@ -101,7 +102,7 @@ void TarnvikControl_NoTrayTest::withATrayThatCameLaterTheWindowIsHidden()
         QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(u"panel"_s).isEmpty(), tests::Patience); // with the icon
         QVERIFY(VirtualDesktop::Press(OnlyWindow(tests::Title), {u"alt+F4"_s}));
         QTRY_VERIFY(!station.shows());
-        QVERIFY(VirtualDesktop::Click(VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).center()));
+        QVERIFY(VirtualDesktop::Click(tests::TrayIcon()));
         QTRY_VERIFY(station.shows());
     }
     QTRY_VERIFY_WITH_TIMEOUT(!QSystemTrayIcon::isSystemTrayAvailable(), tests::Patience);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The icon in the tray under the mouse of a user.
 #include "tests/TarnvikControl/Station.h"
+#include "tests/TarnvikControl/TrayIcon.h"
 #include "tests/support/DesktopTestMain.h"
 #include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
@@ -11,28 +12,11 @@
 
 using namespace Qt::StringLiterals;
 
+using tests::AwaitTrayClicks;
 using tests::OnlyWindow;
 using tests::Station;
+using tests::TrayIcon;
 using tests::VirtualDesktop;
-
-namespace {
-
-/// The middle of the only icon in the tray.
-QPoint Icon()
-{
-    return VirtualDesktop::geometry(OnlyWindow(u"panel"_s)).center();
-}
-
-/// Returns when all clicks before have been dealt with: the menu of the icon opens after them.
-bool AwaitClicks()
-{
-    return VirtualDesktop::Click(Icon(), 3) &&
-           QTest::qWaitFor([] { return !VirtualDesktop::openMenu().isEmpty(); }, tests::Patience) &&
-           VirtualDesktop::Press({u"Escape"_s}) &&
-           QTest::qWaitFor([] { return VirtualDesktop::openMenu().isEmpty(); }, tests::Patience);
-}
-
-} // namespace
 
 class TarnvikControl_TrayTest : public QObject
 {
@@ -70,10 +54,10 @@ void TarnvikControl_TrayTest::clicksSwitchTheWindow()
     QTRY_VERIFY_WITH_TIMEOUT(report.recorderListens(), tests::Patience);
     QTRY_VERIFY_WITH_TIMEOUT(station.shows() != startHidden, tests::Patience);
     QTRY_VERIFY_WITH_TIMEOUT(!OnlyWindow(u"panel"_s).isEmpty(), tests::Patience);
-    QVERIFY(AwaitClicks()); // the icon is where it stays
+    QVERIFY(AwaitTrayClicks()); // the icon is where it stays
     for (const bool shown : {startHidden, !startHidden}) {
-        QVERIFY(twice ? VirtualDesktop::DoubleClick(Icon()) : VirtualDesktop::Click(Icon()));
-        QVERIFY(AwaitClicks());
+        QVERIFY(twice ? VirtualDesktop::DoubleClick(TrayIcon()) : VirtualDesktop::Click(TrayIcon()));
+        QVERIFY(AwaitTrayClicks());
         QTRY_COMPARE(station.shows(), shown);
     }
     QVERIFY(station.Signal(SIGTERM));
