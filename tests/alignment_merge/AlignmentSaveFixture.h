@@ -35,8 +35,8 @@ protected:
 
     AlignmentRowList Rows;
     QString DriversFolder; // that a save writes to; the fresh one unless a test sets another one
-    QStringList Asked;    // about drivers without changes
-    QStringList Proposed; // file names
+    QStringList Asked;     // about drivers without changes
+    QStringList Proposed;  // file names
     bool AnswerToUnchanged = true;
     std::function<QString(const QString &)> AnswerToFile; // the proposal unless a test sets another one
 
