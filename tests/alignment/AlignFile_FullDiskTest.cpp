@@ -36,8 +36,9 @@ void AlignFile_FullDiskTest::init()
     TARNVIK_NEEDS_SMALL_DISK();
     QVERIFY(tests::EmptySmallDisk());
     Path = tests::SmallDisk() + u"/TarnvikDriver_RtlSdr.ad"_s;
-    const qint64 block = tests::SmallDiskBlock();
-    const auto blocks = [block](qint64 size) { return (size + block - 1) / block; };
+    const auto blocks = [](qint64 size) {
+        return (size + tests::SmallDiskBlock - 1) / tests::SmallDiskBlock;
+    };
     tools::AlignmentGenerator generator(1);
     Larger.SdrType = SdrType::RtlSdr;
     AlignStore::ClearList(Larger.Tables);

@@ -62,11 +62,11 @@ void DiskSpaceTest::countsWholeBlocks()
     if (oldBlocks >= 0) {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray(oldBlocks * tests::SmallDiskBlock() - 1, 'x'));
+        file.write(QByteArray(oldBlocks * tests::SmallDiskBlock - 1, 'x'));
         QVERIFY(file.flush());
     }
     QVERIFY(tests::FillSmallDisk(freeBlocks));
-    const auto size = static_cast<std::uint64_t>(blocks * tests::SmallDiskBlock() + bytes);
+    const auto size = static_cast<std::uint64_t>(blocks * tests::SmallDiskBlock + bytes);
     QCOMPARE(platform::HasRoomFor(path, size), fits);
 }
 

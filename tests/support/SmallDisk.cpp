@@ -3,7 +3,8 @@
 
 #include <QDir>
 #include <QFile>
-#include <QStorageInfo>
+
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -27,16 +28,12 @@ bool EmptySmallDisk()
 
 bool FillSmallDisk(qint64 freeBlocks)
 {
-    const QStorageInfo disk(SmallDisk());
-    const qint64 size = disk.bytesAvailable() - freeBlocks * disk.blockSize();
+    const std::filesystem::path disk((SmallDisk() + u'/').toStdU16String());
+    const qint64 size =
+        static_cast<qint64>(std::filesystem::space(disk).available) - freeBlocks * SmallDiskBlock;
     QFile filler(SmallDisk() + u"/filler"_s);
     return size >= 0 && filler.open(QIODevice::WriteOnly) && filler.write(QByteArray(size, 'x')) == size &&
            filler.flush();
-}
-
-qint64 SmallDiskBlock()
-{
-    return QStorageInfo(SmallDisk()).blockSize();
 }
 
 } // namespace tests

@@ -16,8 +16,8 @@ namespace tests {
 /// Makes a file there that leaves so many blocks free; false when there is less.
 [[nodiscard]] bool FillSmallDisk(qint64 freeBlocks);
 
-/// The size of its blocks in bytes.
-[[nodiscard]] qint64 SmallDiskBlock();
+/// The size of its blocks in bytes, which is that of a page.
+inline constexpr qint64 SmallDiskBlock = 4096;
 
 } // namespace tests
 
