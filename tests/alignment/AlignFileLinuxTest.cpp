@@ -6,6 +6,7 @@
 #include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/WithoutPrivileges_linux.h"
 #include "tools/AlignmentGenerator.h"
 
 #include <QDir>
@@ -44,40 +45,6 @@ private:
     rlimit Former = {};
     bool Valid = false;
 };
-
-/// File permissions hold as long as the object lives, also when the tests run as root: the process then acts
-/// as a user who owns nothing.
-class WithoutPrivileges
-{
-public:
-    WithoutPrivileges() : WasRoot(geteuid() == 0), Valid(!WasRoot || seteuid(Nobody) == 0) {}
-    ~WithoutPrivileges()
-    {
-        if (WasRoot && seteuid(0) != 0)
-            qFatal("the privileges do not come back");
-    }
-    Q_DISABLE_COPY_MOVE(WithoutPrivileges)
-
-    [[nodiscard]] bool isValid() const { return Valid; }
-
-private:
-    static constexpr uid_t Nobody = 65534;
-    bool WasRoot;
-    bool Valid;
-};
-
-/// Lets everybody pass through the folders of the test down to `folder`.
-bool OpenFoldersTo(const QString &folder)
-{
-    const QString shared = QDir::cleanPath(QDir::rootPath() + u"tmp"_s);
-    for (QDir dir(folder); dir.path() != shared && !dir.isRoot(); dir = QDir(QFileInfo(dir.path()).path())) {
-        const QFileDevice::Permissions pass = QFileDevice::ExeGroup | QFileDevice::ExeOther;
-        const QFileDevice::Permissions permissions = QFile::permissions(dir.path());
-        if ((permissions & pass) != pass && !QFile::setPermissions(dir.path(), permissions | pass))
-            return false;
-    }
-    return true;
-}
 
 constexpr QFileDevice::Permissions EverybodyReadsAndWrites =
     QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::WriteGroup |
@@ -184,12 +151,12 @@ void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas(
     QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
     QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
     QVERIFY(QFile::setPermissions(readable, EverybodyReadsAndWrites));
-    QVERIFY(OpenFoldersTo(Folder->path()));
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;
     AlignResult allowed = AlignResult::FileError;
     {
-        const WithoutPrivileges permissionsHold;
+        const tests::WithoutPrivileges permissionsHold;
         QVERIFY(permissionsHold.isValid());
         refused = store.LoadFile(Path, store.Tables, true);
         allowed = store.LoadFile(readable, store.ImportTables, true); // it is the file, not its folder
@@ -208,12 +175,12 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
     QVERIFY(tests::WriteFileBytes(writable, "replaced"));
     QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
     QVERIFY(QFile::setPermissions(writable, EverybodyReadsAndWrites));
-    QVERIFY(OpenFoldersTo(Folder->path()));
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;
     AlignResult allowed = AlignResult::FileError;
     {
-        const WithoutPrivileges permissionsHold;
+        const tests::WithoutPrivileges permissionsHold;
         QVERIFY(permissionsHold.isValid());
         refused = store.SaveFile(Path);
         allowed = store.SaveFile(writable);

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Writes a file whole or not at all.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <iosfwd>
+#include <system_error>
+
+namespace platform {
+
+/// The steps of ReplaceFile, in order.
+enum class ReplaceStep { None, Check, Create, Write, Sync, Replace, SyncFolder };
+
+/// The step that failed, None when all is done, and why.
+struct ReplaceResult
+{
+    ReplaceStep Failed = ReplaceStep::None;
+    std::error_code Reason;
+};
+
+/// Replaces the file at `path`, or makes it, by what `write` puts into a binary stream: into a temporary file
+/// in the same folder, which then takes its place. Whoever finds the file, after the program or the system
+/// was stopped at any moment, finds it as it was or as it is to be; it is as it was after every failure but
+/// that of the last step. `write` is false when it failed.
+///
+/// A symbolic link stays one, and its target is replaced. Rights stay as they were; a file that may not be
+/// written to is not replaced. Only a kill leaves a temporary file behind; its name is that of the file, some
+/// letters and ".tmp". On Windows somebody who holds the file open is waited for, for up to 2 s.
+[[nodiscard]] ReplaceResult ReplaceFile(const std::filesystem::path &path,
+                                        const std::function<bool(std::ostream &)> &write);
+
+} // namespace platform

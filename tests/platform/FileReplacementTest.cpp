@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+// A file is replaced whole or not at all.
+#include "platform/FileReplacement.h"
+
+#include "platform/FilePath.h"
+#include "tests/support/FolderFixture.h"
+#include "tests/support/SmallDisk.h"
+#include "tests/support/TestMain.h"
+
+#ifdef Q_OS_LINUX
+#include "tests/support/WithoutPrivileges_linux.h"
+#endif
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+#include <ostream>
+
+using namespace Qt::StringLiterals;
+
+using platform::ReplaceStep;
+
+class FileReplacementTest : public tests::FolderFixture
+{
+    Q_OBJECT
+
+private slots:
+    void aFileIsMadeAndReplaced();
+#ifdef Q_OS_LINUX // Qt does not tell the rights of Windows, and its links are files like any other
+    void rightsStay();
+    void aLinkStaysALink();
+#endif
+    void afterAFailureAllIsAsBefore_data();
+    void afterAFailureAllIsAsBefore();
+    void aReadOnlyFileIsNotReplaced();
+    void aFullDiskLeavesTheOldFile();
+
+private:
+    static platform::ReplaceResult Replace(const QString &file, const QByteArray &bytes)
+    {
+        return platform::ReplaceFile(*platform::FileSystemPath(file), [&](std::ostream &stream) {
+            return static_cast<bool>(stream.write(bytes.constData(), bytes.size()));
+        });
+    }
+    static QByteArray Contents(const QString &file)
+    {
+        QFile opened(file);
+        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+    }
+    [[nodiscard]] QStringList entries() const
+    {
+        return QDir(Folder->path())
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    }
+};
+
+void FileReplacementTest::aFileIsMadeAndReplaced()
+{
+    const QString file = path(u"fíle.ad"_s);
+    for (const QByteArray &bytes : {QByteArray("old\r\n\n"), QByteArray(300'000, 'x'), QByteArray()}) {
+        QCOMPARE(Replace(file, bytes).Failed, ReplaceStep::None);
+        QCOMPARE(Contents(file), bytes);
+        QCOMPARE(entries(), QStringList(u"fíle.ad"_s)); // nothing is left behind
+    }
+}
+
+#ifdef Q_OS_LINUX
+void FileReplacementTest::rightsStay()
+{
+    const QString file = path(u"f"_s);
+    QCOMPARE(Replace(file, "1").Failed, ReplaceStep::None);
+    QFile plain(path(u"plain"_s));
+    QVERIFY(plain.open(QIODevice::WriteOnly));
+    QCOMPARE(QFile::permissions(file), plain.permissions()); // those of any new file
+    const QFileDevice::Permissions rights = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                            QFileDevice::ReadUser | QFileDevice::WriteUser |
+                                            QFileDevice::ExeOther | QFileDevice::ReadGroup;
+    QVERIFY(QFile::setPermissions(file, rights));
+    const QFileDevice::Permissions before = QFile::permissions(file); // with what root may do in any case
+    QVERIFY(before != plain.permissions());
+    QCOMPARE(Replace(file, "2").Failed, ReplaceStep::None);
+    QCOMPARE(QFile::permissions(file), before);
+}
+
+void FileReplacementTest::aLinkStaysALink()
+{
+    QVERIFY(QDir(Folder->path()).mkdir(u"there"_s));
+    const QString target = path(u"there/f"_s);
+    QCOMPARE(Replace(target, "1").Failed, ReplaceStep::None);
+    QVERIFY(QFile::link(target, path(u"link"_s)));
+    QCOMPARE(Replace(path(u"link"_s), "2").Failed, ReplaceStep::None);
+    QVERIFY(QFileInfo(path(u"link"_s)).isSymLink());
+    QCOMPARE(Contents(target), QByteArray("2"));
+    QVERIFY(QFile::remove(target));
+    QCOMPARE(Replace(path(u"link"_s), "3").Failed, ReplaceStep::Check); // it points to nothing
+}
+
+#endif
+
+void FileReplacementTest::afterAFailureAllIsAsBefore_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("writes");
+    QTest::addColumn<ReplaceStep>("step");
+    QTest::newRow("the writing fails") << u"f"_s << false << ReplaceStep::Write;
+    QTest::newRow("a folder is in the way") << u"folder"_s << true << ReplaceStep::Check;
+    QTest::newRow("the folder is missing") << u"missing/f"_s << true << ReplaceStep::Create;
+}
+
+void FileReplacementTest::afterAFailureAllIsAsBefore()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, writes);
+    QFETCH(ReplaceStep, step);
+    QVERIFY(QDir(Folder->path()).mkdir(u"folder"_s));
+    QCOMPARE(Replace(path(u"f"_s), "old").Failed, ReplaceStep::None);
+    const QStringList before = entries();
+    const platform::ReplaceResult result =
+        platform::ReplaceFile(*platform::FileSystemPath(path(file)), [writes](std::ostream &stream) {
+            stream << "new";
+            return writes;
+        });
+    QCOMPARE(result.Failed, step);
+    QVERIFY(result.Reason);
+    QCOMPARE(Contents(path(u"f"_s)), QByteArray("old"));
+    QCOMPARE(entries(), before);
+}
+
+void FileReplacementTest::aReadOnlyFileIsNotReplaced()
+{
+    const QString file = path(u"f"_s);
+    QCOMPARE(Replace(file, "old").Failed, ReplaceStep::None);
+    const QFileDevice::Permissions rights =
+        QFileDevice::ReadOwner | QFileDevice::ReadUser | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    QVERIFY(QFile::setPermissions(file, rights));
+#ifdef Q_OS_LINUX
+    // The folder may be written to, so that nothing but the file's own rights is in the way.
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QVERIFY(QFile::setPermissions(Folder->path(), QFile::permissions(Folder->path()) |
+                                                      QFileDevice::WriteOther | QFileDevice::ReadOther));
+    auto user = std::make_unique<tests::WithoutPrivileges>();
+    QVERIFY(user->isValid());
+#endif
+    QCOMPARE(Replace(file, "new").Failed, ReplaceStep::Check);
+#ifdef Q_OS_LINUX
+    user.reset();
+#endif
+    QCOMPARE(Contents(file), QByteArray("old"));
+    QCOMPARE(entries(), QStringList(u"f"_s));
+}
+
+void FileReplacementTest::aFullDiskLeavesTheOldFile()
+{
+    TARNVIK_NEEDS_SMALL_DISK();
+    QVERIFY(tests::EmptySmallDisk());
+    const QString file = tests::SmallDisk() + u"/f"_s;
+    const QByteArray old(10 * tests::SmallDiskBlock, 'o');
+    QCOMPARE(Replace(file, old).Failed, ReplaceStep::None);
+    QVERIFY(tests::FillSmallDisk(2));
+    QCOMPARE(Replace(file, QByteArray(old.size(), 'n')).Failed, ReplaceStep::Write);
+    QCOMPARE(Contents(file), old);
+    QCOMPARE(QDir(tests::SmallDisk()).entryList(QDir::Files), (QStringList{u"f"_s, u"filler"_s}));
+}
+
+TARNVIK_TEST_MAIN(FileReplacementTest, QCoreApplication)
+
+#include "FileReplacementTest.moc"
