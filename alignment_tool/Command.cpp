@@ -81,9 +81,23 @@ QString Translated(const char *text)
     return QCoreApplication::translate("TarnvikAlign", text);
 }
 
+void DeclareFile(QCommandLineParser &parser)
+{
+    parser.addPositionalArgument(
+        u"FILE"_s,
+        Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "An alignment file; \"-\": standard input.")));
+}
+
+Exit WantsOneFile(Terminal &terminal)
+{
+    terminal.Complain(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "one file is wanted; see \"--help\"")));
+    return Exit::WrongUsage;
+}
+
 std::span<const Command> Commands()
 {
-    static const std::array commands = {ListCommand, VerifyCommand};
+    static const std::array commands = {ListCommand, ShowCommand, VerifyCommand, ExportCommand,
+                                        ImportCommand};
     return commands;
 }
 

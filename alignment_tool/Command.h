@@ -41,7 +41,14 @@ struct Command
 /// Runs the command that the arguments name, the program's name first.
 [[nodiscard]] Exit RunCommandLine(const QStringList &arguments, Terminal &terminal);
 
+/// The one file that most commands want, and what is said when it is not one.
+void DeclareFile(QCommandLineParser &parser);
+[[nodiscard]] Exit WantsOneFile(Terminal &terminal);
+
+extern const Command ExportCommand;
+extern const Command ImportCommand;
 extern const Command ListCommand;
+extern const Command ShowCommand;
 extern const Command VerifyCommand;
 
 } // namespace aligntool

@@ -36,11 +36,14 @@ QJsonObject TableHead(const AlignTable &table, SdrType sdrType)
     return object;
 }
 
-void JsonArray::Begin()
+void JsonArray::Begin(const QString &format, const QJsonObject &head)
 {
-    Out.PrintBytes(
-        u"{\"format\": \"tarnvik-align/%1\", \"version\": \"%2\", \"%3\": ["_s.arg(Kind, JsonVersion, Name)
-            .toUtf8());
+    QJsonObject document = head;
+    document.insert(u"format"_s, format);
+    document.insert(u"version"_s, JsonVersion);
+    QByteArray text = QJsonDocument(document).toJson(QJsonDocument::Compact);
+    text.chop(1); // the document goes on
+    Out.PrintBytes(text + ",\"tables\":[");
 }
 
 void JsonArray::Add(const QJsonObject &entry)

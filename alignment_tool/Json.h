@@ -15,6 +15,9 @@ namespace aligntool {
 /// the first.
 inline const QString JsonVersion = QStringLiteral("1.0");
 
+/// What "format" says in a document of whole tables.
+inline const QString TablesFormat = QStringLiteral("tarnvik-align/tables");
+
 /// The option --json.
 [[nodiscard]] QCommandLineOption JsonOption();
 
@@ -29,19 +32,15 @@ void PutText(QJsonObject &object, const QString &key, const QString &text);
 class JsonArray
 {
 public:
-    /// The document is {"format": "tarnvik-align/<kind>", "version": ..., "<name>": [...]}.
-    JsonArray(Terminal &terminal, const QString &kind, const QString &name)
-        : Out(terminal), Kind(kind), Name(name)
-    {}
+    explicit JsonArray(Terminal &terminal) : Out(terminal) {}
 
-    void Begin();
+    /// The document is {"format": <format>, "version": ..., <the members of `head`>, "tables": [...]}.
+    void Begin(const QString &format, const QJsonObject &head = {});
     void Add(const QJsonObject &entry);
     void End();
 
 private:
     Terminal &Out;
-    QString Kind;
-    QString Name;
     bool IsFirst = true;
 };
 

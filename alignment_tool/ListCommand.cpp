@@ -52,12 +52,12 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
 {
     const bool json = parser.isSet(JsonOption());
     Exit exit = Exit::Done;
-    JsonArray tables(terminal, u"list"_s, u"tables"_s);
+    JsonArray tables(terminal);
     if (json)
-        tables.Begin();
+        tables.Begin(u"tarnvik-align/list"_s);
     for (const QString &path : FilesOf(parser.positionalArguments())) {
         TableFile file(path);
-        const AlignResult result = file.Read([&](const AlignTable &table) {
+        const AlignResult result = file.ReadHeads([&](const AlignTable &table) {
             if (json)
                 tables.Add(ObjectOf(table, file));
             else

@@ -85,17 +85,27 @@ QStringList FilesOf(const QStringList &arguments)
     return files;
 }
 
-AlignResult TableFile::Read(const std::function<void(const AlignTable &)> &table)
+AlignResult TableFile::ReadTables(const Visitor &visitor)
+{
+    return Read(&AlignTableReader::ReadNext, visitor);
+}
+
+AlignResult TableFile::ReadHeads(const Visitor &visitor)
+{
+    return Read(&AlignTableReader::CheckNext, visitor);
+}
+
+AlignResult TableFile::Read(AlignResult (AlignTableReader::*next)(AlignTable &), const Visitor &visitor)
 {
     TablesRead = 0;
     Result = Path == StandardInput ? Reader.Open(std::cin) : Reader.Open(Path);
     AlignTable current;
     while (Result == AlignResult::Ok && Reader.hasNext()) {
-        Result = Reader.CheckNext(current);
+        Result = (Reader.*next)(current);
         if (Result != AlignResult::Ok)
             break;
         ++TablesRead;
-        table(current);
+        visitor(current);
     }
     return Result;
 }

@@ -23,10 +23,14 @@ class TableFile
 public:
     explicit TableFile(const QString &path) : Path(path) {}
 
-    /// Reads all tables, without keeping their data sets, and hands each to `table`, which finds the number
-    /// of tables read so far in tablesRead. The object that it gets is used again for the next one. Ok, or
-    /// the reason why the reading ended.
-    AlignResult Read(const std::function<void(const AlignTable &)> &table);
+    using Visitor = std::function<void(const AlignTable &)>;
+
+    /// Reads all tables and hands each to the visitor, which finds the number of tables read so far in
+    /// tablesRead. The object that it gets is used again for the next one. Ok, or the reason why the reading
+    /// ended.
+    AlignResult ReadTables(const Visitor &visitor);
+    /// The same with data sets that are checked and not kept, which is faster.
+    AlignResult ReadHeads(const Visitor &visitor);
 
     /// Why the last reading failed: the place, the reason, and what helps. One line without the file's name.
     [[nodiscard]] QString failure() const;
@@ -43,6 +47,8 @@ public:
     [[nodiscard]] unsigned tablesRead() const { return TablesRead; }
 
 private:
+    AlignResult Read(AlignResult (AlignTableReader::*next)(AlignTable &), const Visitor &visitor);
+
     AlignTableReader Reader;
     QString Path;
     AlignResult Result = AlignResult::Ok;

@@ -91,7 +91,7 @@ Exit Verify(const QString &path, Terminal &terminal)
 {
     TableFile file(path);
     Warnings warnings(file, terminal);
-    if (file.Read([&](const AlignTable &table) { warnings.Look(table); }) != AlignResult::Ok) {
+    if (file.ReadHeads([&](const AlignTable &table) { warnings.Look(table); }) != AlignResult::Ok) {
         if (file.failureExit() == Exit::FileFailed)
             terminal.Complain(u"%1: %2"_s.arg(file.name(), file.failure()));
         else

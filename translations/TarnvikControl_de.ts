@@ -662,6 +662,166 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <source>Reads alignment files to the end and says what is wrong with them.</source>
         <translation>Liest Abgleichdateien bis zum Ende und sagt, was an ihnen nicht stimmt.</translation>
     </message>
+    <message>
+        <source>An alignment file; &quot;-&quot;: standard input.</source>
+        <translation>Eine Abgleichdatei; „-“: Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>one file is wanted; see &quot;--help&quot;</source>
+        <translation>es fehlt die eine Datei; siehe „--help“</translation>
+    </message>
+    <message>
+        <source>Prints all that an alignment file holds, as JSON.</source>
+        <translation>Gibt alles, was eine Abgleichdatei enthält, als JSON aus.</translation>
+    </message>
+    <message>
+        <source>Only the table of this whole hardware id; may stand several times.</source>
+        <translation>Nur die Tabelle mit genau dieser Hardware-Kennung; darf mehrmals stehen.</translation>
+    </message>
+    <message>
+        <source>%1: there is no table &quot;%2&quot;; &quot;list&quot; shows the ids</source>
+        <translation>%1: es gibt keine Tabelle „%2“; „list“ zeigt die Kennungen</translation>
+    </message>
+    <message>
+        <source>A document as &quot;export&quot; prints it; &quot;-&quot;: standard input.</source>
+        <translation>Ein Dokument, wie „export“ es ausgibt; „-“: Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>the file cannot be read; check name and rights</source>
+        <translation>die Datei lässt sich nicht lesen; prüfen Sie Namen und Rechte</translation>
+    </message>
+    <message>
+        <source>sdrType: another one than in the documents before; a file has one type</source>
+        <translation>sdrType: ein anderer als in den Dokumenten davor; eine Datei hat nur einen Typ</translation>
+    </message>
+    <message>
+        <source>documents and --output are wanted; see &quot;--help&quot;</source>
+        <translation>es fehlen Dokumente oder --output; siehe „--help“</translation>
+    </message>
+    <message>
+        <source>Makes an alignment file of JSON.</source>
+        <translation>Macht aus JSON eine Abgleichdatei.</translation>
+    </message>
+    <message>
+        <source>a list is wanted</source>
+        <translation>hier gehört eine Liste hin</translation>
+    </message>
+    <message>
+        <source>more than %1 %2</source>
+        <translation>mehr als %1 %2</translation>
+    </message>
+    <message>
+        <source>a list of %1 is wanted</source>
+        <translation>hier gehört eine Liste von %1 hin</translation>
+    </message>
+    <message>
+        <source>hexadecimal digits are wanted, two for each byte</source>
+        <translation>hier gehören hexadezimale Ziffern hin, zwei für jedes Byte</translation>
+    </message>
+    <message>
+        <source>more than %1 bytes</source>
+        <translation>mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>a text is wanted</source>
+        <translation>hier gehört ein Text hin</translation>
+    </message>
+    <message>
+        <source>a number from 0 to %1 in quotes is wanted</source>
+        <translation>hier gehört eine Zahl von 0 bis %1 in Anführungszeichen hin</translation>
+    </message>
+    <message>
+        <source>a number from 0 to %1 is wanted</source>
+        <translation>hier gehört eine Zahl von 0 bis %1 hin</translation>
+    </message>
+    <message>
+        <source>an object is wanted</source>
+        <translation>hier gehört ein Objekt hin</translation>
+    </message>
+    <message>
+        <source>there is no such member</source>
+        <translation>ein solches Feld gibt es nicht</translation>
+    </message>
+    <message>
+        <source>the file cannot be replaced</source>
+        <translation>die Datei lässt sich nicht ersetzen</translation>
+    </message>
+    <message>
+        <source>no temporary file can be made beside it</source>
+        <translation>daneben lässt sich keine vorläufige Datei anlegen</translation>
+    </message>
+    <message>
+        <source>the temporary file beside it cannot be written</source>
+        <translation>die vorläufige Datei daneben lässt sich nicht schreiben</translation>
+    </message>
+    <message>
+        <source>the temporary file does not reach the disk</source>
+        <translation>die vorläufige Datei kommt nicht auf den Datenträger</translation>
+    </message>
+    <message>
+        <source>the temporary file cannot take its place</source>
+        <translation>die vorläufige Datei kann nicht an ihre Stelle treten</translation>
+    </message>
+    <message>
+        <source>it is written, but its folder does not reach the disk</source>
+        <translation>sie ist geschrieben, aber ihr Ordner kommt nicht auf den Datenträger</translation>
+    </message>
+    <message>
+        <source>Writes this file; &quot;-&quot;: standard output.</source>
+        <translation>Schreibt diese Datei; „-“: Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>sample rate %1 (attribute %2), gain entries: %3</source>
+        <translation>Abtastrate %1 (Attribut %2), Verstärkungseinträge: %3</translation>
+    </message>
+    <message>
+        <source>frequency %1 (attribute %2)</source>
+        <translation>Frequenz %1 (Attribut %2)</translation>
+    </message>
+    <message>
+        <source>data set %1: attributes %2 %3 %4 %5, words %6 %7, frequencies: %8</source>
+        <translation>Datensatz %1: Attribute %2 %3 %4 %5, Wörter %6 %7, Frequenzen: %8</translation>
+    </message>
+    <message>
+        <source>%1, aligned at %2, data sets: %3 of %4</source>
+        <translation>%1, abgeglichen am %2, Datensätze: %3 von %4</translation>
+    </message>
+    <message>
+        <source>Shows the whole contents of an alignment file.</source>
+        <translation>Zeigt den ganzen Inhalt einer Abgleichdatei.</translation>
+    </message>
+    <message>
+        <source>no JSON, at byte %1: %2</source>
+        <translation>kein JSON, bei Byte %1: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is wanted</source>
+        <translation>hier gehört „%1“ hin</translation>
+    </message>
+    <message>
+        <source>this program knows version %1</source>
+        <translation>dieses Programm kennt Version %1</translation>
+    </message>
+    <message>
+        <source>gain entries</source>
+        <translation>Verstärkungseinträge</translation>
+    </message>
+    <message>
+        <source>sample-rate points</source>
+        <translation>Abtastratenpunkte</translation>
+    </message>
+    <message>
+        <source>frequency points</source>
+        <translation>Frequenzpunkte</translation>
+    </message>
+    <message>
+        <source>data sets</source>
+        <translation>Datensätze</translation>
+    </message>
+    <message>
+        <source>tables</source>
+        <translation>Tabellen</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

@@ -662,6 +662,166 @@ Choose Reset and pick again.</translation>
         <source>Reads alignment files to the end and says what is wrong with them.</source>
         <translation>Reads alignment files to the end and says what is wrong with them.</translation>
     </message>
+    <message>
+        <source>An alignment file; &quot;-&quot;: standard input.</source>
+        <translation>An alignment file; &quot;-&quot;: standard input.</translation>
+    </message>
+    <message>
+        <source>one file is wanted; see &quot;--help&quot;</source>
+        <translation>one file is wanted; see &quot;--help&quot;</translation>
+    </message>
+    <message>
+        <source>Prints all that an alignment file holds, as JSON.</source>
+        <translation>Prints all that an alignment file holds, as JSON.</translation>
+    </message>
+    <message>
+        <source>Only the table of this whole hardware id; may stand several times.</source>
+        <translation>Only the table of this whole hardware id; may stand several times.</translation>
+    </message>
+    <message>
+        <source>%1: there is no table &quot;%2&quot;; &quot;list&quot; shows the ids</source>
+        <translation>%1: there is no table &quot;%2&quot;; &quot;list&quot; shows the ids</translation>
+    </message>
+    <message>
+        <source>A document as &quot;export&quot; prints it; &quot;-&quot;: standard input.</source>
+        <translation>A document as &quot;export&quot; prints it; &quot;-&quot;: standard input.</translation>
+    </message>
+    <message>
+        <source>the file cannot be read; check name and rights</source>
+        <translation>the file cannot be read; check name and rights</translation>
+    </message>
+    <message>
+        <source>sdrType: another one than in the documents before; a file has one type</source>
+        <translation>sdrType: another one than in the documents before; a file has one type</translation>
+    </message>
+    <message>
+        <source>documents and --output are wanted; see &quot;--help&quot;</source>
+        <translation>documents and --output are wanted; see &quot;--help&quot;</translation>
+    </message>
+    <message>
+        <source>Makes an alignment file of JSON.</source>
+        <translation>Makes an alignment file of JSON.</translation>
+    </message>
+    <message>
+        <source>a list is wanted</source>
+        <translation>a list is wanted</translation>
+    </message>
+    <message>
+        <source>more than %1 %2</source>
+        <translation>more than %1 %2</translation>
+    </message>
+    <message>
+        <source>a list of %1 is wanted</source>
+        <translation>a list of %1 is wanted</translation>
+    </message>
+    <message>
+        <source>hexadecimal digits are wanted, two for each byte</source>
+        <translation>hexadecimal digits are wanted, two for each byte</translation>
+    </message>
+    <message>
+        <source>more than %1 bytes</source>
+        <translation>more than %1 bytes</translation>
+    </message>
+    <message>
+        <source>a text is wanted</source>
+        <translation>a text is wanted</translation>
+    </message>
+    <message>
+        <source>a number from 0 to %1 in quotes is wanted</source>
+        <translation>a number from 0 to %1 in quotes is wanted</translation>
+    </message>
+    <message>
+        <source>a number from 0 to %1 is wanted</source>
+        <translation>a number from 0 to %1 is wanted</translation>
+    </message>
+    <message>
+        <source>an object is wanted</source>
+        <translation>an object is wanted</translation>
+    </message>
+    <message>
+        <source>there is no such member</source>
+        <translation>there is no such member</translation>
+    </message>
+    <message>
+        <source>the file cannot be replaced</source>
+        <translation>the file cannot be replaced</translation>
+    </message>
+    <message>
+        <source>no temporary file can be made beside it</source>
+        <translation>no temporary file can be made beside it</translation>
+    </message>
+    <message>
+        <source>the temporary file beside it cannot be written</source>
+        <translation>the temporary file beside it cannot be written</translation>
+    </message>
+    <message>
+        <source>the temporary file does not reach the disk</source>
+        <translation>the temporary file does not reach the disk</translation>
+    </message>
+    <message>
+        <source>the temporary file cannot take its place</source>
+        <translation>the temporary file cannot take its place</translation>
+    </message>
+    <message>
+        <source>it is written, but its folder does not reach the disk</source>
+        <translation>it is written, but its folder does not reach the disk</translation>
+    </message>
+    <message>
+        <source>Writes this file; &quot;-&quot;: standard output.</source>
+        <translation>Writes this file; &quot;-&quot;: standard output.</translation>
+    </message>
+    <message>
+        <source>sample rate %1 (attribute %2), gain entries: %3</source>
+        <translation>sample rate %1 (attribute %2), gain entries: %3</translation>
+    </message>
+    <message>
+        <source>frequency %1 (attribute %2)</source>
+        <translation>frequency %1 (attribute %2)</translation>
+    </message>
+    <message>
+        <source>data set %1: attributes %2 %3 %4 %5, words %6 %7, frequencies: %8</source>
+        <translation>data set %1: attributes %2 %3 %4 %5, words %6 %7, frequencies: %8</translation>
+    </message>
+    <message>
+        <source>%1, aligned at %2, data sets: %3 of %4</source>
+        <translation>%1, aligned at %2, data sets: %3 of %4</translation>
+    </message>
+    <message>
+        <source>Shows the whole contents of an alignment file.</source>
+        <translation>Shows the whole contents of an alignment file.</translation>
+    </message>
+    <message>
+        <source>no JSON, at byte %1: %2</source>
+        <translation>no JSON, at byte %1: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is wanted</source>
+        <translation>&quot;%1&quot; is wanted</translation>
+    </message>
+    <message>
+        <source>this program knows version %1</source>
+        <translation>this program knows version %1</translation>
+    </message>
+    <message>
+        <source>gain entries</source>
+        <translation>gain entries</translation>
+    </message>
+    <message>
+        <source>sample-rate points</source>
+        <translation>sample-rate points</translation>
+    </message>
+    <message>
+        <source>frequency points</source>
+        <translation>frequency points</translation>
+    </message>
+    <message>
+        <source>data sets</source>
+        <translation>data sets</translation>
+    </message>
+    <message>
+        <source>tables</source>
+        <translation>tables</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

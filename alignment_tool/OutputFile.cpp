@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "alignment_tool/OutputFile.h"
+
+#include "alignment/AlignStore.h"
+#include "platform/FilePath.h"
+#include "platform/FileReplacement.h"
+
+#include <QCommandLineParser>
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <streambuf>
+
+using namespace Qt::StringLiterals;
+
+namespace aligntool {
+
+namespace {
+
+/// Compares what is written into it with a file.
+class Comparison : public std::streambuf
+{
+public:
+    explicit Comparison(const std::filesystem::path &path) : File(path, std::ios::binary) {}
+
+    /// True when all that was written is the whole file.
+    [[nodiscard]] bool equal() { return Equal && File.is_open() && File.peek() == traits_type::eof(); }
+
+protected:
+    int_type overflow(int_type byte) override
+    {
+        const char single = traits_type::to_char_type(byte);
+        return xsputn(&single, 1) == 1 ? byte : traits_type::eof();
+    }
+    std::streamsize xsputn(const char *bytes, std::streamsize size) override
+    {
+        std::string there(static_cast<std::size_t>(size), '\0');
+        Equal = Equal && File.read(there.data(), size) && std::equal(there.begin(), there.end(), bytes);
+        return size;
+    }
+
+private:
+    std::ifstream File;
+    bool Equal = true;
+};
+
+QString StepText(platform::ReplaceStep step)
+{
+    switch (step) {
+    case platform::ReplaceStep::Check:
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "the file cannot be replaced"));
+    case platform::ReplaceStep::Create:
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "no temporary file can be made beside it"));
+    case platform::ReplaceStep::Write:
+        return Translated(
+            QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file beside it cannot be written"));
+    case platform::ReplaceStep::Sync:
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file does not reach the disk"));
+    case platform::ReplaceStep::Replace:
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file cannot take its place"));
+    case platform::ReplaceStep::SyncFolder:
+        return Translated(
+            QT_TRANSLATE_NOOP("TarnvikAlign", "it is written, but its folder does not reach the disk"));
+    case platform::ReplaceStep::None:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+void OutputFile::Declare(QCommandLineParser &parser)
+{
+    parser.addOption(
+        {{u"o"_s, u"output"_s},
+         Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "Writes this file; \"-\": standard output.")),
+         u"FILE"_s});
+}
+
+OutputFile::OutputFile(const QCommandLineParser &parser) : Path(parser.value(u"output"_s)) {}
+
+Exit OutputFile::Write(AlignStore &store, Terminal &terminal) const
+{
+    if (Path == u"-"_s) {
+        const AlignResult result = store.Save(std::cout);
+        if (result == AlignResult::Ok)
+            return Exit::Done;
+        terminal.Complain(AlignResultText(result));
+        return Exit::FileFailed;
+    }
+    const std::filesystem::path path = platform::FileSystemPath(Path).value_or(std::filesystem::path());
+    Comparison comparison(path);
+    std::ostream compared(&comparison);
+    AlignResult result = store.Save(compared);
+    if (result == AlignResult::Ok && comparison.equal())
+        return Exit::Done;
+    platform::ReplaceResult replaced;
+    if (result == AlignResult::Ok)
+        replaced = platform::ReplaceFile(path, [&](std::ostream &stream) {
+            result = store.Save(stream);
+            return result == AlignResult::Ok;
+        });
+    if (result != AlignResult::Ok && result != AlignResult::FileError) {
+        terminal.Complain(u"%1: %2"_s.arg(Harmless(Path), AlignResultText(result)));
+        return Exit::FileFailed;
+    }
+    if (replaced.Failed == platform::ReplaceStep::None)
+        return Exit::Done;
+    terminal.Complain(u"%1: %2: %3"_s.arg(Harmless(Path), StepText(replaced.Failed),
+                                          QString::fromLocal8Bit(replaced.Reason.message().c_str())));
+    return Exit::FileFailed;
+}
+
+} // namespace aligntool

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// The option --output.
+#pragma once
+
+#include "alignment_tool/Command.h"
+
+#include <QString>
+
+class AlignStore;
+class QCommandLineParser;
+
+namespace aligntool {
+
+/// The file that a command writes: whole or not at all, and not when nothing would change.
+class OutputFile
+{
+public:
+    static void Declare(QCommandLineParser &parser);
+
+    /// The file that --output names.
+    explicit OutputFile(const QCommandLineParser &parser);
+
+    [[nodiscard]] bool isSet() const { return !Path.isEmpty(); }
+
+    /// Writes the store's Tables, "-" to standard output. A file that the program would refuse to read is not
+    /// written.
+    [[nodiscard]] Exit Write(AlignStore &store, Terminal &terminal) const;
+
+private:
+    QString Path;
+};
+
+} // namespace aligntool

@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: MIT
+// TarnvikAlign export, import and show: everything that a file holds, there and back.
+#include "alignment/AlignStore.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_tool/ToolFixture.h"
+#include "tests/support/TestMain.h"
+#include "tools/AlignmentGenerator.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+using tests::FileBytes;
+using tests::WriteFileBytes;
+
+namespace {
+
+/// A document of one RTL-SDR table; `table` replaces its members.
+QByteArray Document(const QByteArray &table)
+{
+    return R"({"format": "tarnvik-align/tables", "version": "1.0", "sdrType": 3, "tables": [)" + table + "]}";
+}
+
+} // namespace
+
+class TarnvikAlign_JsonTest : public tests::ToolFixture
+{
+    Q_OBJECT
+
+private slots:
+    void exportThenImportGivesTheSameBytes_data();
+    void exportThenImportGivesTheSameBytes();
+    void numbersOf64BitsAreTexts();
+    void bytesBehindTheIdSurvive();
+    void onlyTheChosenTablesAreExported();
+    void handMadeTablesAreRead();
+    void everyErrorIsToldByItsPath_data();
+    void everyErrorIsToldByItsPath();
+    void allErrorsAreToldAndNothingIsWritten();
+    void aDamagedFileGivesNoDocument();
+    void nothingIsWrittenWhenNothingChanges();
+    void whatCannotBeWrittenIsNamedWithTheStep_data();
+    void whatCannotBeWrittenIsNamedWithTheStep();
+    void importWantsAnOutput();
+    void showIsReadable();
+};
+
+void TarnvikAlign_JsonTest::exportThenImportGivesTheSameBytes_data()
+{
+    QTest::addColumn<int>("sdrType");
+    for (int type = 0; type <= 5; ++type)
+        QTest::addRow("type %d", type) << type;
+    QTest::newRow("type 255") << 255;
+}
+
+void TarnvikAlign_JsonTest::exportThenImportGivesTheSameBytes()
+{
+    QFETCH(int, sdrType);
+    tools::AlignmentGenerator generator(static_cast<quint32>(7 + sdrType));
+    AlignStore store;
+    store.SdrType = static_cast<SdrType>(sdrType);
+    for (const std::size_t payload : {2000, 10, 400})
+        QVERIFY(generator.AppendTable(store, payload) != nullptr); // ids of any bytes
+    QCOMPARE(store.SaveFile(path(u"a.ad"_s)), AlignResult::Ok);
+    const tests::ToolRun exported = Run({u"export"_s, u"a.ad"_s});
+    QCOMPARE(exported.Errors, QByteArray());
+    QCOMPARE(exported.ExitCode, 0);
+    tests::ToolRun imported = Run({u"import"_s, u"-"_s, u"--output"_s, u"b.ad"_s}, exported.Output);
+    QCOMPARE(imported.Errors, QByteArray());
+    QCOMPARE(imported.ExitCode, 0);
+    QCOMPARE(FileBytes(path(u"b.ad"_s)), FileBytes(path(u"a.ad"_s)));
+    imported = Run({u"import"_s, u"-"_s, u"--output"_s, u"-"_s}, exported.Output);
+    QCOMPARE(imported.Output.size(), FileBytes(path(u"a.ad"_s)).size());
+    QCOMPARE(Run({u"show"_s, u"--json"_s, u"a.ad"_s}).Output, exported.Output);
+}
+
+void TarnvikAlign_JsonTest::numbersOf64BitsAreTexts()
+{
+    const QByteArray table =
+        R"({"id": "A", "alignedAt": "18446744073709551615", "dataSetCapacity": 1, "dataSets": [
+        {"attr": [1, 2, 3, 255], "word": [0, 65535], "freqPoints": [
+            {"frequency": "9007199254740993", "attr": 255, "sampleRatePoints": [
+                {"sampleFrequency": "18446744073709551615", "attr": 4294967295, "gainEntries": [[0, 1, 2, 65535]]}]}]}]})";
+    QVERIFY(WriteFileBytes(path(u"a.json"_s), Document(table)));
+    QCOMPARE(Run({u"import"_s, u"a.json"_s, u"-o"_s, u"a.ad"_s}).Errors, QByteArray());
+    const QJsonObject read = QJsonDocument::fromJson(Run({u"export"_s, u"a.ad"_s}).Output)
+                                 .object()
+                                 .value("tables"_L1)
+                                 .toArray()
+                                 .first()
+                                 .toObject();
+    const QJsonObject wanted = QJsonDocument::fromJson(table).object();
+    for (const QString &member : wanted.keys())
+        QCOMPARE(read.value(member), wanted.value(member));
+    QCOMPARE(read.value("driver"_L1), QJsonValue(u"RTL-SDR"_s));
+}
+
+void TarnvikAlign_JsonTest::bytesBehindTheIdSurvive()
+{
+    QByteArray payload = tests::FileOf150Bytes().mid(10, 139);
+    payload[1 + 100] = 'x'; // behind the NUL of ABC
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::FileOf150Bytes().first(7) + tests::ByteCrcChunk(payload)));
+    const tests::ToolRun exported = Run({u"export"_s, u"a.ad"_s});
+    QVERIFY(exported.Output.contains("\"id\":\"ABC\""));
+    QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"b.ad"_s}, exported.Output).ExitCode, 0);
+    QCOMPARE(FileBytes(path(u"b.ad"_s)), FileBytes(path(u"a.ad"_s)));
+}
+
+void TarnvikAlign_JsonTest::onlyTheChosenTablesAreExported()
+{
+    QVERIFY(tests::WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"0x1", 1}, {"0x12", 2}, {"", 3}}));
+    tests::ToolRun run = Run({u"export"_s, u"--id"_s, u"0x1"_s, u"--id"_s, QString(), u"a.ad"_s});
+    const QJsonArray tables = QJsonDocument::fromJson(run.Output).object().value("tables"_L1).toArray();
+    QCOMPARE(tables.size(), 2); // ids match whole
+    QCOMPARE(run.ExitCode, 0);
+    run = Run({u"export"_s, u"--id"_s, u"0x"_s, u"a.ad"_s});
+    QCOMPARE(run.Errors,
+             QByteArray("TarnvikAlign: a.ad: there is no table \"0x\"; \"list\" shows the ids\n"));
+    QCOMPARE(run.ExitCode, 1);
+}
+
+void TarnvikAlign_JsonTest::handMadeTablesAreRead()
+{
+    const QByteArray table = R"({"id": "%", "alignedAt": "%", "dataSetCapacity": 1, "dataSets": []})";
+    for (const QByteArray name : {"1", "2"})
+        QVERIFY(WriteFileBytes(path(QLatin1String(name) + u".json"_s),
+                               Document(QByteArray(table).replace("%", name))));
+    const tests::ToolRun run = Run({u"import"_s, u"1.json"_s, u"2.json"_s, u"-o"_s, u"a.ad"_s});
+    QCOMPARE(run.Errors, QByteArray());
+    QCOMPARE(tests::TableBytes(path(u"a.ad"_s)).keys(), (QList<QByteArray>{"1", "2"}));
+}
+
+void TarnvikAlign_JsonTest::everyErrorIsToldByItsPath_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray head = R"("id": "A", "alignedAt": "1", "dataSetCapacity": 1)";
+    const auto table = [&](const QByteArray &dataSets) {
+        return Document("{" + head + ", \"dataSets\": " + dataSets + "}");
+    };
+    const auto freqPoints = [&](const QByteArray &points) {
+        return table(R"([{"attr": [0,0,0,0], "word": [0,0], "freqPoints": )" + points + "}]");
+    };
+    const auto repeated = [](const QByteArray &entry, int times) {
+        return "[" + (entry + ",").repeated(times - 1) + entry + "]";
+    };
+    const QByteArray point = R"({"frequency": "1", "attr": 0, "sampleRatePoints": []})";
+    const QByteArray ratePoint = R"({"sampleFrequency": "1", "attr": 0, "gainEntries": []})";
+    const auto withPoints = [&](const QByteArray &points) {
+        return freqPoints(R"([{"frequency": "1", "attr": 0, "sampleRatePoints": )" + points + "}]");
+    };
+    QTest::newRow("no JSON") << QByteArray("{]") << QByteArray("no JSON, at byte 2: unterminated object");
+    QTest::newRow("a number in the place of a text")
+        << Document(R"({"id": "A", "alignedAt": 1, "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].alignedAt: a number from 0 to 18446744073709551615 in quotes is wanted");
+    QTest::newRow("a number beyond 64 bits")
+        << Document(
+               R"({"id": "A", "alignedAt": "18446744073709551616", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].alignedAt: a number from 0 to 18446744073709551615 in quotes is wanted");
+    QTest::newRow("a number with blanks")
+        << Document(R"({"id": "A", "alignedAt": " 1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].alignedAt: a number from 0 to 18446744073709551615 in quotes is wanted");
+    QTest::newRow("a number too large for its byte")
+        << Document(R"({"id": "A", "alignedAt": "1", "dataSetCapacity": 256, "dataSets": []})")
+        << QByteArray("tables[0].dataSetCapacity: a number from 0 to 255 is wanted");
+    QTest::newRow("a negative number")
+        << Document(R"({"id": "A", "alignedAt": "1", "dataSetCapacity": -1, "dataSets": []})")
+        << QByteArray("tables[0].dataSetCapacity: a number from 0 to 255 is wanted");
+    QTest::newRow("a fraction")
+        << Document(R"({"id": "A", "alignedAt": "1", "dataSetCapacity": 0.5, "dataSets": []})")
+        << QByteArray("tables[0].dataSetCapacity: a number from 0 to 255 is wanted");
+    QTest::newRow("a missing member")
+        << Document(R"({"alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].id: a text is wanted");
+    QTest::newRow("a misspelt member") << Document("{" + head + R"(, "dataSets": [], "datasets": []})")
+                                       << QByteArray("tables[0].datasets: there is no such member");
+    QTest::newRow("an id of 129 bytes")
+        << Document(R"({"id": ")" + QByteArray(129, 'x') +
+                    R"(", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].id: more than 128 bytes");
+    QTest::newRow("an id that is not hexadecimal")
+        << Document(R"({"idHex": "0g", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].idHex: hexadecimal digits are wanted, two for each byte");
+    QTest::newRow("two data sets for a type of one")
+        << table("[{}, {}]") << QByteArray("tables[0]: more than 1 data sets");
+    QTest::newRow("101 frequency points")
+        << freqPoints(repeated(point, 101))
+        << QByteArray("tables[0].dataSets[0]: more than 100 frequency points");
+    QTest::newRow("11 sample-rate points")
+        << withPoints(repeated(ratePoint, 11))
+        << QByteArray("tables[0].dataSets[0].freqPoints[0]: more than 10 sample-rate points");
+    QTest::newRow("51 gain entries")
+        << withPoints(R"([{"sampleFrequency": "1", "attr": 0, "gainEntries": )" + repeated("[0,0,0,0]", 51) +
+                      "}]")
+        << QByteArray("tables[0].dataSets[0].freqPoints[0].sampleRatePoints[0]: more than 50 gain entries");
+    QTest::newRow("a gain entry of three")
+        << withPoints(R"([{"sampleFrequency": "1", "attr": 0, "gainEntries": [[0,0,0,0],[0,0,0]]}])")
+        << QByteArray("tables[0].dataSets[0].freqPoints[0].sampleRatePoints[0].gainEntries[1]: a list of 4 "
+                      "is wanted");
+    QTest::newRow("another format") << QByteArray(
+                                           R"({"format": "x", "version": "1.0", "sdrType": 3, "tables": []})")
+                                    << QByteArray("format: \"tarnvik-align/tables\" is wanted");
+    QTest::newRow("another major version")
+        << QByteArray(R"({"format": "tarnvik-align/tables", "version": "2.0", "sdrType": 3, "tables": []})")
+        << QByteArray("version: this program knows version 1.0");
+}
+
+void TarnvikAlign_JsonTest::everyErrorIsToldByItsPath()
+{
+    QFETCH(QByteArray, document);
+    QFETCH(QByteArray, message);
+    QVERIFY(WriteFileBytes(path(u"a.json"_s), document));
+    const tests::ToolRun run = Run({u"import"_s, u"a.json"_s, u"-o"_s, u"a.ad"_s});
+    QCOMPARE(run.Errors, "TarnvikAlign: a.json: " + message + '\n');
+    QCOMPARE(run.ExitCode, 1);
+    QVERIFY(!QFile::exists(path(u"a.ad"_s)));
+}
+
+void TarnvikAlign_JsonTest::allErrorsAreToldAndNothingIsWritten()
+{
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::FileOf150Bytes()));
+    QVERIFY(
+        WriteFileBytes(path(u"a.json"_s), Document(R"({"id": 1, "alignedAt": 1, "dataSetCapacity": "1"})")));
+    const tests::ToolRun run = Run({u"import"_s, u"a.json"_s, u"missing.json"_s, u"-o"_s, u"a.ad"_s});
+    QCOMPARE(run.Errors.count('\n'), 5); // id, alignedAt, dataSetCapacity, dataSets, and the missing file
+    QCOMPARE(run.ExitCode, 3);
+    QCOMPARE(FileBytes(path(u"a.ad"_s)), tests::FileOf150Bytes());
+}
+
+void TarnvikAlign_JsonTest::aDamagedFileGivesNoDocument()
+{
+    QVERIFY(tests::WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"A", 1}, {"B", 1}}));
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), FileBytes(path(u"a.ad"_s)).chopped(1)));
+    const tests::ToolRun run = Run({u"export"_s, u"a.ad"_s});
+    QCOMPARE(run.ExitCode, 1);
+    QVERIFY(QJsonDocument::fromJson(run.Output).isNull());
+}
+
+void TarnvikAlign_JsonTest::nothingIsWrittenWhenNothingChanges()
+{
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::FileOf150Bytes()));
+    const QByteArray json = Run({u"export"_s, u"a.ad"_s}).Output;
+    const auto makeOld = [this] {
+        QFile file(path(u"a.ad"_s));
+        return file.open(QIODevice::ReadWrite) && file.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(12, 0)),
+                                                                   QFileDevice::FileModificationTime);
+    };
+    const auto year = [this] { return QFileInfo(path(u"a.ad"_s)).lastModified().date().year(); };
+    QVERIFY(makeOld());
+    QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, json).ExitCode, 0);
+    QCOMPARE(year(), 2001);
+    for (const QByteArray &other : {tests::FileOf150Bytes() + 'x', tests::FileOf150Bytes().chopped(1)}) {
+        QVERIFY(WriteFileBytes(path(u"a.ad"_s), other));
+        QVERIFY(makeOld());
+        QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, json).ExitCode, 0);
+        QVERIFY(year() != 2001);
+        QCOMPARE(FileBytes(path(u"a.ad"_s)), tests::FileOf150Bytes());
+    }
+}
+
+void TarnvikAlign_JsonTest::whatCannotBeWrittenIsNamedWithTheStep_data()
+{
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("a folder") << u"."_s << QByteArray("TarnvikAlign: .: the file cannot be replaced: ");
+    QTest::newRow("a missing folder")
+        << u"missing/a.ad"_s
+        << QByteArray("TarnvikAlign: missing/a.ad: no temporary file can be made beside it: ");
+}
+
+void TarnvikAlign_JsonTest::whatCannotBeWrittenIsNamedWithTheStep()
+{
+    QFETCH(QString, output);
+    QFETCH(QByteArray, message);
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::FileOf150Bytes()));
+    const tests::ToolRun run =
+        Run({u"import"_s, u"-"_s, u"-o"_s, output}, Run({u"export"_s, u"a.ad"_s}).Output);
+    QVERIFY2(run.Errors.startsWith(message), run.Errors.constData());
+    QCOMPARE(run.Errors.count('\n'), 1);
+    QCOMPARE(run.ExitCode, 3);
+}
+
+void TarnvikAlign_JsonTest::importWantsAnOutput()
+{
+    const tests::ToolRun run = Run({u"import"_s, u"a.json"_s});
+    QCOMPARE(run.Errors, QByteArray("TarnvikAlign: documents and --output are wanted; see \"--help\"\n"));
+    QCOMPARE(run.ExitCode, 2);
+}
+
+void TarnvikAlign_JsonTest::showIsReadable()
+{
+    const QByteArray table = R"({"id": "A", "alignedAt": "86400", "dataSetCapacity": 1, "dataSets": [
+        {"attr": [1, 2, 3, 4], "word": [5, 6], "freqPoints": [{"frequency": "100000000", "attr": 7, "sampleRatePoints": [
+            {"sampleFrequency": "2400000", "attr": 8, "gainEntries": [[9, 10, 11, 65535]]}]}]}]})";
+    QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document(table)).Errors, QByteArray());
+    const tests::ToolRun run = Run({u"show"_s, u"--id"_s, u"A"_s, u"a.ad"_s});
+    QCOMPARE(run.Output, QByteArray("A, aligned at 1970-01-02 00:00:00, data sets: 1 of 1\n"
+                                    "  data set 1: attributes 1 2 3 4, words 5 6, frequencies: 1\n"
+                                    "    frequency 100000000 (attribute 7)\n"
+                                    "      sample rate 2400000 (attribute 8), gain entries: 1\n"
+                                    "            9    10    11 65535\n"));
+    QCOMPARE(run.ExitCode, 0);
+}
+
+TARNVIK_TEST_MAIN(TarnvikAlign_JsonTest, QCoreApplication)
+
+#include "TarnvikAlign_JsonTest.moc"
