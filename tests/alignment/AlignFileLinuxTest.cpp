@@ -5,22 +5,24 @@
 
 #include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment/MemoryLimit.h"
 #include "tests/support/TestMain.h"
-#include "tests/support/WithoutPrivileges_linux.h"
+#include "tests/support/WithoutPrivileges.h"
 #include "tools/AlignmentGenerator.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 
 #include <csignal>
-#include <cstring>
 #include <sys/resource.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+using tests::EverybodyReadsAndWrites;
+using tests::OpenFoldersTo;
+using tests::WithoutPrivileges;
 
 namespace {
 
@@ -46,10 +48,6 @@ private:
     bool Valid = false;
 };
 
-constexpr QFileDevice::Permissions EverybodyReadsAndWrites =
-    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::WriteGroup |
-    QFileDevice::ReadOther | QFileDevice::WriteOther;
-
 } // namespace
 
 class AlignFileLinuxTest : public tests::AlignmentFileFixture
@@ -65,8 +63,8 @@ private slots:
     void withoutReadPermissionLoadGives9AndLeavesTheListAsItWas();
     void withoutWritePermissionSaveGives9AndLeavesTheFileUntouched();
     void pathWithBytesThatAreNoLetters();
-    void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data();
-    void loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty();
+    void loadingAndReadingThatRunOutOfMemoryGive11_data();
+    void loadingAndReadingThatRunOutOfMemoryGive11();
 };
 
 void AlignFileLinuxTest::saveToAFullDiskGives9_data()
@@ -151,12 +149,12 @@ void AlignFileLinuxTest::withoutReadPermissionLoadGives9AndLeavesTheListAsItWas(
     QCOMPARE(store.SaveFile(readable), AlignResult::Ok);
     QVERIFY(QFile::setPermissions(Path, QFileDevice::WriteOwner));
     QVERIFY(QFile::setPermissions(readable, EverybodyReadsAndWrites));
-    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QVERIFY(OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;
     AlignResult allowed = AlignResult::FileError;
     {
-        const tests::WithoutPrivileges permissionsHold;
+        const WithoutPrivileges permissionsHold;
         QVERIFY(permissionsHold.isValid());
         refused = store.LoadFile(Path, store.Tables, true);
         allowed = store.LoadFile(readable, store.ImportTables, true); // it is the file, not its folder
@@ -175,12 +173,12 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
     QVERIFY(tests::WriteFileBytes(writable, "replaced"));
     QVERIFY(QFile::setPermissions(Path, QFileDevice::ReadOwner));
     QVERIFY(QFile::setPermissions(writable, EverybodyReadsAndWrites));
-    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QVERIFY(OpenFoldersTo(Folder->path()));
 
     AlignResult refused = AlignResult::Ok;
     AlignResult allowed = AlignResult::FileError;
     {
-        const tests::WithoutPrivileges permissionsHold;
+        const WithoutPrivileges permissionsHold;
         QVERIFY(permissionsHold.isValid());
         refused = store.SaveFile(Path);
         allowed = store.SaveFile(writable);
@@ -200,19 +198,29 @@ void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()
     QCOMPARE(store.LoadFile(file, store.ImportTables, true), AlignResult::Ok);
 }
 
-void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty_data()
+void AlignFileLinuxTest::loadingAndReadingThatRunOutOfMemoryGive11_data()
 {
+    QTest::addColumn<QString>("command");
     QTest::addColumn<int>("tables");
-    QTest::addColumn<AlignResult>("result");
+    QTest::addColumn<int>("megabytes");
+    QTest::addColumn<QByteArray>("result");
+    const auto row = [](const char *name, const QString &command, int tables, int megabytes,
+                        const QByteArray &result) {
+        QTest::newRow(name) << command << tables << megabytes << "result " + result + '\n';
+    };
     // A table's block of LimeUsb takes 5 MB of address space, 200 of them 1 GB.
-    QTest::newRow("200 tables do not fit") << 200 << AlignResult::InternalError;
-    QTest::newRow("2 tables fit") << 2 << AlignResult::Ok;
+    row("200 tables do not fit", u"load"_s, 200, 256, "InternalError (11) 0");
+    row("2 tables fit", u"load"_s, 2, 256, "Ok (0) 2");
+    row("200 tables fit when they are read one by one", u"read"_s, 200, 256, "Ok (0) 200");
+    row("not even one fits", u"read"_s, 2, 3, "InternalError (11) 0");
 }
 
-void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
+void AlignFileLinuxTest::loadingAndReadingThatRunOutOfMemoryGive11()
 {
+    QFETCH(QString, command);
     QFETCH(int, tables);
-    QFETCH(AlignResult, result);
+    QFETCH(int, megabytes);
+    QFETCH(QByteArray, result);
     tools::AlignmentGenerator generator(4);
     {
         AlignStore store;
@@ -221,27 +229,13 @@ void AlignFileLinuxTest::loadThatRunsOutOfMemoryGives11AndLeavesTheListEmpty()
         QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
     }
     QProcess probe;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // The sanitizers' own calloc gives up the process unless told otherwise.
-    environment.insert(u"ASAN_OPTIONS"_s, u"allocator_may_return_null=1"_s);
-    probe.setProcessEnvironment(environment);
-    probe.start(QStringLiteral(ALIGNMENT_PROBE), {u"load"_s, Path});
+    tests::StartForMemoryLimit(probe, {command, Path});
     QTRY_VERIFY(probe.canReadLine());
     QCOMPARE(probe.readLine(), QByteArray("ready\n"));
-
-    // From here on the child gets a quarter of what the large file needs beyond what it has.
-    QFile statm(u"/proc/%1/statm"_s.arg(probe.processId()));
-    QVERIFY(statm.open(QIODevice::ReadOnly));
-    const rlim_t used =
-        statm.readAll().split(' ').value(0).toULongLong() * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
-    QVERIFY(used > 0);
-    const rlim_t allowed = used + rlim_t{256} * 1024 * 1024;
-    const rlimit limit = {allowed, allowed};
-    QCOMPARE(prlimit(static_cast<pid_t>(probe.processId()), RLIMIT_AS, &limit, nullptr), 0);
+    QVERIFY(tests::LimitMemory(probe, megabytes));
     probe.write("\n");
     QVERIFY2(probe.waitForFinished(), qPrintable(probe.errorString()));
-    const QByteArray output = probe.readAllStandardOutput();
-    QCOMPARE(output, "result " + tests::NameOf(result) + (result == AlignResult::Ok ? " 2\n" : " 0\n"));
+    QCOMPARE(probe.readAllStandardOutput(), result);
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);
 }

@@ -7,8 +7,12 @@
 //                           result: what is left
 //   load FILE               loads FILE over a list of one table, taking over its type, as soon as a line
 //                           arrives on standard input; result: code and number of tables
+//   read FILE               opens FILE and, as soon as a line arrives, reads it table by table; result: code
+//   and
+//                           number of tables
 //   merge FILE              loads FILE and, as soon as a line arrives, merges all of its tables into an empty
 //                           list; result: code and number of tables
+#include "alignment/AlignTableReader.h"
 #include "tests/alignment/AlignmentTestTools.h"
 
 #include <QString>
@@ -77,6 +81,22 @@ int Load(const QString &path)
     return 0;
 }
 
+int Read(const QString &path)
+{
+    AlignTableReader reader;
+    AlignTable table;
+    AlignResult result = reader.Open(path);
+    if (!WaitForLine())
+        return 1;
+    int tables = 0;
+    while (result == AlignResult::Ok && reader.hasNext()) {
+        result = reader.ReadNext(table);
+        tables += result == AlignResult::Ok ? 1 : 0;
+    }
+    (void)std::printf("result %s %d\n", tests::NameOf(result).constData(), tables);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -90,7 +110,10 @@ int main(int argc, char **argv)
         return Merge(QString::fromLocal8Bit(arguments.at(1)));
     if (arguments.size() == 2 && arguments.at(0) == "load")
         return Load(QString::fromLocal8Bit(arguments.at(1)));
-    (void)std::fputs("usage: AlignmentProbe remove ID [STORED...] | remove-own ID | load FILE | merge FILE\n",
+    if (arguments.size() == 2 && arguments.at(0) == "read")
+        return Read(QString::fromLocal8Bit(arguments.at(1)));
+    (void)std::fputs("usage: AlignmentProbe remove ID [STORED...] | remove-own ID | load FILE | read FILE | "
+                     "merge FILE\n",
                      stderr);
     return 2;
 }

@@ -8,7 +8,7 @@
 #include "tests/support/TestMain.h"
 
 #ifdef Q_OS_LINUX
-#include "tests/support/WithoutPrivileges_linux.h"
+#include "tests/support/WithoutPrivileges.h"
 #endif
 
 #include <QCoreApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// File permissions for tests that run as root.
+// Lets file permissions hold in tests that run as root, with what Linux has for it.
 #pragma once
 
 #include <QDir>
@@ -33,7 +33,7 @@ private:
 };
 
 /// Lets everybody pass through the folders of the test down to `folder`.
-inline bool OpenFoldersTo(const QString &folder)
+[[nodiscard]] inline bool OpenFoldersTo(const QString &folder)
 {
     const QString shared = QDir::cleanPath(QDir::rootPath() + QStringLiteral("tmp"));
     for (QDir dir(folder); dir.path() != shared && !dir.isRoot(); dir = QDir(QFileInfo(dir.path()).path())) {
@@ -44,5 +44,9 @@ inline bool OpenFoldersTo(const QString &folder)
     }
     return true;
 }
+
+inline constexpr QFileDevice::Permissions EverybodyReadsAndWrites =
+    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+    QFileDevice::ReadOther | QFileDevice::WriteOther;
 
 } // namespace tests
