@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMetaClassInfo>
 #include <QMetaType>
 #include <QTest>
@@ -46,6 +47,8 @@ private slots:
     void theLargestStatusFileIsReadAndALargerOneIsNot();
     void aFileOfTheSameSizeAndTimeStampIsReadAnew();
     void withoutRoomForACopyTheFileItselfIsRead();
+    void anEmptyStatusFileIsMade_data();
+    void anEmptyStatusFileIsMade();
 
     void classifiesAMessage_data();
     void classifiesAMessage();
@@ -200,6 +203,28 @@ void OstrelRecordStatusTest::withoutRoomForACopyTheFileItselfIsRead()
         qputenv(variable, folder);
     QVERIFY(valid);
     QCOMPARE(snapshot, StatusOf(1, u"on"_s));
+}
+
+void OstrelRecordStatusTest::anEmptyStatusFileIsMade_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("made");
+    QTest::newRow("where there is none") << u"status.ini"_s << true;
+    QTest::newRow("in the place of an earlier one") << u"earlier.ini"_s << true;
+    QTest::newRow("not in the place of a folder") << u"folder"_s << false;
+    QTest::newRow("not in a folder that does not exist") << u"missing/status.ini"_s << false;
+}
+
+void OstrelRecordStatusTest::anEmptyStatusFileIsMade()
+{
+    QFETCH(const QString, name);
+    QFETCH(const bool, made);
+    QVERIFY(Rewrite(path(u"earlier.ini"_s), StatusText(1, "on")));
+    QVERIFY(QDir(Folder->path()).mkdir(u"folder"_s));
+    QCOMPARE(QOstrelRecordStatus::CreateStatusFile(path(name)), made);
+    QCOMPARE(QFileInfo(path(name)).isFile(), made);
+    if (made)
+        QCOMPARE(QFileInfo(path(name)).size(), qint64{0});
 }
 
 void OstrelRecordStatusTest::classifiesAMessage_data()
