@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QList>
 
+#include <limits>
+
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
@@ -60,6 +62,10 @@ private slots:
     void aProcessThatIsStartingWhenThePauseIsOverIsLeftAlone();
     void oneEndToldTwiceIsAnsweredOnce();
     void anEndAndAStartToldAsOneEventAreNoEnd();
+    void oneEventMayStandForSeveralEnds();
+    void anEndThatIsCountedBeforeItIsToldIsAnswered();
+    void theNumberOfEndsMayBeginAnew();
+    void theWaitForAPauseEndsWithIt();
     void aChangeThatTellsNothingKeepsTheWait();
 };
 
@@ -153,6 +159,47 @@ void RestartRuleTest::anEndAndAStartToldAsOneEventAreNoEnd()
     simulation.Tell(Event::StateChanged, QProcess::Running);
     QVERIFY(!simulation.Decision.StartNow);
     QCOMPARE(simulation.Decision.Wait, std::optional(10s));
+}
+
+void RestartRuleTest::oneEventMayStandForSeveralEnds()
+{
+    Simulation simulation;
+    simulation.Ends = 2;
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    QVERIFY(simulation.Decision.StartNow);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    QVERIFY(!simulation.Decision.StartNow);
+    QVERIFY(!simulation.Decision.Wait);
+}
+
+void RestartRuleTest::anEndThatIsCountedBeforeItIsToldIsAnswered()
+{
+    Simulation simulation;
+    ++simulation.Ends; // between the look at the state and that at the number
+    simulation.Tell(Event::StateChanged, QProcess::Running);
+    QVERIFY(!simulation.Decision.StartNow);
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    QVERIFY(simulation.Decision.StartNow);
+}
+
+void RestartRuleTest::theNumberOfEndsMayBeginAnew()
+{
+    Simulation simulation;
+    simulation.Ends = std::numeric_limits<std::uint32_t>::max();
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    QVERIFY(simulation.Decision.StartNow);
+    ++simulation.Ends;
+    simulation.Tell(Event::StateChanged, QProcess::NotRunning);
+    QCOMPARE(simulation.Decision.Wait, std::optional(5s));
+}
+
+void RestartRuleTest::theWaitForAPauseEndsWithIt()
+{
+    Simulation simulation;
+    QCOMPARE(simulation.PauseAfterRun(0), 0);
+    QCOMPARE(simulation.PauseAfterRun(0), 5000);
+    QVERIFY(simulation.Decision.StartNow);
+    QVERIFY(!simulation.Decision.Wait);
 }
 
 void RestartRuleTest::aChangeThatTellsNothingKeepsTheWait()
