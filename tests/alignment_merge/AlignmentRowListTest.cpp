@@ -41,6 +41,7 @@ private slots:
     void mergingTheSameFileTwiceChangesNothingTheSecondTime();
     void aHardwareIdOfFullLengthNeedsNoEnd();
     void afterLoadingAFolderAllRowsArePresent();
+    void loadingTheFolderAgainMakesImportedVersionsPresent();
     void onlyMatchingFilesOfTheFolderItselfAreLoaded();
     void anEmptyFolderNameIsNotTheWorkingFolder();
     void anEmptyOrMissingFolderGivesNoRowAndNoMessage();
@@ -241,6 +242,20 @@ void AlignmentRowListTest::afterLoadingAFolderAllRowsArePresent()
     // Two files with one table give one row, the newest, with the file that holds it.
     QCOMPARE(InWords(list),
              (QStringList{u"RTL-SDR/A 0 2024-02-01 b.ad!"_s, u"RTL-SDR/B 0 2024-05-01 a.ad!"_s}));
+}
+
+void AlignmentRowListTest::loadingTheFolderAgainMakesImportedVersionsPresent()
+{
+    QVERIFY(WriteAlignmentFile(path(u"present.ad"_s), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(path(u"import.ad"_s), SdrType::RtlSdr, {{"A", 9}, {"B", 9}}));
+    AlignmentRowList list;
+    QCOMPARE(list.LoadFolder(Folder->path(), u"present.ad"_s), QString());
+    QCOMPARE(list.ReadFile(path(u"import.ad"_s)), QString());
+    QCOMPARE(list.rows().at(0).state, AlignmentRow::UpdatePresent);
+    QCOMPARE(list.rows().at(1).state, AlignmentRow::NewInDataBase);
+    QCOMPARE(list.LoadFolder(Folder->path(), u"present.ad"_s), QString());
+    for (const AlignmentRow &row : list.rows())
+        QCOMPARE(row.state, AlignmentRow::Present);
 }
 
 void AlignmentRowListTest::onlyMatchingFilesOfTheFolderItselfAreLoaded()

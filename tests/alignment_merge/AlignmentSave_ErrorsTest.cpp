@@ -29,12 +29,14 @@ class AlignmentSave_ErrorsTest : public tests::AlignmentSaveFixture
 
 private slots:
     void anErrorInTheSecondDriverLeavesTheFirstFileWritten();
+    void anErrorInTheFirstDriverLeavesTheSecondAlone();
     void anErrorIsReported_data();
     void anErrorIsReported();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs();
     void aMissingFolderIsMadeBeforeAFileIsAskedFor();
     void aFolderThatCannotBeMadeIsNamed();
+    void aTableBehindOneThatCannotBeTakenOverStaysOut();
     void withoutMemoryTheSaveEnds_data();
     void withoutMemoryTheSaveEnds();
 };
@@ -51,6 +53,20 @@ void AlignmentSave_ErrorsTest::anErrorInTheSecondDriverLeavesTheFirstFileWritten
     QCOMPARE(Proposed, QStringList(path(AirspyFile)));
     QCOMPARE(TableBytes(path(AirspyFile)), TableBytes(imported(u"a.ad"_s)));
     QCOMPARE(tests::FileBytes(path(RtlFile)), QByteArray("rubbish"));
+}
+
+void AlignmentSave_ErrorsTest::anErrorInTheFirstDriverLeavesTheSecondAlone()
+{
+    QVERIFY(WriteAlignmentFile(path(AirspyFile), SdrType::AirSpy, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"a.ad"_s), SdrType::AirSpy, {{"A", 9}}));
+    QVERIFY(WriteAlignmentFile(imported(u"r.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"a.ad"_s, u"r.ad"_s});
+    QVERIFY(tests::WriteFileBytes(path(AirspyFile), "rubbish"));
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    QCOMPARE(Save(Choices()), u"Version Missmatched"_s);
+    QVERIFY(Proposed.isEmpty());
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
 void AlignmentSave_ErrorsTest::anErrorIsReported_data()
@@ -158,6 +174,19 @@ void AlignmentSave_ErrorsTest::aFolderThatCannotBeMadeIsNamed()
     DriversFolder = path(u"Quillane GmbH/TarnvikRecord"_s);
     QCOMPARE(Save(Choices()), u"The folder can not be made:\n"_s + QDir::toNativeSeparators(DriversFolder));
     QVERIFY(Proposed.isEmpty());
+void AlignmentSave_ErrorsTest::aTableBehindOneThatCannotBeTakenOverStaysOut()
+{
+    const QString import = imported(u"i.ad"_s);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(import, SdrType::RtlSdr, {{"A", 7}, {"A", 9}}));
+    AlignStore store;
+    QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
+    store.Tables.Head->Table->DataSetCapacity = 3; // not what its type has
+    QCOMPARE(store.SaveFile(import), AlignResult::Ok);
+    LoadStation({u"i.ad"_s});
+    const QByteArray before = tests::FileBytes(path(RtlFile));
+    QCOMPARE(Save(Choices()), u"Internal Error"_s);
+    QCOMPARE(tests::FileBytes(path(RtlFile)), before);
 }
 
 void AlignmentSave_ErrorsTest::withoutMemoryTheSaveEnds_data()

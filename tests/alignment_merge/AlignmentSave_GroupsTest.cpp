@@ -7,6 +7,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,8 @@ private slots:
     void anUncheckedRowLosesItsMark();
     void twoTablesOfOneImportedFileAreOneSource();
     void aDriverWithoutFileTakesOverWhatIsChecked();
+    void theDriversOwnFileIsAbsolute_data();
+    void theDriversOwnFileIsAbsolute();
     void rowsReadIntoAnEmptiedListCountAsTheDriversOwn();
     void aTableSeenInAnotherFileOfTheFolderIsNotComparedWithTheOwnOne();
     void choicesThatMatchNothingArePassedOver();
@@ -98,6 +101,31 @@ void AlignmentSave_GroupsTest::aDriverWithoutFileTakesOverWhatIsChecked()
     QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"B"_s, 8, {}, true}}));
     QVERIFY(!Rows.Find(Rtl, u"A"_s)->has(AlignmentRow::takenOver));
     QVERIFY(Rows.Find(Rtl, u"B"_s)->has(AlignmentRow::takenOver));
+}
+
+void AlignmentSave_GroupsTest::theDriversOwnFileIsAbsolute_data()
+{
+    QTest::addColumn<bool>("absolute");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("relative") << false << u"import"_s;
+    QTest::newRow("relative with a slash at its end") << false << u"import/"_s;
+    QTest::newRow("absolute") << true << u"import"_s;
+    QTest::newRow("absolute with a slash at its end") << true << u"import/"_s;
+}
+
+void AlignmentSave_GroupsTest::theDriversOwnFileIsAbsolute()
+{
+    QFETCH(bool, absolute);
+    QFETCH(QString, name);
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(Folder->path()));
+    const QString expected = (absolute ? Folder->path() : QDir::currentPath()) + u"/import/"_s + RtlFile;
+    const QList<DriverSaveGroup> groups =
+        MarkRowsAndCollectSaveGroups(Choices(), Rows, absolute ? path(name) : name);
+    QVERIFY(QDir::setCurrent(before)); // Windows does not remove a folder that a process is in
+    QCOMPARE(groups.first().OwnFile, expected);
 }
 
 void AlignmentSave_GroupsTest::rowsReadIntoAnEmptiedListCountAsTheDriversOwn()

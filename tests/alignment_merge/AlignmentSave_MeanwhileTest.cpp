@@ -40,6 +40,9 @@ private slots:
     void anImportThatWasReplacedIsNotTakenOver();
     void anOwnFileThatWasRemovedEndsTheSave();
     void anOwnFileThatAppearsKeepsItsTables();
+    void anOwnFileThatComesAndGoesLeavesNothingBehind();
+    void ofTwoTablesOfOneIdTheLatestIsTheOneShown_data();
+    void ofTwoTablesOfOneIdTheLatestIsTheOneShown();
     void aCheckedTableIsNeverMissing_data();
     void aCheckedTableIsNeverMissing();
     void anImportedTableWithoutIdReplacesTheFirst();
@@ -88,6 +91,7 @@ void AlignmentSave_MeanwhileTest::aTableThatIsNotTheOneShownIsNotReplaced_data()
     QTest::addColumn<Tables>("shown");
     QTest::addColumn<Tables>("meanwhile");
     QTest::newRow("another date") << Tables{{"A", 5}, {"B", 5}} << Tables{{"A", 6}, {"B", 5}};
+    QTest::newRow("an older date") << Tables{{"A", 5}, {"B", 5}} << Tables{{"A", 4}, {"B", 5}};
     QTest::newRow("shown as new, there now") << Tables{{"B", 5}} << Tables{{"B", 5}, {"A", 5}};
 }
 
@@ -95,7 +99,8 @@ void AlignmentSave_MeanwhileTest::aTableThatIsNotTheOneShownIsNotReplaced()
 {
     QFETCH(Tables, shown);
     QFETCH(Tables, meanwhile);
-    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    // The table that has changed is not the first one that is taken over.
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"0", 9}, {"A", 9}}));
     for (const bool whileChoosing : {false, true}) {
         QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, shown));
         Rows.Clear();
@@ -151,6 +156,37 @@ void AlignmentSave_MeanwhileTest::anOwnFileThatAppearsKeepsItsTables()
     LoadStation({u"i.ad"_s});
     QCOMPARE(SaveWhile({{"Z", 1}}), QString());
     QCOMPARE(TableBytes(path(RtlFile)).keys(), (QList<QByteArray>{"A", "Z"}));
+}
+
+void AlignmentSave_MeanwhileTest::anOwnFileThatComesAndGoesLeavesNothingBehind()
+{
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(), Rows, Folder->path());
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"Z", 1}}));
+    AlignmentSaveQuestions questions;
+    questions.FileToWrite = [this](const QString &proposal) {
+        return QFile::remove(path(RtlFile)) ? proposal : QString();
+    };
+    QCOMPARE(SaveAlignment(groups, questions), QString());
+    QCOMPARE(TableBytes(path(RtlFile)).keys(), QList<QByteArray>{"A"});
+}
+
+void AlignmentSave_MeanwhileTest::ofTwoTablesOfOneIdTheLatestIsTheOneShown_data()
+{
+    QTest::addColumn<Tables>("own");
+    QTest::newRow("the first") << Tables{{"A", 7}, {"A", 5}};
+    QTest::newRow("the last") << Tables{{"A", 5}, {"A", 7}};
+}
+
+void AlignmentSave_MeanwhileTest::ofTwoTablesOfOneIdTheLatestIsTheOneShown()
+{
+    QFETCH(Tables, own);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, own));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices()), QString()); // nothing has changed meanwhile
+    QVERIFY(TableBytes(path(RtlFile))["A"].endsWith(TableBytes(imported(u"i.ad"_s))["A"]));
 }
 
 void AlignmentSave_MeanwhileTest::aCheckedTableIsNeverMissing_data()
