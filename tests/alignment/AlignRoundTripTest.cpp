@@ -2,6 +2,8 @@
 // Generated stores are saved, loaded and saved again.
 #include "alignment/AlignStore.h"
 
+#include "alignment/AlignFileFormat.h"
+#include "alignment/AlignFileWriter.h"
 #include "tests/alignment/AlignmentFileFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"
 #include "tests/support/TestMain.h"
@@ -11,8 +13,30 @@
 
 #include <algorithm>
 #include <set>
+#include <span>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The first value of every gain entry.
+std::vector<std::uint16_t> GainValuesOf(const AlignDataSet &dataSet)
+{
+    std::vector<std::uint16_t> values;
+    for (const AlignFreqPoint &point : std::span(dataSet.FreqPoints).first(dataSet.FreqPointCount)) {
+        for (const AlignSampleRatePoint &ratePoint :
+             std::span(point.SampleRatePoints).first(point.SampleRatePointCount)) {
+            for (const AlignGainEntry &entry :
+                 std::span(ratePoint.GainEntries).first(ratePoint.GainEntryCount))
+                values.push_back(entry.Value1);
+        }
+    }
+    return values;
+}
+
+} // namespace
 
 class AlignRoundTripTest : public tests::AlignmentFileFixture
 {
@@ -113,6 +137,13 @@ void AlignRoundTripTest::fullTablesComeBackEqual()
     store.SdrType = SdrType::LimeUsb;
     QVERIFY(generator.AppendFullTables(store, 3, layout));
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
+    const AlignDataSet &last = std::as_const(store.Tables.Tail->Table->DataSets)[11];
+    const std::size_t payload = alignfile::DataSetPayloadSize(last).value_or(0);
+    QVERIFY(payload < alignfile::DataSetPayloadLimit);
+    QVERIFY2(payload + alignfile::GainEntrySize >= alignfile::DataSetPayloadLimit,
+             qPrintable(QString::number(payload))); // no room for one gain entry more
+    const std::vector<std::uint16_t> values = GainValuesOf(last);
+    QCOMPARE(std::set(values.begin(), values.end()).size(), values.size()); // no two are alike
     // 12 data sets of nearly 16,383 bytes a table.
     const qsizetype size = tests::FileBytes(Path).size();
     QVERIFY2(size > qsizetype{3} * (143 + 12 * 16350) && size < qsizetype{3} * (143 + 12 * 16390),
@@ -130,10 +161,16 @@ void AlignRoundTripTest::demonstrationTablesHaveReadableIdsOfTheirOwn()
     QVERIFY(generator.AppendDemonstrationTables(store, 100));
     const QList<QByteArray> ids = tests::HwIdsOf(store.Tables);
     QCOMPARE(QSet<QByteArray>(ids.begin(), ids.end()).size(), qsizetype{100});
+    for (const AlignTable &table : std::as_const(store.Tables))
+        QVERIFY(std::all_of(table.HwId.begin() + 18, table.HwId.end(), [](char c) { return c == '\0'; }));
     for (const QByteArray &id : ids) {
         QCOMPARE(id.size(), qsizetype{18});
         QVERIFY(id.startsWith("0x"));
     }
+    tools::AlignmentGenerator sameSeed(1);
+    QCOMPARE(sameSeed.ReadableHwId(), ids.first().toStdString());
+    tools::AlignmentGenerator otherSeed(2);
+    QVERIFY(!ids.contains(QByteArray::fromStdString(otherSeed.ReadableHwId())));
 }
 
 void AlignRoundTripTest::loadedTablesMergeIntoAnotherStore()
