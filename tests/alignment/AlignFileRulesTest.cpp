@@ -76,6 +76,8 @@ private slots:
     void thePayloadOfLength0IsAcceptedWithAnyCrc();
     void aStoredCrcOf0IsNoLicence_data();
     void aStoredCrcOf0IsNoLicence();
+    void aHeaderThatFailsLeavesTheTypeOfTheStore_data();
+    void aHeaderThatFailsLeavesTheTypeOfTheStore();
     void theHeaderTakesTheFileVersion();
     void aSaveRefusesWhatALoadWouldRefuse_data();
     void aSaveRefusesWhatALoadWouldRefuse();
@@ -185,6 +187,25 @@ void AlignFileRulesTest::aStoredCrcOf0IsNoLicence()
     QCOMPARE(Load(file, store), AlignResult::FileCrcFailed);
 }
 
+void AlignFileRulesTest::aHeaderThatFailsLeavesTheTypeOfTheStore_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    const QByteArray header = HeaderChunk(SdrType::LimeMini, 1);
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("of another version") << ByteCrcChunk(header.mid(3, 3), 4);
+    QTest::newRow("with a wrong CRC") << WithWrongCrc(header);
+    QTest::newRow("too short for the number of tables") << ByteCrcChunk(header.mid(3, 2));
+}
+
+void AlignFileRulesTest::aHeaderThatFailsLeavesTheTypeOfTheStore()
+{
+    QFETCH(QByteArray, header);
+    AlignStore store;
+    store.SdrType = SdrType::RtlSdr;
+    QVERIFY(Load(header, store) != AlignResult::Ok);
+    QCOMPARE(store.SdrType, SdrType::RtlSdr);
+}
+
 void AlignFileRulesTest::theHeaderTakesTheFileVersion()
 {
     AlignStore store;
@@ -193,7 +214,8 @@ void AlignFileRulesTest::theHeaderTakesTheFileVersion()
     std::ostringstream stream(std::ios::binary);
     QCOMPARE(store.Save(stream), AlignResult::Ok);
     QCOMPARE(int{stream.str().at(0)}, 6);
-    QCOMPARE(int{stream.str().at(7)}, 5); // the table's version
+    QCOMPARE(int{stream.str().at(7)}, 5);  // the table's version
+    QCOMPARE(int{stream.str().at(10)}, 5); // the same in its payload
 }
 
 void AlignFileRulesTest::aSaveRefusesWhatALoadWouldRefuse_data()
@@ -208,10 +230,21 @@ void AlignFileRulesTest::aSaveRefusesWhatALoadWouldRefuse_data()
     QTest::newRow("the last table of another version")
         << Spoil([](AlignStore &store) { store.Tables.Tail->Table->Version = 0; })
         << AlignResult::VersionMismatch;
+    QTest::newRow("a table of another version with too many data sets") << Spoil([](AlignStore &store) {
+        store.Tables.Tail->Table->Version = 4;
+        store.Tables.Tail->Table->DataSetCount = 5;
+    }) << AlignResult::VersionMismatch;
     QTest::newRow("as many data sets as the table has")
         << Spoil([](AlignStore &store) { store.Tables.Tail->Table->DataSetCount = 4; }) << AlignResult::Ok;
     QTest::newRow("more data sets than the table has")
         << Spoil([](AlignStore &store) { store.Tables.Tail->Table->DataSetCount = 5; })
+        << AlignResult::InternalError;
+    QTest::newRow("more data sets than there are, though table and store claim them")
+        << Spoil([](AlignStore &store) {
+               store.Tables.Tail->Table->DataSetCount = 5;
+               store.Tables.Tail->Table->DataSetCapacity = 12;
+               store.SdrType = SdrType::LimeUsb;
+           })
         << AlignResult::InternalError;
     QTest::newRow("more data sets than the store's type has") << Spoil([](AlignStore &store) {
         store.Tables.Tail->Table->DataSetCount = 2;

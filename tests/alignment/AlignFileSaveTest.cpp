@@ -212,25 +212,33 @@ void AlignFileSaveTest::saveOfALaterNodeWithoutTableGives11()
 
 void AlignFileSaveTest::saveOfTheGreatestPayloadIsReadBack_data()
 {
+    QTest::addColumn<int>("freqPoints");
+    QTest::addColumn<int>("sampleRatePoints");
     QTest::addColumn<int>("lastGainEntries");
-    QTest::addColumn<bool>("fits");
-    // 10 + 5 * 10 + 39 * (13 + 50 * 8) = 16167; the 40th sample-rate point adds 13 + 8 * n.
-    QTest::newRow("payload of 16380 bytes") << 25 << true;
-    QTest::newRow("payload of 16388 bytes: fits the buffer, not the format") << 26 << false;
-    QTest::newRow("payload of 16396 bytes: longer than the buffer") << 27 << false;
+    QTest::addColumn<int>("payload");
+    // The first 39 sample-rate points are full, the 40th has the last gain entries, a 41st has none.
+    QTest::newRow("a little below the limit") << 5 << 40 << 25 << 16380;
+    QTest::newRow("the greatest payload") << 8 << 41 << 20 << 16383;
+    QTest::newRow("one byte more") << 7 << 40 << 23 << 16384;
+    QTest::newRow("fits the buffer, not the format") << 5 << 40 << 26 << 16388;
+    QTest::newRow("longer than the buffer") << 5 << 40 << 27 << 16396;
 }
 
 void AlignFileSaveTest::saveOfTheGreatestPayloadIsReadBack()
 {
+    QFETCH(int, freqPoints);
+    QFETCH(int, sampleRatePoints);
     QFETCH(int, lastGainEntries);
-    QFETCH(bool, fits);
+    QFETCH(int, payload);
+    QCOMPARE(10 + 10 * freqPoints + 13 * sampleRatePoints + 8 * (39 * 50 + lastGainEntries), payload);
     AlignStore store;
     store.SdrType = SdrType::RtlSdr;
     AlignTable *table = store.AppendNewTable(store.Tables);
     QVERIFY(table != nullptr);
     table->DataSetCount = 1;
     AlignDataSet &dataSet = table->DataSets[0];
-    dataSet.FreqPointCount = 5;
+    dataSet.FreqPointCount = static_cast<std::uint16_t>(freqPoints);
+    dataSet.FreqPoints[4].SampleRatePointCount = static_cast<std::uint8_t>(sampleRatePoints - 40);
     for (std::size_t i = 0; i < 4; ++i) {
         dataSet.FreqPoints.at(i).SampleRatePointCount = 10;
         for (AlignSampleRatePoint &ratePoint : dataSet.FreqPoints.at(i).SampleRatePoints) {
@@ -239,13 +247,13 @@ void AlignFileSaveTest::saveOfTheGreatestPayloadIsReadBack()
         }
     }
     dataSet.FreqPoints[3].SampleRatePoints[9].GainEntryCount = static_cast<std::uint8_t>(lastGainEntries);
-    if (!fits) {
+    if (payload >= 16384) {
         QCOMPARE(store.SaveFile(Path), AlignResult::InternalError);
         QVERIFY(!QFileInfo::exists(Path));
         return;
     }
     QCOMPARE(store.SaveFile(Path), AlignResult::Ok);
-    QCOMPARE(QFileInfo(Path).size(), qint64{7 + 143 + 2 + 16380 + 4});
+    QCOMPARE(QFileInfo(Path).size(), qint64{7 + 143 + 2 + payload + 4});
     AlignStore loaded;
     QCOMPARE(loaded.LoadFile(Path, loaded.Tables, true), AlignResult::Ok);
     QCOMPARE(tests::Difference(loaded.Tables, store.Tables), QString());

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -41,6 +42,7 @@ private slots:
     void mergeStopsSilentlyAtATableOfAnotherCapacity();
     void mergeNeverReadsBeyondASmallerSourceBlock();
     void mergedTableIsIndependentOfItsSource();
+    void mergePassesOverANodeWithoutTable();
     void mergeIntoAFullListGives11();
     void mergeWithoutMemory_data();
     void mergeWithoutMemory();
@@ -248,6 +250,16 @@ void AlignStoreMergeTest::mergedTableIsIndependentOfItsSource()
     QCOMPARE(tests::Difference(store.ImportTables, store.Tables), QString());
 }
 
+void AlignStoreMergeTest::mergePassesOverANodeWithoutTable()
+{
+    AlignStore store;
+    store.SdrType = SdrType::RtlSdr;
+    store.ImportTables.Append(std::make_unique<AlignTableNode>());
+    QVERIFY(tests::AppendTableWithId(store, store.ImportTables, "A") != nullptr);
+    QCOMPARE(store.MergeTables(store.Tables, store.ImportTables, Selection({"A"})), AlignResult::Ok);
+    QCOMPARE(tests::HwIdsOf(store.Tables), QList<QByteArray>{"A"});
+}
+
 void AlignStoreMergeTest::mergeIntoAFullListGives11()
 {
     AlignStore store;
@@ -261,6 +273,8 @@ void AlignStoreMergeTest::mergeIntoAFullListGives11()
     QCOMPARE(store.Tables.Count, std::uint16_t{65535});
     QCOMPARE(QByteArray(store.Tables.Tail->Table->HwId.data()), QByteArray("A"));
     QVERIFY(store.Tables.Tail->Next == nullptr);
+    // A table that is not selected needs no room.
+    QCOMPARE(store.MergeTables(store.Tables, store.ImportTables, Selection({"C"})), AlignResult::Ok);
 }
 
 void AlignStoreMergeTest::mergeWithoutMemory_data()

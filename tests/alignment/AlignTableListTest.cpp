@@ -37,6 +37,7 @@ private slots:
     void aListIsWalkedOverInOrder();
     void nodesWithoutTableArePassedOver();
     void tablesCanBeChangedOnTheWalk();
+    void aClearedListCountsNothingWhateverItCounted();
     void aTableIsFoundByItsWholeId_data();
     void aTableIsFoundByItsWholeId();
     void anIdIsSet_data();
@@ -84,6 +85,15 @@ void AlignTableListTest::tablesCanBeChangedOnTheWalk()
         table.AlignedAt = 7;
     for (const AlignTable &table : std::as_const(Store->Tables))
         QCOMPARE(table.AlignedAt, quint64{7});
+}
+
+void AlignTableListTest::aClearedListCountsNothingWhateverItCounted()
+{
+    append("A");
+    append("B");
+    Store->Tables.Count = 5; // more than there are
+    AlignStore::ClearList(Store->Tables);
+    QVERIFY(tests::IsEmpty(Store->Tables));
 }
 
 void AlignTableListTest::aTableIsFoundByItsWholeId_data()

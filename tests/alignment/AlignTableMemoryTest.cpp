@@ -30,25 +30,26 @@ private slots:
 
 void AlignTableMemoryTest::aTableIsZeroedBeforeItIsFreed_data()
 {
-    using Free = void (*)(AlignStore &);
+    using Free = void (*)(std::unique_ptr<AlignStore> &);
     QTest::addColumn<Free>("free");
     QTest::addColumn<int>("freed");
     QTest::newRow("by clearing the list")
-        << Free([](AlignStore &store) { AlignStore::ClearList(store.Tables); }) << 2;
-    QTest::newRow("by its id") << Free([](AlignStore &store) {
-        AlignStore::ClearTableByHwId(&store.Tables, "A");
+        << Free([](std::unique_ptr<AlignStore> &store) { AlignStore::ClearList(store->Tables); }) << 2;
+    QTest::newRow("by its id") << Free([](std::unique_ptr<AlignStore> &store) {
+        AlignStore::ClearTableByHwId(&store->Tables, "A");
     }) << 1;
+    QTest::newRow("with its store") << Free([](std::unique_ptr<AlignStore> &store) { store.reset(); }) << 2;
 }
 
 void AlignTableMemoryTest::aTableIsZeroedBeforeItIsFreed()
 {
-    using Free = void (*)(AlignStore &);
+    using Free = void (*)(std::unique_ptr<AlignStore> &);
     QFETCH(Free, free);
     QFETCH(int, freed);
-    AlignStore store;
-    store.SdrType = SdrType::RtlSdr;
+    auto store = std::make_unique<AlignStore>();
+    store->SdrType = SdrType::RtlSdr;
     for (const char *id : {"A", "B"}) {
-        AlignTable *const table = tests::AppendTableWithId(store, store.Tables, id);
+        AlignTable *const table = tests::AppendTableWithId(*store, store->Tables, id);
         QVERIFY(table != nullptr);
         table->AlignedAt = 0x0102030405060708;
         table->HwId.back() = 'z';

@@ -70,6 +70,8 @@ private slots:
     void aMissingFileGives9();
     void aFolderGives9();
     void aReaderServesForSeveralFiles();
+    void nothingOfTheFileBeforeIsLeftAfterAFailedOpen_data();
+    void nothingOfTheFileBeforeIsLeftAfterAFailedOpen();
 
 private:
     [[nodiscard]] static AlignResult loaded(const std::string &bytes, AlignTableList &tables);
@@ -258,6 +260,38 @@ void AlignTableReaderTest::aReaderServesForSeveralFiles()
     const AlignResult opened = Reader->Open(folder.filePath(u"good.ad"_s));
     QCOMPARE(ReadAll(*Reader, opened, tables), AlignResult::Ok);
     QCOMPARE(tests::Difference(tables, Store->Tables), QString());
+}
+
+void AlignTableReaderTest::nothingOfTheFileBeforeIsLeftAfterAFailedOpen_data()
+{
+    using Open = AlignResult (*)(AlignTableReader &);
+    QTest::addColumn<Open>("open");
+    QTest::addColumn<AlignResult>("result");
+    QTest::newRow("a missing file") << Open([](AlignTableReader &reader) {
+        return reader.Open(QTemporaryDir().filePath(u"missing.ad"_s));
+    }) << AlignResult::FileError;
+    QTest::newRow("a stream that holds no file") << Open([](AlignTableReader &reader) {
+        std::istringstream rubbish("rubbish", std::ios::binary);
+        return reader.Open(rubbish);
+    }) << AlignResult::VersionMismatch;
+    QTest::newRow("a stream that ends within the header") << Open([](AlignTableReader &reader) {
+        std::istringstream beginning("\5", std::ios::binary);
+        return reader.Open(beginning);
+    }) << AlignResult::FileError;
+}
+
+void AlignTableReaderTest::nothingOfTheFileBeforeIsLeftAfterAFailedOpen()
+{
+    using Open = AlignResult (*)(AlignTableReader &);
+    QFETCH(Open, open);
+    QFETCH(AlignResult, result);
+    std::istringstream stream(SavedInMemory(*Store), std::ios::binary);
+    QCOMPARE(Reader->Open(stream), AlignResult::Ok);
+    QVERIFY(Reader->hasNext());
+    QCOMPARE(open(*Reader), result);
+    QVERIFY(!Reader->hasNext());
+    QCOMPARE(Reader->tableCount(), quint16{0});
+    QCOMPARE(Reader->sdrType(), SdrType::None);
 }
 
 TARNVIK_TEST_MAIN(AlignTableReaderTest, QCoreApplication)
