@@ -114,7 +114,7 @@ AlignResult AlignStore::SaveFile(const QString &path)
     const std::optional<std::filesystem::path> file = platform::FileSystemPath(path);
     if (!file)
         return AlignResult::InternalError;
-    if (!platform::HasRoomFor(path, FileSizeOf(Tables)))
+    if (platform::WaitsForOtherEnd(*file) || !platform::HasRoomFor(*file, FileSizeOf(Tables)))
         return AlignResult::FileError;
     std::array<char, alignfile::StreamBufferSize> streamBuffer; // outlives the stream
     std::ofstream stream;

@@ -16,7 +16,7 @@ AlignResult OpenForReading(std::ifstream &stream, const QString &path)
         return AlignResult::InternalError;
     // Some systems open a folder like a file and fail at the first read, when the old tables would be gone.
     std::error_code ignored;
-    if (std::filesystem::is_directory(*file, ignored))
+    if (std::filesystem::is_directory(*file, ignored) || platform::WaitsForOtherEnd(*file))
         return AlignResult::FileError;
     stream.open(*file, std::ios::in | std::ios::binary);
     return stream.is_open() ? AlignResult::Ok : AlignResult::FileError;

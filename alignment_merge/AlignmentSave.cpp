@@ -98,7 +98,9 @@ QByteArray DigestOf(const QString &path)
 {
     QFile file(path);
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result() : QByteArray();
+    // A pipe would be waited for.
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result()
+                                                                                             : QByteArray();
 }
 
 /// The dates of the tables by hardware id. Of several tables with one id the latest counts, as in the list.

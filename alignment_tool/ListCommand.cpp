@@ -33,11 +33,11 @@ QString DriverText(SdrType sdrType)
 
 QString LineOf(const AlignTable &table, const TableFile &file)
 {
-    return u"%1  %2  %3  %4  %5"_s.arg(DriverText(file.sdrType()), -8)
-        .arg(HardwareIdText(table), -18)
-        .arg(DateTimeText(table.AlignedAt), -19)
-        .arg(int{table.DataSetCount}, 3)
-        .arg(file.name());
+    // At once: what an id holds is not looked at for places to be filled.
+    return u"%1  %2  %3  %4  %5"_s.arg(DriverText(file.sdrType()).leftJustified(8),
+                                       HardwareIdText(table).leftJustified(18),
+                                       DateTimeText(table.AlignedAt).leftJustified(19),
+                                       QString::number(table.DataSetCount).rightJustified(3), file.name());
 }
 
 QJsonObject ObjectOf(const AlignTable &table, const TableFile &file)

@@ -35,11 +35,15 @@ fs::path PathOf(const QString &text)
 QStringList DriverFilesIn(const QString &folder)
 {
     const QRegularExpression pattern(
-        QRegularExpression::wildcardToRegularExpression(AlignmentDriverFilePattern()));
+        QRegularExpression::wildcardToRegularExpression(AlignmentDriverFilePattern()),
+        QRegularExpression::CaseInsensitiveOption);
     QStringList files;
     std::error_code error;
     for (const fs::directory_entry &entry : fs::directory_iterator(PathOf(folder), error)) {
-        if (pattern.match(platform::PathText(entry.path().filename())).hasMatch())
+        // Half surrogates match nothing.
+        const QByteArray name = platform::TextBytes(platform::PathText(entry.path().filename()));
+        std::error_code ignored;
+        if (entry.is_regular_file(ignored) && pattern.match(QString::fromUtf8(name)).hasMatch())
             files.append(platform::PathText(entry.path()));
     }
     if (error)

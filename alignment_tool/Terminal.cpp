@@ -11,6 +11,22 @@ using namespace Qt::StringLiterals;
 
 namespace aligntool {
 
+namespace {
+
+/// What controls a terminal, ends a line or turns its direction round.
+bool IsHarmful(QChar::Category category)
+{
+    return category == QChar::Other_Control || category == QChar::Other_Format ||
+           category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
+}
+
+QString Hexadecimal(uint number, int digits)
+{
+    return QString::number(number, 16).toUpper().rightJustified(digits, u'0');
+}
+
+} // namespace
+
 void Terminal::Print(const QString &line)
 {
     PrintBytes(line.toUtf8() + '\n');
@@ -38,12 +54,13 @@ bool Terminal::Flush()
 QString Harmless(const QString &text)
 {
     QString harmless;
-    const auto bytes = [](uint number) {
-        return u"\\x"_s + QString::number(number & 0xFF, 16).toUpper().rightJustified(2, u'0');
-    };
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].category() == QChar::Other_Control || platform::IsEscapedByte(text, i))
-            harmless += bytes(text[i].unicode());
+        const uint unit = text[i].unicode();
+        if (platform::IsEscapedByte(text, i))
+            harmless += u"\\x%1"_s.arg(Hexadecimal(unit & 0xFF, 2));
+        else if (IsHarmful(text[i].category()))
+            harmless +=
+                unit < 0x80 ? u"\\x%1"_s.arg(Hexadecimal(unit, 2)) : u"\\u%1"_s.arg(Hexadecimal(unit, 4));
         else
             harmless += text[i];
     }

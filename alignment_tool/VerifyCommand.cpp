@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -53,16 +54,10 @@ public:
         if (AlignDataSetCapacityOf(File.sdrType()) == 0)
             Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "its receiver type, %1, is unknown"))
                      .arg(static_cast<int>(File.sdrType())));
-        // In this order an id stands right before those that it is the beginning of.
-        std::sort(Ids.begin(), Ids.end());
-        for (std::size_t i = 1; i < Ids.size(); ++i) {
-            if (Ids[i].first.compare(0, Ids[i - 1].first.size(), Ids[i - 1].first) == 0)
-                Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
-                                                  "the hardware id of table %1 is the beginning of that of "
-                                                  "table %2"))
-                         .arg(Ids[i - 1].second)
-                         .arg(Ids[i].second));
-        }
+        if (Ids.empty())
+            Warn(Translated(
+                QT_TRANSLATE_NOOP("TarnvikAlign", "it holds no table; the window refuses to read it")));
+        WarnOfBeginnings();
         if (const std::uint64_t bytes = File.bytesBehind(); bytes > 0)
             Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "bytes behind the last table: %1")).arg(bytes));
     }
@@ -70,6 +65,24 @@ public:
     [[nodiscard]] int count() const { return Count; }
 
 private:
+    /// Names for each id the longest other one that it begins with.
+    void WarnOfBeginnings()
+    {
+        std::sort(Ids.begin(), Ids.end()); // an id comes right before all that begin with it
+        std::vector<std::pair<std::string, unsigned>> beginnings;
+        for (const auto &id : Ids) {
+            while (!beginnings.empty() && !std::string_view(id.first).starts_with(beginnings.back().first))
+                beginnings.pop_back();
+            if (!beginnings.empty())
+                Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                                  "the hardware id of table %1 is the beginning of that of "
+                                                  "table %2"))
+                         .arg(beginnings.back().second)
+                         .arg(id.second));
+            beginnings.push_back(id);
+        }
+    }
+
     static QString InTable(unsigned number)
     {
         return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "table %1: %2")).arg(number);

@@ -13,6 +13,9 @@ namespace platform {
 /// where the system's paths cannot express it, but for what PathText makes. Nothing when there is no memory.
 [[nodiscard]] std::optional<std::filesystem::path> FileSystemPath(const QString &path) noexcept;
 
+/// Whether opening the file would wait for somebody at its other end: a pipe, a socket.
+[[nodiscard]] bool WaitsForOtherEnd(const std::filesystem::path &path) noexcept;
+
 /// The way back. A byte of a Linux path that is no part of a letter is escaped as BytesText does it;
 /// FileSystemPath makes the byte of it again.
 [[nodiscard]] QString PathText(const std::filesystem::path &path);

@@ -79,10 +79,12 @@ int QuitSignalListeners(const QString &key)
 
 void SendQuitSignal(const QString &key)
 {
-    if (QuitSignalListeners(key) > 0) {
+    // Whoever waits longest is served first: with one request for several, one that was left over from an
+    // earlier run would take it from the one that is meant.
+    if (const int listeners = QuitSignalListeners(key); listeners > 0) {
         QSystemSemaphore semaphore(key, 0, QSystemSemaphore::Open);
         if (semaphore.error() == QSystemSemaphore::NoError)
-            semaphore.release(1);
+            semaphore.release(listeners);
     }
     Settle(key);
 }

@@ -822,6 +822,10 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <source>tables</source>
         <translation>Tabellen</translation>
     </message>
+    <message>
+        <source>it holds no table; the window refuses to read it</source>
+        <translation>sie enthält keine Tabelle; das Fenster weigert sich, sie zu lesen</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

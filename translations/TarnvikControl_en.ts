@@ -822,6 +822,10 @@ Choose Reset and pick again.</translation>
         <source>tables</source>
         <translation>tables</translation>
     </message>
+    <message>
+        <source>it holds no table; the window refuses to read it</source>
+        <translation>it holds no table; the window refuses to read it</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

@@ -3,7 +3,9 @@
 // to terminate, and in all.
 #include "TarnvikControl/QAsyncWatchExec.h"
 
+#include "Common_Files/RecorderNames.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "platform/QuitSignal.h"
 #include "tests/TarnvikControl/RunnerTestTools.h"
 #include "tests/support/MessageLog.h"
 #include "tests/support/TestMain.h"
@@ -11,6 +13,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QOperatingSystemVersion>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,9 @@ private slots:
     void aRecorderThatTakesTooLongIsKilledAfter5s_data();
     void aRecorderThatTakesTooLongIsKilledAfter5s();
     void aDeafRecorderIsAskedToTerminateAtOnce();
+#ifdef Q_OS_LINUX // Windows gives the request to one that waits
+    void aRecorderLeftOverFromBeforeDoesNotTakeTheRequest();
+#endif
 
 private:
     /// Starts the stand-in and stops it when it is ready; returns how long that took.
@@ -148,6 +154,27 @@ void QAsyncWatchExec_GraceTest::aDeafRecorderIsAskedToTerminateAtOnce()
     QCOMPARE(Report->count(u"terminate-request"_s), 1);
     QCOMPARE(Report->count(u"closed"_s), 1);
 }
+
+#ifdef Q_OS_LINUX
+void QAsyncWatchExec_GraceTest::aRecorderLeftOverFromBeforeDoesNotTakeTheRequest()
+{
+    Report->SetOption("QUIT_CLOSE_MS", "1500");
+    Report->SetOption("TERMINATE_CLOSE_MS", QByteArray::number(NeverMs));
+    QProcess leftOver;
+    leftOver.start(tools::StandInProgram(), QStringList());
+    QTRY_VERIFY(Report->recorderListens());
+    QAsyncWatchExec runner;
+    runner.Program = tools::StandInProgram();
+    runner.StopHook = QTarnvikBasic::SendRecorderQuit;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(platform::QuitSignalListeners(RecorderQuitKey), 2);
+    runner.Stop();
+    QVERIFY(leftOver.waitForFinished());
+    QCOMPARE(Report->count(u"quit-request"_s), 2);
+    QCOMPARE(Report->count(u"closed"_s), 2);
+    QCOMPARE(Report->count(u"terminate-request"_s), 0);
+}
+#endif
 
 TARNVIK_TEST_MAIN(QAsyncWatchExec_GraceTest, QCoreApplication)
 

@@ -17,6 +17,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +63,7 @@ private slots:
     void saveOfALargeFileToADiskThatFillsUpGives9();
     void withoutReadPermissionLoadGives9AndLeavesTheListAsItWas();
     void withoutWritePermissionSaveGives9AndLeavesTheFileUntouched();
+    void aPipeIsNotOpened();
     void pathWithBytesThatAreNoLetters();
     void loadingAndReadingThatRunOutOfMemoryGive11_data();
     void loadingAndReadingThatRunOutOfMemoryGive11();
@@ -186,6 +188,16 @@ void AlignFileLinuxTest::withoutWritePermissionSaveGives9AndLeavesTheFileUntouch
     QCOMPARE(refused, AlignResult::FileError);
     QCOMPARE(tests::FileBytes(Path), QByteArray("untouched"));
     QCOMPARE(allowed, AlignResult::Ok);
+}
+
+void AlignFileLinuxTest::aPipeIsNotOpened()
+{
+    // Nobody is at its other end, and nobody comes.
+    QCOMPARE(mkfifo(QFile::encodeName(Path).constData(), S_IRUSR | S_IWUSR), 0);
+    AlignStore store;
+    QVERIFY(tests::AppendTableWithId(store, store.Tables, "ABC") != nullptr);
+    QCOMPARE(store.LoadFile(Path, store.ImportTables, true), AlignResult::FileError);
+    QCOMPARE(store.SaveFile(Path), AlignResult::FileError);
 }
 
 void AlignFileLinuxTest::pathWithBytesThatAreNoLetters()

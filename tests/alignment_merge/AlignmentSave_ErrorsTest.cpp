@@ -174,6 +174,8 @@ void AlignmentSave_ErrorsTest::aFolderThatCannotBeMadeIsNamed()
     DriversFolder = path(u"Quillane GmbH/TarnvikRecord"_s);
     QCOMPARE(Save(Choices()), u"The folder can not be made:\n"_s + QDir::toNativeSeparators(DriversFolder));
     QVERIFY(Proposed.isEmpty());
+}
+
 void AlignmentSave_ErrorsTest::aTableBehindOneThatCannotBeTakenOverStaysOut()
 {
     const QString import = imported(u"i.ad"_s);

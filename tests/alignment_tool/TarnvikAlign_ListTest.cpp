@@ -17,6 +17,10 @@
 #include <cstdio>
 #include <limits>
 
+#ifdef Q_OS_LINUX
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 using tests::Day;
@@ -35,7 +39,9 @@ private slots:
     void whatCannotBeReadIsNamedAndTheOthersAreListed();
     void jsonHoldsEveryNumberExactly();
     void anIdThatIsNoTextIsExactInJsonAndHarmlessInLines();
+    void whatAnIdHoldsIsNoPlaceToBeFilled();
 #ifdef Q_OS_LINUX
+    void aFolderHoldsTheFilesThatTheWindowReads();
     void aFileNameThatIsNoTextIsRead();
 #endif
 
@@ -149,7 +155,31 @@ void TarnvikAlign_ListTest::anIdThatIsNoTextIsExactInJsonAndHarmlessInLines()
     QVERIFY2(run.Output.startsWith("RTL-SDR   a\\x1B[2J\\xFF "), run.Output.constData());
 }
 
+void TarnvikAlign_ListTest::whatAnIdHoldsIsNoPlaceToBeFilled()
+{
+    QVERIFY(WriteAlignmentFile(path(u"p.ad"_s), SdrType::RtlSdr, {{"%5 %4 %L1", 1}, {"\xE2\x80\xAE", 1}}));
+    const tests::ToolRun run = Run({u"list"_s, u"p.ad"_s});
+    QCOMPARE(run.Output, QByteArray("RTL-SDR   %5 %4 %L1           1970-01-01 00:00:01    1  p.ad\n"
+                                    "RTL-SDR   \\u202E              1970-01-01 00:00:01    1  p.ad\n"));
+}
+
 #ifdef Q_OS_LINUX
+void TarnvikAlign_ListTest::aFolderHoldsTheFilesThatTheWindowReads()
+{
+    const QByteArray folder = QFile::encodeName(Folder->path());
+    QCOMPARE(mkfifo((folder + "/TarnvikDriver_pipe.ad").constData(), S_IRUSR), 0);
+    QVERIFY(QDir(Folder->path()).mkdir(u"TarnvikDriver_folder.ad"_s));
+    QVERIFY(QFile::rename(path(u"other.ad"_s), path(u"tarnvikdriver_x.AD"_s)));
+    QCOMPARE(std::rename((folder + '/' + tests::RtlFile.toLatin1()).constData(),
+                         (folder + "/TarnvikDriver_\xFF.ad").constData()),
+             0);
+    QStringList ids;
+    for (const QJsonValue &table : listed({u"."_s}))
+        ids.append(table.toObject().value("id"_L1).toString());
+    ids.sort();
+    QCOMPARE(ids, (QStringList{u"0x1"_s, u"0x2"_s, u"A-7"_s, u"X"_s}));
+}
+
 void TarnvikAlign_ListTest::aFileNameThatIsNoTextIsRead()
 {
     // Qt cannot name such a file.

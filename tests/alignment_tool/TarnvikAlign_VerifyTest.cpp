@@ -21,6 +21,7 @@ private slots:
     void damageIsToldByItsPlace_data();
     void damageIsToldByItsPlace();
     void theOneDamagedFileAmongFiftyIsFound();
+    void everyIdThatBeginsWithAnotherIsNamed();
     void whatAStrictReaderWouldRefuseIsAWarning_data();
     void whatAStrictReaderWouldRefuseIsAWarning();
 };
@@ -28,9 +29,9 @@ private slots:
 void TarnvikAlign_VerifyTest::wholeFilesAreOk()
 {
     QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::AirSpy, {{"1", 5}, {"2", 5}}));
-    QVERIFY(tests::WriteFileBytes(path(u"empty.ad"_s), tests::HeaderChunk(SdrType::RtlSdr, 0)));
-    const tests::ToolRun run = Run({u"verify"_s, u"a.ad"_s, u"empty.ad"_s});
-    QCOMPARE(run.Output, QByteArray("a.ad: ok, tables: 2\nempty.ad: ok, tables: 0\n"));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr, {{"1", 5}}));
+    const tests::ToolRun run = Run({u"verify"_s, u"a.ad"_s, u"b.ad"_s});
+    QCOMPARE(run.Output, QByteArray("a.ad: ok, tables: 2\nb.ad: ok, tables: 1\n"));
     QCOMPARE(run.Errors, QByteArray());
     QCOMPARE(run.ExitCode, 0);
 }
@@ -93,6 +94,19 @@ void TarnvikAlign_VerifyTest::theOneDamagedFileAmongFiftyIsFound()
     QCOMPARE(run.ExitCode, 1);
 }
 
+void TarnvikAlign_VerifyTest::everyIdThatBeginsWithAnotherIsNamed()
+{
+    QVERIFY(WriteAlignmentFile(path(u"f.ad"_s), SdrType::RtlSdr,
+                               {{"AC", 1}, {"A", 1}, {"ABC", 1}, {"B", 1}, {"AB", 1}, {"AD", 1}}));
+    const tests::ToolRun run = Run({u"verify"_s, u"f.ad"_s});
+    const QByteArray warning =
+        "f.ad: warning: the hardware id of table %1 is the beginning of that of table %2\n";
+    QByteArray expected;
+    for (const QByteArray pair : {"25", "53", "21", "26"}) // A AB, AB ABC, A AC, A AD
+        expected += QByteArray(warning).replace("%1", pair.first(1)).replace("%2", pair.last(1));
+    QCOMPARE(run.Output, expected + "f.ad: ok, tables: 6, warnings: 4\n");
+}
+
 void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -119,6 +133,8 @@ void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning_data()
         << QByteArray("the hardware id of table 1 is the beginning of that of table 2");
     payload = file.mid(10, 139);
     payload[137] = 0;
+    QTest::newRow("no table") << tests::HeaderChunk(SdrType::RtlSdr, 0)
+                              << QByteArray("it holds no table; the window refuses to read it");
     QTest::newRow("an unknown receiver type")
         << tests::HeaderChunk(static_cast<SdrType>(9), 1) + tests::ByteCrcChunk(payload)
         << QByteArray("its receiver type, 9, is unknown");

@@ -46,6 +46,7 @@ private slots:
     void theSemaphoreOfQtIsFound_data();
     void theSemaphoreOfQtIsFound();
     void aCountThatNobodyTookIsTakenAway();
+    void everyProcessThatWaitsIsAsked();
     void aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd();
 };
 
@@ -78,6 +79,21 @@ void QuitSignalTest::aCountThatNobodyTookIsTakenAway()
     const Listener listener(RecorderQuitKey);
     QTRY_COMPARE(platform::QuitSignalListeners(RecorderQuitKey), 1); // it waits: the count of 2 is gone
     QVERIFY(!listener.Woken);
+}
+
+void QuitSignalTest::everyProcessThatWaitsIsAsked()
+{
+    const QSystemSemaphore semaphore(RecorderQuitKey, 0, QSystemSemaphore::Create);
+    const Listener first(RecorderQuitKey);
+    QTRY_COMPARE(platform::QuitSignalListeners(RecorderQuitKey), 1);
+    const Listener second(RecorderQuitKey);
+    const Listener third(RecorderQuitKey);
+    QTRY_COMPARE(platform::QuitSignalListeners(RecorderQuitKey), 3);
+    platform::SendQuitSignal(RecorderQuitKey);
+    QTRY_VERIFY(first.Woken && second.Woken && third.Woken);
+    const Listener later(RecorderQuitKey);
+    QTRY_COMPARE(platform::QuitSignalListeners(RecorderQuitKey), 1);
+    QVERIFY(!later.Woken);
 }
 
 void QuitSignalTest::aProcessThatTookTheCountDoesNotGiveItBackAtItsEnd()
