@@ -141,7 +141,7 @@ QJsonObject TableToJson(const AlignTable &table, SdrType sdrType)
     object.insert(u"dataSetCapacity"_s, table.DataSetCapacity);
     if (HasBytesBehindId(table))
         object.insert(u"idHex"_s,
-                      QString::fromLatin1(QByteArray(table.HwId.data(), table.HwId.size()).toHex()));
+                      QString::fromLatin1(QByteArray(table.HwId.data(), AlignHwIdSize).toHex()));
     QJsonArray dataSets;
     for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount))
         dataSets.append(ObjectOf(dataSet));

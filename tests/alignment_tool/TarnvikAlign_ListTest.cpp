@@ -83,7 +83,7 @@ void TarnvikAlign_ListTest::eachTableIsALine()
 void TarnvikAlign_ListTest::aFolderStandsForTheDriversFiles()
 {
     QStringList ids;
-    for (const QJsonValue &table : listed({u"."_s}))
+    for (const auto &table : listed({u"."_s}))
         ids.append(table.toObject().value("id"_L1).toString());
     QCOMPARE(ids, (QStringList{u"A-7"_s, u"0x1"_s, u"0x2"_s}));
 }
@@ -174,7 +174,7 @@ void TarnvikAlign_ListTest::aFolderHoldsTheFilesThatTheWindowReads()
                          (folder + "/TarnvikDriver_\xFF.ad").constData()),
              0);
     QStringList ids;
-    for (const QJsonValue &table : listed({u"."_s}))
+    for (const auto &table : listed({u"."_s}))
         ids.append(table.toObject().value("id"_L1).toString());
     ids.sort();
     QCOMPARE(ids, (QStringList{u"0x1"_s, u"0x2"_s, u"A-7"_s, u"X"_s}));
