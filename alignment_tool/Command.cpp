@@ -35,9 +35,11 @@ void PrintHelp(const Command &command, const QCommandLineParser &parser, Termina
     terminal.Print(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "Example: %1 %2"))
                        .arg(ProgramName(), QLatin1String(command.Example)));
     terminal.Print({});
-    // Qt's own text knows nothing of commands.
+    // Qt's own text begins with "Usage: " and the program's path, and knows nothing of commands.
     QString text = parser.helpText();
-    text.replace(ProgramName() + u" ["_s, u"%1 %2 ["_s.arg(ProgramName(), QLatin1String(command.Name)));
+    const qsizetype path = text.indexOf(u": "_s) + 2;
+    text.replace(path, text.indexOf(u" [options]"_s) - path,
+                 u"%1 %2"_s.arg(ProgramName(), QLatin1String(command.Name)));
     terminal.PrintBytes(text.toUtf8());
 }
 
