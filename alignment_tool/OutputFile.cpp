@@ -45,6 +45,16 @@ private:
     bool Equal = true;
 };
 
+/// True when the file holds what a save would write. `result`: whether a save can write at all. The file is
+/// closed again: on Windows nobody can replace it otherwise.
+bool WouldChangeNothing(AlignStore &store, const std::filesystem::path &path, AlignResult &result)
+{
+    Comparison comparison(path);
+    std::ostream compared(&comparison);
+    result = store.Save(compared);
+    return result == AlignResult::Ok && comparison.equal();
+}
+
 QString StepText(platform::ReplaceStep step)
 {
     switch (step) {
@@ -90,10 +100,8 @@ Exit OutputFile::Write(AlignStore &store, Terminal &terminal) const
         return Exit::FileFailed;
     }
     const std::filesystem::path path = platform::FileSystemPath(Path).value_or(std::filesystem::path());
-    Comparison comparison(path);
-    std::ostream compared(&comparison);
-    AlignResult result = store.Save(compared);
-    if (result == AlignResult::Ok && comparison.equal())
+    AlignResult result = AlignResult::Ok;
+    if (WouldChangeNothing(store, path, result))
         return Exit::Done;
     platform::ReplaceResult replaced;
     if (result == AlignResult::Ok)
