@@ -140,8 +140,7 @@ QJsonObject TableToJson(const AlignTable &table, SdrType sdrType)
     QJsonObject object = TableHead(table, sdrType);
     object.insert(u"dataSetCapacity"_s, table.DataSetCapacity);
     if (HasBytesBehindId(table))
-        object.insert(u"idHex"_s,
-                      QString::fromLatin1(QByteArray(table.HwId.data(), AlignHwIdSize).toHex()));
+        object.insert(u"idHex"_s, QString::fromLatin1(QByteArray(table.HwId.data(), AlignHwIdSize).toHex()));
     QJsonArray dataSets;
     for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount))
         dataSets.append(ObjectOf(dataSet));
