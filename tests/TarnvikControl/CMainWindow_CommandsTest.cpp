@@ -88,7 +88,6 @@ private slots:
     void theLinkFailsWhenOneOfThatNameExists();
     void theSettingsFolderIsOpened();
     void aMissingSettingsFolderIsReported();
-    void hideHidesTheWindow();
     void theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards();
     void theTraysQuitAsksWhileTheAlignmentDialogIsOpen_data();
     void theTraysQuitAsksWhileTheAlignmentDialogIsOpen();
@@ -277,13 +276,6 @@ void CMainWindow_CommandsTest::aMissingSettingsFolderIsReported()
     QCOMPARE(onlyBox().Title, u"Error"_s);
     QCOMPARE(onlyBox().Text, u"Drawer does not exists!\n"_s + ConfigurationFolder());
     QCOMPARE(onlyBox().Icon, QMessageBox::Warning);
-}
-
-void CMainWindow_CommandsTest::hideHidesTheWindow()
-{
-    Window->show();
-    Trigger(u"Hide"_s);
-    QVERIFY(!Window->isVisible());
 }
 
 void CMainWindow_CommandsTest::theAlignmentDialogShowsTheDriversFilesAndIsDeletedAfterwards()
