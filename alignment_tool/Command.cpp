@@ -83,6 +83,16 @@ QString Translated(const char *text)
     return QCoreApplication::translate("TarnvikAlign", text);
 }
 
+void DeclareFiles(QCommandLineParser &parser)
+{
+    parser.addPositionalArgument(
+        u"FILE|FOLDER"_s,
+        Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                     "A folder stands for the drivers' files in it; without argument: "
+                                     "the recorder's folder; \"-\": standard input.")),
+        u"[FILE|FOLDER...]"_s);
+}
+
 void DeclareFile(QCommandLineParser &parser)
 {
     parser.addPositionalArgument(

@@ -41,6 +41,9 @@ struct Command
 /// Runs the command that the arguments name, the program's name first.
 [[nodiscard]] Exit RunCommandLine(const QStringList &arguments, Terminal &terminal);
 
+/// Any number of files and folders, as FilesOf takes them.
+void DeclareFiles(QCommandLineParser &parser);
+
 /// The one file that most commands want, and what is said when it is not one.
 void DeclareFile(QCommandLineParser &parser);
 [[nodiscard]] Exit WantsOneFile(Terminal &terminal);

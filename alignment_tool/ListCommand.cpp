@@ -17,12 +17,7 @@ namespace {
 void Declare(QCommandLineParser &parser)
 {
     parser.addOption(JsonOption());
-    parser.addPositionalArgument(
-        u"FILE|FOLDER"_s,
-        Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
-                                     "A folder stands for the drivers' files in it; without argument: "
-                                     "the recorder's folder; \"-\": standard input.")),
-        u"[FILE|FOLDER...]"_s);
+    DeclareFiles(parser);
 }
 
 QString DriverText(SdrType sdrType)

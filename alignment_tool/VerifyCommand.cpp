@@ -17,16 +17,6 @@ namespace aligntool {
 
 namespace {
 
-void Declare(QCommandLineParser &parser)
-{
-    parser.addPositionalArgument(
-        u"FILE|FOLDER"_s,
-        Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
-                                     "A folder stands for the drivers' files in it; without argument: "
-                                     "the recorder's folder; \"-\": standard input.")),
-        u"[FILE|FOLDER...]"_s);
-}
-
 /// Collects what the program accepts and a strict reader would not.
 class Warnings
 {
@@ -132,7 +122,7 @@ const Command VerifyCommand = {
     "verify",
     QT_TRANSLATE_NOOP("TarnvikAlign", "Reads alignment files to the end and says what is wrong with them."),
     "verify TarnvikDriver_RtlSdr.ad",
-    &Declare,
+    &DeclareFiles,
     &Run,
 };
 
