@@ -4,9 +4,9 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "Common_Files/Version.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
 #include "TarnvikControl/SettingsKeys.h"
-#include "TarnvikControl/Version.h"
 #include "TarnvikControl/WindowHiding.h"
 
 #include <QApplication>

@@ -3,11 +3,11 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "CommonQt/PathUrlOpener.h"
+#include "Common_Files/Version.h"
 #include "TarnvikControl/ArgumentStore.h"
 #include "TarnvikControl/CMainWindow.h"
 #include "TarnvikControl/LogHandler.h"
 #include "TarnvikControl/SettingsKeys.h"
-#include "TarnvikControl/Version.h"
 #include "TarnvikControl/WindowHiding.h"
 #include "platform/Console.h"
 #include "platform/ControlEvents.h"

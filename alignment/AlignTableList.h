@@ -8,6 +8,7 @@
 #include <limits>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 /// One link of an AlignTableList.
 struct AlignTableNode
@@ -81,6 +82,21 @@ struct AlignTableList
 
     /// Unlinks and frees the node behind `previous`, or the head when `previous` is null. There must be one.
     void RemoveAfter(AlignTableNode *previous);
+
+    /// Removes and frees all tables for which the predicate holds, in one walk.
+    template <typename Predicate>
+    void RemoveIf(Predicate predicate)
+    {
+        AlignTableNode *previous = nullptr;
+        for (AlignTableNode *node = Head; node != nullptr;) {
+            AlignTableNode *const next = node->Next;
+            if (node->Table != nullptr && predicate(std::as_const(*node->Table)))
+                RemoveAfter(previous);
+            else
+                previous = node;
+            node = next;
+        }
+    }
 
     /// Frees every table and node.
     void Clear();

@@ -2,6 +2,7 @@
 #include "alignment_merge/AlignmentRow.h"
 
 #include "alignment/AlignTable.h"
+#include "platform/EscapedText.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -58,8 +59,12 @@ bool IsTakenByDefault(AlignmentOffer offer)
 
 QString AlignmentHardwareId(const AlignTable &table)
 {
-    const std::string_view hwId = AlignHwIdOf(table);
-    return QString::fromLocal8Bit(hwId.data(), static_cast<qsizetype>(hwId.size()));
+    return platform::LocalText(AlignHwIdOf(table));
+}
+
+QByteArray AlignmentHardwareIdBytes(const QString &hardwareId)
+{
+    return platform::LocalBytes(hardwareId);
 }
 
 QString AlignmentDateText(std::uint64_t secondsSinceEpoch)

@@ -2,6 +2,7 @@
 // One alignment table of one file, and what is known of its other versions.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <cstdint>
@@ -58,8 +59,9 @@ enum class AlignmentOffer {
 /// Whether an offer is taken unless the user decides otherwise.
 [[nodiscard]] bool IsTakenByDefault(AlignmentOffer offer);
 
-/// The hardware id of a table as text, in the encoding of the system.
+/// The hardware id of a table as text, in the encoding of the system, and the way back to its bytes.
 [[nodiscard]] QString AlignmentHardwareId(const AlignTable &table);
+[[nodiscard]] QByteArray AlignmentHardwareIdBytes(const QString &hardwareId);
 
 /// The UTC date as "yyyy-MM-dd"; the number of seconds followed by "s" when the calendar does not reach that
 /// far.

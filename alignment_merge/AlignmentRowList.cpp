@@ -87,9 +87,21 @@ QString AlignmentRowList::LoadFolder(const QString &folder, const QString &patte
             files.append(entry.filePath());
     }
     QString errors = ReadFiles(files);
+    CountAsPresent();
+    return errors;
+}
+
+QString AlignmentRowList::LoadFile(const QString &path)
+{
+    QString error = ReadFile(path);
+    CountAsPresent();
+    return error;
+}
+
+void AlignmentRowList::CountAsPresent()
+{
     for (AlignmentRow &row : Rows)
         row.state = AlignmentRow::Present;
-    return errors;
 }
 
 void AlignmentRowList::Sort()

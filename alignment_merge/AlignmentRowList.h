@@ -27,6 +27,9 @@ public:
     /// are then as they were.
     QString ReadFile(const QString &path);
 
+    /// The same with all rows counting as present then.
+    QString LoadFile(const QString &path);
+
     /// Reads the files in order. Empty, or a line for each file that cannot be read.
     QString ReadFiles(const QStringList &paths);
 
@@ -42,6 +45,7 @@ private:
     using Key = std::pair<QString, QString>; // driver, hardware id
 
     void Add(const AlignmentRow &candidate);
+    void CountAsPresent();
 
     QList<AlignmentRow> Rows;
     QHash<Key, qsizetype> Positions; // in Rows

@@ -5,12 +5,12 @@
 #include "alignment/AlignTableReader.h"
 #include "alignment_merge/AlignmentDriver.h"
 #include "alignment_merge/AlignmentRowList.h"
+#include "platform/FileDigest.h"
+#include "platform/FilePath.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
@@ -32,13 +32,21 @@ QString Translated(const char *text)
 /// The id as files hold it.
 QByteArray HwIdOf(const AlignmentPick &pick)
 {
-    return pick.hardwareId.toLocal8Bit();
+    return AlignmentHardwareIdBytes(pick.hardwareId);
 }
 
 QByteArray HwIdOf(const AlignTable &table)
 {
     const std::string_view hwId = AlignHwIdOf(table);
     return {hwId.data(), static_cast<qsizetype>(hwId.size())};
+}
+
+QSet<QByteArray> HwIdsOf(const SaveSource &source)
+{
+    QSet<QByteArray> ids;
+    for (const AlignmentPick &pick : source.picks())
+        ids.insert(HwIdOf(pick));
+    return ids;
 }
 
 // What is to be saved
@@ -56,7 +64,7 @@ DriverSaveGroup &GroupOf(QList<DriverSaveGroup> &groups, int sdrType)
 }
 
 /// The driver's own file in the folder, absolute.
-QString OwnFileOf(const DriverSaveGroup &group, QString folder)
+QString OwnFileIn(QString folder, const DriverSaveGroup &group)
 {
     if (!folder.endsWith(u'/') && !folder.endsWith(QDir::separator()))
         folder += QDir::separator();
@@ -86,22 +94,12 @@ void Collect(DriverSaveGroup &group, AlignmentRow &row, bool checked)
     AlignmentPick pick = {row.hardwareId, offersUpdate ? *row.updateAlignedAt : row.alignedAt};
     if (row.state == AlignmentRow::NewInDataBase)
         pick.isNew = true;
-    else if (QFileInfo(row.filePath) == QFileInfo(group.OwnFile))
+    else if (row.filePath == group.OwnFile || platform::IsSameFile(row.filePath, group.OwnFile))
         pick.replaces = row.alignedAt;
     AddPick(group.Sources, offersUpdate ? row.updateFilePath : row.filePath, pick);
 }
 
 // Saving one driver
-
-/// What tells one state of a file from another; empty when it cannot be read.
-QByteArray DigestOf(const QString &path)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    // A pipe would be waited for.
-    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result()
-                                                                                             : QByteArray();
-}
 
 /// The dates of the tables by hardware id. Of several tables with one id the latest counts, as in the list.
 QHash<QString, std::uint64_t> DatesOf(const AlignTableList &tables)
@@ -141,7 +139,7 @@ public:
 private:
     AlignResult LoadOwn()
     {
-        if (Group.HasOwnFile || QFileInfo::exists(Group.OwnFile))
+        if (Group.HasOwnFile || platform::FileExists(Group.OwnFile))
             return Store.LoadFile(Group.OwnFile, Store.Tables, true);
         Store.SdrType = static_cast<::SdrType>(Group.SdrType);
         AlignStore::ClearList(Store.Tables);
@@ -183,20 +181,22 @@ private:
             result = AlignResult::TableWrongSdrType;
         if (result != AlignResult::Ok)
             return result;
-        for (const AlignmentPick &pick : source.picks())
-            AlignStore::ClearTableByHwId(&Store.Tables, HwIdOf(pick).constData());
-        result = AppendPicked(*reader, source);
+        const QSet<QByteArray> picked = HwIdsOf(source);
+        if (Group.WholeIds) {
+            Store.Tables.RemoveIf([&](const AlignTable &table) { return picked.contains(HwIdOf(table)); });
+        } else {
+            for (const AlignmentPick &pick : source.picks())
+                AlignStore::ClearTableByHwId(&Store.Tables, HwIdOf(pick).constData());
+        }
+        result = AppendPicked(*reader, picked);
         AlignStore::ClearList(Store.ImportTables);
         return result;
     }
 
     /// Appends the picked tables of the file that is open to those of the store. One table at a time is in
     /// memory beside them.
-    AlignResult AppendPicked(AlignTableReader &reader, const SaveSource &source)
+    AlignResult AppendPicked(AlignTableReader &reader, const QSet<QByteArray> &picked)
     {
-        QSet<QByteArray> picked;
-        for (const AlignmentPick &pick : source.picks())
-            picked.insert(HwIdOf(pick));
         const auto now = static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch());
         while (reader.hasNext()) {
             AlignStore::ClearList(Store.ImportTables);
@@ -236,6 +236,15 @@ private:
     const DriverSaveGroup &Group;
 };
 
+bool MakeFolderOf(const QString &file)
+{
+    const auto path = platform::FileSystemPath(file);
+    std::error_code error;
+    if (path && path->has_parent_path())
+        std::filesystem::create_directories(path->parent_path(), error);
+    return path && !error;
+}
+
 QString SaveGroup(const DriverSaveGroup &group, const AlignmentSaveQuestions &questions)
 {
     if (group.Sources.isEmpty() &&
@@ -245,25 +254,26 @@ QString SaveGroup(const DriverSaveGroup &group, const AlignmentSaveQuestions &qu
     if (store == nullptr)
         return Translated("Out of memory");
     DriverSave save(*store, group);
-    QByteArray digest = DigestOf(group.OwnFile);
+    QByteArray digest = platform::FileDigest(group.OwnFile);
     QString error = save.Build();
     if (!error.isEmpty())
         return error;
-    const QString folder = QFileInfo(group.OwnFile).absolutePath();
-    if (!QDir().mkpath(folder))
+    if (!MakeFolderOf(group.OwnFile))
         return Translated(QT_TRANSLATE_NOOP("QDlgAlignmentCfg", "The folder can not be made:\n%1"))
-            .arg(QDir::toNativeSeparators(folder));
+            .arg(QDir::toNativeSeparators(QFileInfo(group.OwnFile).absolutePath()));
     const QString file = questions.FileToWrite(group.OwnFile);
     if (file.isEmpty())
         return {};
-    for (int reading = 1; DigestOf(group.OwnFile) != digest; ++reading) {
+    for (int reading = 1; platform::FileDigest(group.OwnFile) != digest; ++reading) {
         if (reading == MostReadings)
             return AlignResultText(AlignResult::FileError);
-        digest = DigestOf(group.OwnFile);
+        digest = platform::FileDigest(group.OwnFile);
         error = save.Build();
         if (!error.isEmpty())
             return error;
     }
+    if (questions.Write)
+        return questions.Write(*store, file);
     const AlignResult result = store->SaveFile(file);
     return result == AlignResult::Ok ? QString() : AlignResultText(result);
 }
@@ -279,7 +289,7 @@ void SaveSource::Add(const AlignmentPick &pick)
 }
 
 QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
-                                                    AlignmentRowList &rows, const QString &folder)
+                                                    AlignmentRowList &rows, const OwnFileRule &ownFileOf)
 {
     QList<DriverSaveGroup> groups;
     for (const AlignmentChoice &choice : choices) {
@@ -292,14 +302,21 @@ QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice>
             group.TargetPath = row->filePath;
     }
     for (DriverSaveGroup &group : groups) {
-        group.OwnFile = OwnFileOf(group, folder);
-        group.HasOwnFile = QFileInfo::exists(group.OwnFile);
+        group.OwnFile = ownFileOf(group);
+        group.HasOwnFile = platform::FileExists(group.OwnFile);
     }
     for (const AlignmentChoice &choice : choices) {
         if (AlignmentRow *const row = rows.Find(choice.driver, choice.hardwareId))
             Collect(GroupOf(groups, AlignmentDriverType(choice.driver)), *row, choice.checked);
     }
     return groups;
+}
+
+QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
+                                                    AlignmentRowList &rows, const QString &folder)
+{
+    return MarkRowsAndCollectSaveGroups(
+        choices, rows, [&](const DriverSaveGroup &group) { return OwnFileIn(folder, group); });
 }
 
 QString SaveAlignment(const QList<DriverSaveGroup> &groups, const AlignmentSaveQuestions &questions)

@@ -12,6 +12,7 @@
 #include <optional>
 
 class AlignmentRowList;
+class AlignStore;
 
 /// What the user chose for one row.
 struct AlignmentChoice
@@ -64,6 +65,9 @@ struct DriverSaveGroup
     bool HasOwnFile = false;
     /// In the order first met.
     QList<SaveSource> Sources;
+    /// Tables are replaced by those of the same whole hardware id. Without it the shorter of two ids decides,
+    /// as AlignStore::ClearTableByHwId has it.
+    bool WholeIds = false;
 };
 
 /// Makes the groups from the choices, which keep their order; choices without a row are passed over. `folder`
@@ -76,6 +80,14 @@ struct DriverSaveGroup
                                                                   AlignmentRowList &rows,
                                                                   const QString &folder);
 
+/// Which file is a group's own.
+using OwnFileRule = std::function<QString(const DriverSaveGroup &)>;
+
+/// The same for drivers' files that lie and are named otherwise.
+[[nodiscard]] QList<DriverSaveGroup> MarkRowsAndCollectSaveGroups(const QList<AlignmentChoice> &choices,
+                                                                  AlignmentRowList &rows,
+                                                                  const OwnFileRule &ownFileOf);
+
 /// The questions of a save.
 struct AlignmentSaveQuestions
 {
@@ -83,6 +95,9 @@ struct AlignmentSaveQuestions
     std::function<bool(const QString &driver)> SaveUnchanged;
     /// The file to write, empty to leave the driver out. Argument: the driver's own file.
     std::function<QString(const QString &proposal)> FileToWrite;
+    /// Writes the store's Tables to the file. Empty, or why that failed. Without it the store saves them, in
+    /// place.
+    std::function<QString(AlignStore &store, const QString &file)> Write = {};
 };
 
 /// Writes one file for each group: the driver's own tables, none if it has no file yet, with the chosen

@@ -108,8 +108,8 @@ Exit WantsOneFile(Terminal &terminal)
 
 std::span<const Command> Commands()
 {
-    static const std::array commands = {ListCommand, ShowCommand, VerifyCommand, ExportCommand,
-                                        ImportCommand};
+    static const std::array commands = {ListCommand,  ShowCommand,   VerifyCommand, DiffCommand,
+                                        MergeCommand, RemoveCommand, ExportCommand, ImportCommand};
     return commands;
 }
 

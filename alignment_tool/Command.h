@@ -48,9 +48,12 @@ void DeclareFiles(QCommandLineParser &parser);
 void DeclareFile(QCommandLineParser &parser);
 [[nodiscard]] Exit WantsOneFile(Terminal &terminal);
 
+extern const Command DiffCommand;
 extern const Command ExportCommand;
 extern const Command ImportCommand;
 extern const Command ListCommand;
+extern const Command MergeCommand;
+extern const Command RemoveCommand;
 extern const Command ShowCommand;
 extern const Command VerifyCommand;
 

@@ -31,9 +31,13 @@ IdChoice::IdChoice(const QCommandLineParser &parser)
 bool IdChoice::Takes(const AlignTable &table)
 {
     const std::string_view id = AlignHwIdOf(table);
-    const QByteArray key(id.data(), static_cast<qsizetype>(id.size()));
-    Missing.remove(key);
-    return Wanted.isEmpty() || Wanted.contains(key);
+    return Takes(QByteArray(id.data(), static_cast<qsizetype>(id.size())));
+}
+
+bool IdChoice::Takes(const QByteArray &hardwareId)
+{
+    Missing.remove(hardwareId);
+    return Wanted.isEmpty() || Wanted.contains(hardwareId);
 }
 
 Exit IdChoice::ReportMissing(const QString &file, Terminal &terminal) const

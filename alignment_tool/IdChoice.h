@@ -22,6 +22,10 @@ public:
 
     /// Whether the table is among them; that is noted.
     [[nodiscard]] bool Takes(const AlignTable &table);
+    [[nodiscard]] bool Takes(const QByteArray &hardwareId);
+
+    /// Whether the option is not there.
+    [[nodiscard]] bool takesAll() const { return Wanted.isEmpty(); }
 
     /// Names the ids that no table had. Found if there are any.
     [[nodiscard]] Exit ReportMissing(const QString &file, Terminal &terminal) const;

@@ -77,6 +77,12 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
             QT_TRANSLATE_NOOP("TarnvikAlign", "documents and --output are wanted; see \"--help\"")));
         return Exit::WrongUsage;
     }
+    for (const QString &document : documents) {
+        if (!output.Is(document))
+            continue;
+        terminal.Complain(OutputFile::IsInputText(document));
+        return Exit::WrongUsage;
+    }
     const std::unique_ptr<AlignStore> store(new (std::nothrow) AlignStore);
     if (store == nullptr)
         return Exit::FileFailed;

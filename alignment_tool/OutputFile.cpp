@@ -88,11 +88,29 @@ void OutputFile::Declare(QCommandLineParser &parser)
          u"FILE"_s});
 }
 
-OutputFile::OutputFile(const QCommandLineParser &parser) : Path(parser.value(u"output"_s)) {}
+OutputFile::OutputFile(const QCommandLineParser &parser, const QString &otherwise)
+    : Path(parser.isSet(u"output"_s) ? parser.value(u"output"_s) : otherwise)
+{}
+
+bool OutputFile::isStandardOutput() const
+{
+    return Path == u"-"_s;
+}
+
+bool OutputFile::Is(const QString &path) const
+{
+    return !isStandardOutput() && (Path == path || platform::IsSameFile(Path, path));
+}
+
+QString OutputFile::IsInputText(const QString &path)
+{
+    return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: this file is read; name another --output"))
+        .arg(Harmless(path));
+}
 
 Exit OutputFile::Write(AlignStore &store, Terminal &terminal) const
 {
-    if (Path == u"-"_s) {
+    if (isStandardOutput()) {
         const AlignResult result = store.Save(std::cout);
         if (result == AlignResult::Ok)
             return Exit::Done;

@@ -17,10 +17,16 @@ class OutputFile
 public:
     static void Declare(QCommandLineParser &parser);
 
-    /// The file that --output names.
-    explicit OutputFile(const QCommandLineParser &parser);
+    /// The file that --output names; the other one without the option.
+    explicit OutputFile(const QCommandLineParser &parser, const QString &otherwise = {});
 
     [[nodiscard]] bool isSet() const { return !Path.isEmpty(); }
+    [[nodiscard]] bool isStandardOutput() const;
+
+    /// Whether this is the file of that path, however it is spelt.
+    [[nodiscard]] bool Is(const QString &path) const;
+    /// What is said when it is an input that would be lost.
+    [[nodiscard]] static QString IsInputText(const QString &path);
 
     /// Writes the store's Tables, "-" to standard output. A file that the program would refuse to read is not
     /// written.

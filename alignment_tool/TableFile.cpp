@@ -46,10 +46,17 @@ QStringList DriverFilesIn(const QString &folder)
         if (entry.is_regular_file(ignored) && pattern.match(QString::fromUtf8(name)).hasMatch())
             files.append(platform::PathText(entry.path()));
     }
-    if (error)
+    if (error || files.isEmpty())
         return {folder}; // which cannot be read as a file either, and is reported so
     files.sort();
     return files;
+}
+
+bool IsListableFolder(const fs::path &path)
+{
+    std::error_code error;
+    const fs::directory_iterator entries(path, error);
+    return !error;
 }
 
 /// What helps against a file that was opened and could not be read.
@@ -121,6 +128,9 @@ QString TableFile::failure() const
         const fs::file_status status = fs::status(PathOf(Path), error);
         if (!fs::exists(status))
             return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "there is no such file; check the name"));
+        if (IsListableFolder(PathOf(Path)))
+            return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "no file %1 is in this folder; name files"))
+                .arg(AlignmentDriverFilePattern());
         return Translated(
             QT_TRANSLATE_NOOP("TarnvikAlign", "the file cannot be opened; check that you may read it"));
     }

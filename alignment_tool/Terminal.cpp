@@ -38,11 +38,16 @@ void Terminal::PrintBytes(const QByteArray &bytes)
     Lost = std::fwrite(bytes.constData(), 1, size, stdout) != size || Lost;
 }
 
-void Terminal::Complain(const QString &message)
+void Terminal::Note(const QString &line)
 {
     Lost = std::fflush(stdout) != 0 || Lost;
-    const QByteArray line = u"%1: %2\n"_s.arg(QCoreApplication::applicationName(), message).toUtf8();
-    (void)std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
+    const QByteArray bytes = line.toUtf8() + '\n';
+    (void)std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
+void Terminal::Complain(const QString &message)
+{
+    Note(u"%1: %2"_s.arg(QCoreApplication::applicationName(), message));
 }
 
 bool Terminal::Flush()

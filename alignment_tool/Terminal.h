@@ -15,7 +15,9 @@ public:
     void Print(const QString &line);
     /// Writes bytes to standard output as they are.
     void PrintBytes(const QByteArray &bytes);
-    /// Writes a line with the program's name before it to standard error. Standard output comes first.
+    /// Writes a line to standard error. Standard output comes first.
+    void Note(const QString &line);
+    /// The same with the program's name before it.
     void Complain(const QString &message);
     /// Writes what is still in the buffer. False when anything was lost since the beginning.
     [[nodiscard]] bool Flush();

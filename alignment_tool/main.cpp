@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // TarnvikAlign: alignment tables at the command line.
+#include "Common_Files/Version.h"
 #include "alignment_tool/Command.h"
 #include "platform/CommandLine.h"
-#include "platform/ProductVersion.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -16,6 +16,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(u"TarnvikAlign"_s);
+    QCoreApplication::setApplicationVersion(VersionText(PackVersion(platform::ReadProductVersion())));
     QTranslator translator;
     if (translator.load(QLocale(), u"TarnvikControl"_s, u"_"_s,
                         QCoreApplication::applicationDirPath() + u"/languages"_s))

@@ -58,6 +58,24 @@ QByteArray TextBytes(QStringView text)
     return bytes + text.sliced(begin).toUtf8();
 }
 
+QString LocalText(std::string_view bytes)
+{
+#ifdef Q_OS_WIN
+    return QString::fromLocal8Bit(bytes.data(), static_cast<qsizetype>(bytes.size()));
+#else
+    return BytesText(bytes);
+#endif
+}
+
+QByteArray LocalBytes(const QString &text)
+{
+#ifdef Q_OS_WIN
+    return text.toLocal8Bit();
+#else
+    return TextBytes(text);
+#endif
+}
+
 bool IsEscapedByte(QStringView text, qsizetype position)
 {
     // What follows a first half is the second half of a letter.

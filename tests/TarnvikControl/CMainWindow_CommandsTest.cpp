@@ -4,8 +4,8 @@
 
 #include "CommonQt/AppTranslation.h"
 #include "Common_Files/TarnvikBasic.h"
+#include "Common_Files/Version.h"
 #include "TarnvikControl/QDialog/QDlgAlignmentCfg.h"
-#include "TarnvikControl/Version.h"
 #include "TarnvikControl/WindowHiding.h"
 #include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/alignment/AlignmentTestTools.h"

@@ -2,8 +2,8 @@
 // The program's window, the alignment dialog and all they open, in the languages that are built: switched by
 // the menu, with the built files.
 #include "CommonQt/AppTranslation.h"
+#include "Common_Files/Version.h"
 #include "TarnvikControl/CMainWindow.h"
-#include "TarnvikControl/Version.h"
 #include "tests/TarnvikControl/AlignmentDialogFixture.h"
 #include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/TarnvikControl/MenuEntries.h"

@@ -29,7 +29,7 @@ bool WriteAlignmentFile(const QString &path, SdrType sdrType, const QList<FileTa
             return false;
         table->AlignedAt = wanted.AlignedAt;
         table->DataSetCount = static_cast<std::uint8_t>(table->DataSets.size());
-        tools::AlignmentGenerator generator(qHash(wanted.HwId, 1) ^ wanted.AlignedAt);
+        tools::AlignmentGenerator generator(qHash(wanted.HwId, 0) ^ wanted.AlignedAt);
         for (std::size_t i = 0; i < table->DataSets.size(); ++i)
             generator.FillDataSet(table->DataSets[i], 300);
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What all commands of the command-line program share: help, wrong usage, language, lost output.
+#include "Common_Files/Version.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/alignment_tool/ToolFixture.h"
 #include "tests/support/TestMain.h"
@@ -15,6 +16,7 @@ class TarnvikAlignTest : public tests::ToolFixture
 
 private slots:
     void helpNamesEveryCommand();
+    void theVersionIsThatOfTheProgram();
     void theHelpOfACommandBeginsWithAnExample_data();
     void theHelpOfACommandBeginsWithAnExample();
     void wrongUsageIsOneLineAndExitCode2_data();
@@ -31,14 +33,23 @@ void TarnvikAlignTest::helpNamesEveryCommand()
     const tests::ToolRun run = Run({u"--help"_s});
     QCOMPARE(run.ExitCode, 0);
     QCOMPARE(run.Errors, QByteArray());
-    for (const char *command : {"  list ", "  show ", "  verify ", "  export ", "  import "})
+    for (const char *command :
+         {"  list ", "  show ", "  verify ", "  diff ", "  merge ", "  remove ", "  export ", "  import "})
         QVERIFY2(run.Output.contains(command), command);
+}
+
+void TarnvikAlignTest::theVersionIsThatOfTheProgram()
+{
+    const tests::ToolRun run = Run({u"--version"_s});
+    QCOMPARE(run.Output,
+             "TarnvikAlign " + VersionText(PackVersion(platform::ReadProductVersion())).toUtf8() + '\n');
+    QCOMPARE(run.ExitCode, 0);
 }
 
 void TarnvikAlignTest::theHelpOfACommandBeginsWithAnExample_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *command : {"list", "show", "verify", "export", "import"})
+    for (const char *command : {"list", "show", "verify", "diff", "merge", "remove", "export", "import"})
         QTest::newRow(command) << QString::fromLatin1(command);
 }
 

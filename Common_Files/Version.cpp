@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "TarnvikControl/Version.h"
+#include "Common_Files/Version.h"
 
 #include <algorithm>
 

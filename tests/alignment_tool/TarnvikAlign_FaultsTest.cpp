@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+// A file that TarnvikAlign writes is the old one or the new one, whatever happens meanwhile.
+#include "alignment/AlignStore.h"
+#include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment_merge/AlignmentFiles.h"
+#include "tests/alignment_tool/ToolFixture.h"
+#include "tests/support/Patience.h"
+#include "tests/support/SmallDisk.h"
+#include "tests/support/TestMain.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QThread>
+
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+
+using tests::FileBytes;
+using tests::WriteAlignmentFile;
+
+class TarnvikAlign_FaultsTest : public tests::ToolFixture
+{
+    Q_OBJECT
+
+private slots:
+    void aKilledProgramLeavesTheOldFileOrTheNewOne();
+    void aFileIsReplacedWhileItIsRead();
+    void aFullDiskLeavesTheOldFile();
+#ifdef Q_OS_LINUX
+    void eachCallThatFailsIsToldAndLeavesTheOldFile();
+#endif
+
+private:
+    /// Makes the target t.ad and the source s.ad, which has a newer version of each of its tables.
+    void MakeFiles(int tables);
+
+    [[nodiscard]] QStringList entries() const
+    {
+        return QDir(Folder->path()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+    }
+
+    QByteArray Old; // the target
+    QByteArray New; // the target after the merge
+};
+
+void TarnvikAlign_FaultsTest::MakeFiles(int tables)
+{
+    QList<tests::FileTable> target;
+    QList<tests::FileTable> source;
+    for (int i = 0; i < tables; ++i) {
+        target.append({QByteArray::number(i), 1});
+        source.append({QByteArray::number(i), 2});
+    }
+    QVERIFY(WriteAlignmentFile(path(u"t.ad"_s), SdrType::RtlSdr, target));
+    QVERIFY(WriteAlignmentFile(path(u"s.ad"_s), SdrType::RtlSdr, source));
+    Old = FileBytes(path(u"t.ad"_s));
+    QCOMPARE(Run({u"merge"_s, u"t.ad"_s, u"s.ad"_s, u"-o"_s, u"new.ad"_s}).ExitCode, 0);
+    New = FileBytes(path(u"new.ad"_s));
+    QVERIFY(QFile::remove(path(u"new.ad"_s)));
+    QVERIFY(New != Old);
+}
+
+void TarnvikAlign_FaultsTest::aKilledProgramLeavesTheOldFileOrTheNewOne()
+{
+    constexpr int kills = 200;
+    MakeFiles(300);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(Run({u"merge"_s, u"t.ad"_s, u"s.ad"_s}).ExitCode, 0);
+    const qint64 wholeRun = timer.elapsed();
+
+    int whileWriting = 0;
+    int replaced = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        QVERIFY(tests::WriteFileBytes(path(u"t.ad"_s), Old));
+        QProcess process;
+        process.setWorkingDirectory(Folder->path());
+        process.start(QStringLiteral(ALIGNMENT_TOOL), {u"merge"_s, u"t.ad"_s, u"s.ad"_s});
+        QVERIFY(process.waitForStarted(tests::Patience));
+        if (kill % 2 == 0)
+            process.waitForFinished(static_cast<int>(wholeRun * kill / kills)); // at every moment of a run
+        else
+            while (entries().size() == 2 && !process.waitForFinished(0)) { // until the writing has begun
+            }
+        process.kill();
+        QVERIFY(process.waitForFinished(tests::Patience) || process.state() == QProcess::NotRunning);
+        const QByteArray now = FileBytes(path(u"t.ad"_s));
+        QVERIFY2(now == Old || now == New, qPrintable(u"after kill %1"_s.arg(kill)));
+        replaced += now == New ? 1 : 0;
+        for (const QString &entry : entries()) {
+            if (entry == u"s.ad"_s || entry == u"t.ad"_s)
+                continue;
+            QVERIFY2(entry.endsWith(u".tmp"_s), qPrintable(entry));
+            QVERIFY(QFile::remove(path(entry)));
+            ++whileWriting;
+        }
+    }
+    qInfo("%d kills in a run of %lld ms: %d while the new file was written, %d behind that", kills, wholeRun,
+          whileWriting, replaced);
+    QVERIFY2(whileWriting > kills / 10, qPrintable(QString::number(whileWriting)));
+    QVERIFY2(replaced > 0, "no run came to its end");
+}
+
+void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
+{
+    constexpr int rounds = 20;
+    MakeFiles(200);
+    QVERIFY(tests::WriteFileBytes(path(u"old.ad"_s), Old));
+    std::atomic<bool> ended = false;
+    int reads = 0;
+    QStringList faults;
+    // As the recorder does it at its start, again and again.
+    const std::unique_ptr<QThread> recorder(QThread::create([&] {
+        const auto store = std::make_unique<AlignStore>();
+        while (!ended) {
+            const AlignResult result = store->LoadFile(path(u"t.ad"_s), store->Tables, true);
+            if (result == AlignResult::Ok && store->Tables.Count == 200)
+                ++reads;
+#ifdef Q_OS_WIN // where a file that is being replaced can be closed for a moment
+            else if (result == AlignResult::FileError && store->Tables.Count == 200)
+                continue;
+#endif
+            else
+                faults.append(AlignResultText(result));
+            QThread::msleep(5); // on Windows an open file cannot be replaced
+        }
+    }));
+    recorder->start();
+    for (int round = 0; round < rounds; ++round) {
+        const tests::ToolRun run =
+            Run({u"merge"_s, u"--all"_s, u"t.ad"_s, round % 2 == 0 ? u"s.ad"_s : u"old.ad"_s});
+        QCOMPARE(run.Errors, QByteArray());
+        QVERIFY2(run.Output.endsWith("\ntables taken: 200\n"), run.Output.constData());
+    }
+    ended = true;
+    QVERIFY(recorder->wait(tests::Patience));
+    QCOMPARE(faults, QStringList());
+    QVERIFY2(reads >= rounds, qPrintable(QString::number(reads)));
+}
+
+void TarnvikAlign_FaultsTest::aFullDiskLeavesTheOldFile()
+{
+    TARNVIK_NEEDS_SMALL_DISK();
+    QVERIFY(tests::EmptySmallDisk());
+    MakeFiles(20);
+    const QString target = tests::SmallDisk() + u"/t.ad"_s;
+    QVERIFY(tests::WriteFileBytes(target, Old));
+    QVERIFY(tests::FillSmallDisk(1));
+    const tests::ToolRun run = Run({u"merge"_s, target, u"s.ad"_s});
+    QVERIFY2(run.Errors.contains(": the temporary file beside it cannot be written: "),
+             run.Errors.constData());
+    QCOMPARE(run.Errors.count('\n'), 1);
+    QCOMPARE(run.Output, QByteArray());
+    QCOMPARE(run.ExitCode, 3);
+    QCOMPARE(FileBytes(target), Old);
+    QCOMPARE(QDir(tests::SmallDisk()).entryList({u"*.tmp"_s}, QDir::Files), QStringList());
+    QVERIFY(tests::EmptySmallDisk());
+}
+
+#ifdef Q_OS_LINUX
+void TarnvikAlign_FaultsTest::eachCallThatFailsIsToldAndLeavesTheOldFile()
+{
+    MakeFiles(100);
+    QSet<QByteArray> steps;
+    for (int call = 1;; ++call) {
+        QVERIFY(tests::WriteFileBytes(path(u"t.ad"_s), Old));
+        const tests::ToolRun run =
+            Run({u"merge"_s, u"t.ad"_s, u"s.ad"_s}, {},
+                {u"LD_PRELOAD="_s + QStringLiteral(FAILING_CALLS), u"TARNVIK_FAILING_CALL=%1"_s.arg(call),
+                 // the sanitizer wants to come first, which makes no difference here
+                 u"ASAN_OPTIONS=verify_asan_link_order=0"_s});
+        QCOMPARE(entries(), (QStringList{u"s.ad"_s, u"t.ad"_s}));
+        if (run.ExitCode == 0) { // no call is left that could fail
+            QCOMPARE(FileBytes(path(u"t.ad"_s)), New);
+            QVERIFY2(call > 7, qPrintable(QString::number(call)));
+            break;
+        }
+        const QByteArrayList parts = run.Errors.split(':');
+        QVERIFY2(parts.size() == 4 && parts[1] == " t.ad" && parts[3] == " Input/output error\n",
+                 run.Errors.constData());
+        QCOMPARE(run.ExitCode, 3);
+        QCOMPARE(run.Output, QByteArray());
+        steps.insert(parts[2]);
+        const bool isWritten = parts[2].startsWith(" it is written, ");
+        QCOMPARE(FileBytes(path(u"t.ad"_s)), isWritten ? New : Old);
+    }
+    QCOMPARE(steps, (QSet<QByteArray>{" no temporary file can be made beside it",
+                                      " the temporary file beside it cannot be written",
+                                      " the temporary file does not reach the disk",
+                                      " the temporary file cannot take its place",
+                                      " it is written, but its folder does not reach the disk"}));
+}
+#endif
+
+TARNVIK_TEST_MAIN(TarnvikAlign_FaultsTest, QCoreApplication)
+
+#include "TarnvikAlign_FaultsTest.moc"
