@@ -73,24 +73,24 @@ void TarnvikAlign_FaultsTest::aKilledProgramLeavesTheOldFileOrTheNewOne()
     QCOMPARE(Run({u"merge"_s, u"t.ad"_s, u"s.ad"_s}).ExitCode, 0);
     const qint64 wholeRun = timer.elapsed();
 
+    int killed = 0;
     int whileWriting = 0;
-    int replaced = 0;
-    for (int kill = 0; kill < kills; ++kill) {
+    for (int attempt = 0; killed < kills; ++attempt) {
         QVERIFY(tests::WriteFileBytes(path(u"t.ad"_s), Old));
         QProcess process;
         process.setWorkingDirectory(Folder->path());
         process.start(QStringLiteral(ALIGNMENT_TOOL), {u"merge"_s, u"t.ad"_s, u"s.ad"_s});
         QVERIFY(process.waitForStarted(tests::Patience));
-        if (kill % 2 == 0)
-            process.waitForFinished(static_cast<int>(wholeRun * kill / kills)); // at every moment of a run
+        if (attempt % 2 == 0)
+            process.waitForFinished(static_cast<int>(wholeRun * (attempt % 100) / 100)); // at every moment
         else
             while (entries().size() == 2 && !process.waitForFinished(0)) { // until the writing has begun
             }
+        killed += process.state() == QProcess::Running ? 1 : 0; // else it has come to its end
         process.kill();
         QVERIFY(process.waitForFinished(tests::Patience) || process.state() == QProcess::NotRunning);
         const QByteArray now = FileBytes(path(u"t.ad"_s));
-        QVERIFY2(now == Old || now == New, qPrintable(u"after kill %1"_s.arg(kill)));
-        replaced += now == New ? 1 : 0;
+        QVERIFY2(now == Old || now == New, qPrintable(u"after kill %1"_s.arg(killed)));
         for (const QString &entry : entries()) {
             if (entry == u"s.ad"_s || entry == u"t.ad"_s)
                 continue;
@@ -99,10 +99,8 @@ void TarnvikAlign_FaultsTest::aKilledProgramLeavesTheOldFileOrTheNewOne()
             ++whileWriting;
         }
     }
-    qInfo("%d kills in a run of %lld ms: %d while the new file was written, %d behind that", kills, wholeRun,
-          whileWriting, replaced);
+    qInfo("%d kills in a run of %lld ms: %d while the new file was written", kills, wholeRun, whileWriting);
     QVERIFY2(whileWriting > kills / 10, qPrintable(QString::number(whileWriting)));
-    QVERIFY2(replaced > 0, "no run came to its end");
 }
 
 void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
