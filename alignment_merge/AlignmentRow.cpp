@@ -59,12 +59,12 @@ bool IsTakenByDefault(AlignmentOffer offer)
 
 QString AlignmentHardwareId(const AlignTable &table)
 {
-    return platform::LocalText(AlignHwIdOf(table));
+    return platform::BytesText(AlignHwIdOf(table));
 }
 
 QByteArray AlignmentHardwareIdBytes(const QString &hardwareId)
 {
-    return platform::LocalBytes(hardwareId);
+    return platform::TextBytes(hardwareId);
 }
 
 QString AlignmentDateText(std::uint64_t secondsSinceEpoch)

@@ -59,7 +59,8 @@ enum class AlignmentOffer {
 /// Whether an offer is taken unless the user decides otherwise.
 [[nodiscard]] bool IsTakenByDefault(AlignmentOffer offer);
 
-/// The hardware id of a table as text, in the encoding of the system, and the way back to its bytes.
+/// The hardware id of a table as text, and the way back to its bytes, as platform::BytesText has it: the
+/// encoding of both systems is UTF-8 (on Windows by the programs' manifests).
 [[nodiscard]] QString AlignmentHardwareId(const AlignTable &table);
 [[nodiscard]] QByteArray AlignmentHardwareIdBytes(const QString &hardwareId);
 

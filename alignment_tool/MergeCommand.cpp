@@ -164,9 +164,11 @@ private:
 
     static QString Line(const AlignmentRow &row, bool taken, const QString &reason)
     {
-        const QString did = taken ? Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "taken"))
-                                  : Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "not taken"));
-        return u"%1  %2  %3"_s.arg(did.leftJustified(9), Harmless(row.hardwareId).leftJustified(18), reason);
+        const QString yes = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "taken"));
+        const QString no = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "not taken"));
+        const qsizetype width = std::max(yes.size(), no.size());
+        return u"%1  %2  %3"_s.arg((taken ? yes : no).leftJustified(width),
+                                   Harmless(row.hardwareId).leftJustified(18), reason);
     }
 
     static QString Reason(const AlignmentRow &row, AlignmentOffer offer)

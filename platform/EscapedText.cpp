@@ -12,12 +12,16 @@ namespace {
 
 constexpr char16_t EscapeBase = 0xDC00;
 
+/// Without the second, U+FEFF at the beginning would be left out as a mark of the byte order.
+constexpr QStringDecoder::Flags DecoderFlags =
+    QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom;
+
 /// How many bytes the letter at the beginning has; 0 when there is none.
 qsizetype LetterSize(QByteArrayView bytes, QString &letter)
 {
     constexpr qsizetype longest = 4;
     for (qsizetype size = 1; size <= std::min(longest, bytes.size()); ++size) {
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        QStringDecoder decoder(QStringDecoder::Utf8, DecoderFlags);
         letter = decoder(bytes.first(size));
         if (!decoder.hasError())
             return size;
@@ -30,7 +34,7 @@ qsizetype LetterSize(QByteArrayView bytes, QString &letter)
 QString BytesText(std::string_view bytes)
 {
     const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    QStringDecoder whole(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QStringDecoder whole(QStringDecoder::Utf8, DecoderFlags);
     QString text = whole(view);
     if (!whole.hasError())
         return text;
@@ -56,24 +60,6 @@ QByteArray TextBytes(QStringView text)
         begin = i + 1;
     }
     return bytes + text.sliced(begin).toUtf8();
-}
-
-QString LocalText(std::string_view bytes)
-{
-#ifdef Q_OS_WIN
-    return QString::fromLocal8Bit(bytes.data(), static_cast<qsizetype>(bytes.size()));
-#else
-    return BytesText(bytes);
-#endif
-}
-
-QByteArray LocalBytes(const QString &text)
-{
-#ifdef Q_OS_WIN
-    return text.toLocal8Bit();
-#else
-    return TextBytes(text);
-#endif
 }
 
 bool IsEscapedByte(QStringView text, qsizetype position)

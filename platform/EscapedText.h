@@ -17,11 +17,6 @@ namespace platform {
 /// The way back: UTF-8, and the bytes that BytesText escaped.
 [[nodiscard]] QByteArray TextBytes(QStringView text);
 
-/// The bytes as text in the encoding of the system, and the way back. Where that is UTF-8 these are the two
-/// above.
-[[nodiscard]] QString LocalText(std::string_view bytes);
-[[nodiscard]] QByteArray LocalBytes(const QString &text);
-
 /// Whether what stands at the position is a byte that BytesText escaped.
 [[nodiscard]] bool IsEscapedByte(QStringView text, qsizetype position);
 

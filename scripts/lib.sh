@@ -13,7 +13,7 @@ GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-
 PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
 # What a user and the tour need: the program, the stand-in recorder and their files.
-PROGRAM_TARGETS=(TarnvikControl TarnvikRecord translations MakeDemonstration)
+PROGRAM_TARGETS=(TarnvikControl TarnvikAlign TarnvikRecord translations MakeDemonstration)
 
 say() { printf '== %s\n' "$*"; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }

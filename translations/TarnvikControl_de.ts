@@ -826,6 +826,146 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <source>it holds no table; the window refuses to read it</source>
         <translation>sie enthält keine Tabelle; das Fenster weigert sich, sie zu lesen</translation>
     </message>
+    <message>
+        <source>A file; a folder stands for the drivers&apos; files in it.</source>
+        <translation>Eine Datei; ein Ordner steht für die Dateien der Treiber darin.</translation>
+    </message>
+    <message>
+        <source>same date, other content: %1 (%2)</source>
+        <translation>gleiches Datum, anderer Inhalt: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>only in %1: %2 (%3)</source>
+        <translation>nur in %1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>newer in %1: %2 (%3; %4)</source>
+        <translation>neuer in %1: %2 (%3; %4)</translation>
+    </message>
+    <message>
+        <source>two files are wanted; see &quot;--help&quot;</source>
+        <translation>zwei Dateien werden gebraucht; siehe „--help“</translation>
+    </message>
+    <message>
+        <source>Says in which tables two files differ.</source>
+        <translation>Sagt, in welchen Tabellen sich zwei Dateien unterscheiden.</translation>
+    </message>
+    <message>
+        <source>Takes older versions of tables, too.</source>
+        <translation>Übernimmt auch ältere Fassungen von Tabellen.</translation>
+    </message>
+    <message>
+        <source>Takes newer versions of tables only, no tables that TARGET lacks.</source>
+        <translation>Übernimmt nur neuere Fassungen von Tabellen, keine Tabellen, die TARGET fehlen.</translation>
+    </message>
+    <message>
+        <source>Says what would be done, and writes nothing.</source>
+        <translation>Sagt, was geschähe, und schreibt nichts.</translation>
+    </message>
+    <message>
+        <source>The file that takes the tables; made when it is not there.</source>
+        <translation>Die Datei, die die Tabellen übernimmt; sie wird angelegt, wenn es sie nicht gibt.</translation>
+    </message>
+    <message>
+        <source>The files that the tables come from.</source>
+        <translation>Die Dateien, aus denen die Tabellen kommen.</translation>
+    </message>
+    <message>
+        <source>a target and sources are wanted; see &quot;--help&quot;</source>
+        <translation>ein Ziel und Quellen werden gebraucht; siehe „--help“</translation>
+    </message>
+    <message>
+        <source>files of a merge are read more than once; name files, not &quot;-&quot;</source>
+        <translation>Dateien werden hier mehr als einmal gelesen; nennen Sie Dateien, nicht „-“</translation>
+    </message>
+    <message>
+        <source>%1: this source is the target itself</source>
+        <translation>%1: diese Quelle ist das Ziel selbst</translation>
+    </message>
+    <message>
+        <source>%1: there is no such folder; check the name</source>
+        <translation>%1: einen solchen Ordner gibt es nicht; prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>%1: its tables are for %2, those of %3 for %4; a file has one receiver type</source>
+        <translation>%1: seine Tabellen sind für %2, die von %3 für %4; eine Datei hat einen Empfängertyp</translation>
+    </message>
+    <message>
+        <source>not chosen by --id</source>
+        <translation>nicht mit --id gewählt</translation>
+    </message>
+    <message>
+        <source>taken</source>
+        <translation>übernommen</translation>
+    </message>
+    <message>
+        <source>not taken</source>
+        <translation>bleibt</translation>
+    </message>
+    <message>
+        <source>new: %1, of %2</source>
+        <translation>neu: %1, aus %2</translation>
+    </message>
+    <message>
+        <source>newer: %1, of %2; was %3</source>
+        <translation>neuer: %1, aus %2; war %3</translation>
+    </message>
+    <message>
+        <source>older: %1, of %2; was %3</source>
+        <translation>älter: %1, aus %2; war %3</translation>
+    </message>
+    <message>
+        <source>no source has another date</source>
+        <translation>keine Quelle hat ein anderes Datum</translation>
+    </message>
+    <message>
+        <source>tables taken: %1</source>
+        <translation>übernommene Tabellen: %1</translation>
+    </message>
+    <message>
+        <source>nothing is written</source>
+        <translation>nichts wird geschrieben</translation>
+    </message>
+    <message>
+        <source>--all and --newer exclude each other</source>
+        <translation>--all und --newer schließen einander aus</translation>
+    </message>
+    <message>
+        <source>%1: %2; nothing is written; try again</source>
+        <translation>%1: %2; nichts wird geschrieben; versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>Takes new and newer tables of other files over into a file.</source>
+        <translation>Übernimmt neue und neuere Tabellen anderer Dateien in eine Datei.</translation>
+    </message>
+    <message>
+        <source>%1: this file is read; name another --output</source>
+        <translation>%1: diese Datei wird gelesen; nennen Sie ein anderes --output</translation>
+    </message>
+    <message>
+        <source>An alignment file.</source>
+        <translation>Eine Abgleichdatei.</translation>
+    </message>
+    <message>
+        <source>%1: no table would be left, and a file holds one at least; delete the file instead</source>
+        <translation>%1: keine Tabelle bliebe übrig, und eine Datei enthält mindestens eine; löschen Sie stattdessen die Datei</translation>
+    </message>
+    <message>
+        <source>one file, and --id, are wanted; see &quot;--help&quot;</source>
+        <translation>eine Datei und --id werden gebraucht; siehe „--help“</translation>
+    </message>
+    <message>
+        <source>%1: somebody else is writing the file; try again</source>
+        <translation>%1: jemand anderes schreibt die Datei gerade; versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>Takes tables out of a file.</source>
+        <translation>Nimmt Tabellen aus einer Datei heraus.</translation>
+    </message>
+    <message>
+        <source>no file %1 is in this folder; name files</source>
+        <translation>in diesem Ordner liegt keine Datei %1; nennen Sie Dateien</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

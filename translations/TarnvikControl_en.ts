@@ -826,6 +826,146 @@ Choose Reset and pick again.</translation>
         <source>it holds no table; the window refuses to read it</source>
         <translation>it holds no table; the window refuses to read it</translation>
     </message>
+    <message>
+        <source>A file; a folder stands for the drivers&apos; files in it.</source>
+        <translation>A file; a folder stands for the drivers&apos; files in it.</translation>
+    </message>
+    <message>
+        <source>same date, other content: %1 (%2)</source>
+        <translation>same date, other content: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>only in %1: %2 (%3)</source>
+        <translation>only in %1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>newer in %1: %2 (%3; %4)</source>
+        <translation>newer in %1: %2 (%3; %4)</translation>
+    </message>
+    <message>
+        <source>two files are wanted; see &quot;--help&quot;</source>
+        <translation>two files are wanted; see &quot;--help&quot;</translation>
+    </message>
+    <message>
+        <source>Says in which tables two files differ.</source>
+        <translation>Says in which tables two files differ.</translation>
+    </message>
+    <message>
+        <source>Takes older versions of tables, too.</source>
+        <translation>Takes older versions of tables, too.</translation>
+    </message>
+    <message>
+        <source>Takes newer versions of tables only, no tables that TARGET lacks.</source>
+        <translation>Takes newer versions of tables only, no tables that TARGET lacks.</translation>
+    </message>
+    <message>
+        <source>Says what would be done, and writes nothing.</source>
+        <translation>Says what would be done, and writes nothing.</translation>
+    </message>
+    <message>
+        <source>The file that takes the tables; made when it is not there.</source>
+        <translation>The file that takes the tables; made when it is not there.</translation>
+    </message>
+    <message>
+        <source>The files that the tables come from.</source>
+        <translation>The files that the tables come from.</translation>
+    </message>
+    <message>
+        <source>a target and sources are wanted; see &quot;--help&quot;</source>
+        <translation>a target and sources are wanted; see &quot;--help&quot;</translation>
+    </message>
+    <message>
+        <source>files of a merge are read more than once; name files, not &quot;-&quot;</source>
+        <translation>files of a merge are read more than once; name files, not &quot;-&quot;</translation>
+    </message>
+    <message>
+        <source>%1: this source is the target itself</source>
+        <translation>%1: this source is the target itself</translation>
+    </message>
+    <message>
+        <source>%1: there is no such folder; check the name</source>
+        <translation>%1: there is no such folder; check the name</translation>
+    </message>
+    <message>
+        <source>%1: its tables are for %2, those of %3 for %4; a file has one receiver type</source>
+        <translation>%1: its tables are for %2, those of %3 for %4; a file has one receiver type</translation>
+    </message>
+    <message>
+        <source>not chosen by --id</source>
+        <translation>not chosen by --id</translation>
+    </message>
+    <message>
+        <source>taken</source>
+        <translation>taken</translation>
+    </message>
+    <message>
+        <source>not taken</source>
+        <translation>not taken</translation>
+    </message>
+    <message>
+        <source>new: %1, of %2</source>
+        <translation>new: %1, of %2</translation>
+    </message>
+    <message>
+        <source>newer: %1, of %2; was %3</source>
+        <translation>newer: %1, of %2; was %3</translation>
+    </message>
+    <message>
+        <source>older: %1, of %2; was %3</source>
+        <translation>older: %1, of %2; was %3</translation>
+    </message>
+    <message>
+        <source>no source has another date</source>
+        <translation>no source has another date</translation>
+    </message>
+    <message>
+        <source>tables taken: %1</source>
+        <translation>tables taken: %1</translation>
+    </message>
+    <message>
+        <source>nothing is written</source>
+        <translation>nothing is written</translation>
+    </message>
+    <message>
+        <source>--all and --newer exclude each other</source>
+        <translation>--all and --newer exclude each other</translation>
+    </message>
+    <message>
+        <source>%1: %2; nothing is written; try again</source>
+        <translation>%1: %2; nothing is written; try again</translation>
+    </message>
+    <message>
+        <source>Takes new and newer tables of other files over into a file.</source>
+        <translation>Takes new and newer tables of other files over into a file.</translation>
+    </message>
+    <message>
+        <source>%1: this file is read; name another --output</source>
+        <translation>%1: this file is read; name another --output</translation>
+    </message>
+    <message>
+        <source>An alignment file.</source>
+        <translation>An alignment file.</translation>
+    </message>
+    <message>
+        <source>%1: no table would be left, and a file holds one at least; delete the file instead</source>
+        <translation>%1: no table would be left, and a file holds one at least; delete the file instead</translation>
+    </message>
+    <message>
+        <source>one file, and --id, are wanted; see &quot;--help&quot;</source>
+        <translation>one file, and --id, are wanted; see &quot;--help&quot;</translation>
+    </message>
+    <message>
+        <source>%1: somebody else is writing the file; try again</source>
+        <translation>%1: somebody else is writing the file; try again</translation>
+    </message>
+    <message>
+        <source>Takes tables out of a file.</source>
+        <translation>Takes tables out of a file.</translation>
+    </message>
+    <message>
+        <source>no file %1 is in this folder; name files</source>
+        <translation>no file %1 is in this folder; name files</translation>
+    </message>
 </context>
 <context>
     <name>main</name>

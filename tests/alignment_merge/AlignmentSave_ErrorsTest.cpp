@@ -34,6 +34,7 @@ private slots:
     void anErrorIsReported();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data();
     void aTableThatCannotBeTakenOverLeavesTheFileAsItIs();
+    void aTableWhoseIdIsNoTextIsTakenOver();
     void aMissingFolderIsMadeBeforeAFileIsAskedFor();
     void aFolderThatCannotBeMadeIsNamed();
     void aTableBehindOneThatCannotBeTakenOverStaysOut();
@@ -119,26 +120,20 @@ void AlignmentSave_ErrorsTest::anErrorIsReported()
 void AlignmentSave_ErrorsTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs_data()
 {
     QTest::addColumn<int>("sdrType");
-    QTest::addColumn<QByteArray>("hwId");
     QTest::addColumn<int>("capacity"); // stated by the imported table
-    QTest::newRow("its receiver type is unknown") << 7 << QByteArray("A") << 0;
-    QTest::newRow("it states another number of data sets than its type has")
-        << int(SdrType::RtlSdr) << QByteArray("A") << 3;
-    // These bytes survive the way to the dialog's texts and back in no local encoding.
-    QTest::newRow("its hardware id is no text in the local encoding")
-        << int(SdrType::RtlSdr) << QByteArray("A\x81\xFE\x81") << 1;
+    QTest::newRow("its receiver type is unknown") << 7 << 0;
+    QTest::newRow("it states another number of data sets than its type has") << int(SdrType::RtlSdr) << 3;
 }
 
 void AlignmentSave_ErrorsTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
 {
     QFETCH(int, sdrType);
-    QFETCH(QByteArray, hwId);
     QFETCH(int, capacity);
     const auto type = static_cast<SdrType>(sdrType);
     const QString file = path(u"TarnvikDriver_RtlSdr.ad"_s);
     const QString import = imported(u"i.ad"_s);
-    QVERIFY(WriteAlignmentFile(file, type, {{hwId, 5}, {"B", 5}}));
-    QVERIFY(WriteAlignmentFile(import, type, {{hwId, 9}}));
+    QVERIFY(WriteAlignmentFile(file, type, {{"A", 5}, {"B", 5}}));
+    QVERIFY(WriteAlignmentFile(import, type, {{"A", 9}}));
     AlignStore store;
     QCOMPARE(store.LoadFile(import, store.Tables, true), AlignResult::Ok);
     store.Tables.Head->Table->DataSetCapacity = static_cast<std::uint8_t>(capacity);
@@ -148,6 +143,18 @@ void AlignmentSave_ErrorsTest::aTableThatCannotBeTakenOverLeavesTheFileAsItIs()
     QCOMPARE(Save(Choices()), u"Internal Error"_s);
     QVERIFY(Proposed.isEmpty());
     QCOMPARE(tests::FileBytes(file), before);
+}
+
+void AlignmentSave_ErrorsTest::aTableWhoseIdIsNoTextIsTakenOver()
+{
+    const QByteArray hwId = "A\x81\xFE\x81";
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{hwId, 5}, {"A\x82", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{hwId, 9}}));
+    QMap<QByteArray, QByteArray> expected = TableBytes(path(RtlFile));
+    expected.insert(TableBytes(imported(u"i.ad"_s)));
+    LoadStation({u"i.ad"_s});
+    QCOMPARE(Save(Choices()), QString());
+    QCOMPARE(TableBytes(path(RtlFile)), expected);
 }
 
 void AlignmentSave_ErrorsTest::aMissingFolderIsMadeBeforeAFileIsAskedFor()

@@ -203,9 +203,7 @@ void TarnvikAlign_MergeTest::idsMatchWhole_data()
     QTest::newRow("the beginning of another") << QByteArray("ABC") << QByteArray("AB");
     QTest::newRow("longer than another") << QByteArray("AB") << QByteArray("ABC");
     QTest::newRow("an empty one") << QByteArray("AB") << QByteArray();
-#ifdef Q_OS_LINUX // the encoding of Windows has a letter for nearly every byte
     QTest::newRow("no text") << QByteArray("\xC3") << QByteArray("\xC4");
-#endif
     QTest::newRow("letters beyond ASCII") << QByteArray("M\xC3\xBC") << QByteArray("M\xC3\xBCnchen");
     QTest::newRow("of full length") << QByteArray(128, 'x') << QByteArray(127, 'x');
 }
