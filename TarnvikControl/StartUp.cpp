@@ -52,6 +52,8 @@ void RefuseSecondInstance()
 {
     const QString message = QCoreApplication::translate("main", "Error an instance is already running...");
     qInfo().noquote() << u"%1: %2"_s.arg(QCoreApplication::applicationName(), message);
+    if (QGuiApplication::platformName() == u"offscreen"_s)
+        return; // a station without a screen: nobody could close a box
     QMessageBox box(QMessageBox::Critical, QCoreApplication::translate("main", "Error..."), message,
                     QMessageBox::Ok);
     box.exec();

@@ -33,13 +33,23 @@ class StartUp_RefusalTest : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
     void cleanup() { Answers.reset(); }
 
     void aSecondInstanceIsRefusedInACriticalBox();
+#ifdef Q_OS_LINUX
+    void withoutAScreenItIsRefusedInALineOfTheLog();
+#endif
     void theMessageHandlerOfBeforeIsBack_data();
     void theMessageHandlerOfBeforeIsBack();
     void theTranslationsAreRemoved();
 };
+
+void StartUp_RefusalTest::init()
+{
+    qputenv("QT_QPA_PLATFORM",
+            "minimal"); // the other one without display counts as a station without a screen
+}
 
 void StartUp_RefusalTest::aSecondInstanceIsRefusedInACriticalBox()
 {
@@ -52,6 +62,15 @@ void StartUp_RefusalTest::aSecondInstanceIsRefusedInACriticalBox()
     QCOMPARE(box.Buttons, QMessageBox::Ok);
     QCOMPARE(box.Parent, nullptr);
 }
+
+#ifdef Q_OS_LINUX
+void StartUp_RefusalTest::withoutAScreenItIsRefusedInALineOfTheLog()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCOMPARE(RunControl({"TarnvikControl"}, ShowNormal, true), -1);
+    QCOMPARE(Answers->boxes().size(), 0);
+}
+#endif
 
 void StartUp_RefusalTest::theMessageHandlerOfBeforeIsBack_data()
 {

@@ -7,9 +7,11 @@
 #include "tests/support/Patience.h"
 #include "tools/RecorderReport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <unistd.h>
@@ -33,6 +35,8 @@ private slots:
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd_data();
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd();
     void theLossOfTheDisplayEndsItWith1AndTheNextStartTakesTheRecorderOver();
+    void withoutScreenItRunsWithoutAWarning_data();
+    void withoutScreenItRunsWithoutAWarning();
 
 private:
     std::unique_ptr<tools::RecorderReport> Report;
@@ -89,6 +93,38 @@ void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd(
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
+}
+
+void TarnvikControl_EndTest::withoutScreenItRunsWithoutAWarning_data()
+{
+    QTest::addColumn<QString>("home");
+    QTest::newRow("as a service of a user") << QDir::homePath();
+    QTest::newRow("without rights to a home directory") << u"/proc/none"_s;
+}
+
+void TarnvikControl_EndTest::withoutScreenItRunsWithoutAWarning()
+{
+    QFETCH(QString, home);
+    Station station;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString &variable : {u"DISPLAY"_s, u"DBUS_SESSION_BUS_ADDRESS"_s})
+        environment.remove(variable);
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    environment.insert(u"HOME"_s, home);
+    if (home != QDir::homePath()) {
+        environment.insert(u"XDG_CONFIG_HOME"_s, home + u"/.config"_s);
+        environment.insert(u"XDG_CACHE_HOME"_s, home + u"/.cache"_s);
+    }
+    const QTemporaryDir runtime;
+    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+    station.Process.setProcessEnvironment(environment);
+    station.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.output().contains(u"status 2"_s),
+                             tests::Patience);
+    QVERIFY(station.Signal(SIGTERM));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+    QCOMPARE(station.errorOutput(), QString());
 }
 
 void TarnvikControl_EndTest::theLossOfTheDisplayEndsItWith1AndTheNextStartTakesTheRecorderOver()
