@@ -6,7 +6,7 @@ _tarnvik_align_ids() {
     local word
     for word in "${COMP_WORDS[@]:2}"; do
         [[ $word == *.ad ]] && "${COMP_WORDS[0]}" list --json "${word//\\/}" 2>/dev/null
-    done | grep -o '"id":"[^"\\ ]*"' | cut -d '"' -f 4
+    done | grep -o '"id":"[^"\\]*"' | cut -d '"' -f 4
 }
 
 _tarnvik_align() {
@@ -18,7 +18,10 @@ _tarnvik_align() {
         return
     fi
     if [ "$previous" = --id ]; then
-        mapfile -t COMPREPLY < <(compgen -W "$(_tarnvik_align_ids)" -- "$current")
+        local id
+        while IFS= read -r id; do # compgen -W would run what an id holds
+            [[ $id == "$current"* ]] && COMPREPLY+=("$(printf %q "$id")")
+        done < <(_tarnvik_align_ids)
         return
     fi
     case $command in
