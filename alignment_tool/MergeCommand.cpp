@@ -215,7 +215,7 @@ void Report(const Decisions &decisions, bool written, bool toStandardOutput, Ter
 
 Exit Run(const QCommandLineParser &parser, Terminal &terminal)
 {
-    const Files files(parser);
+    Files files(parser);
     QString objection = files.objection();
     if (parser.isSet(AllOption) && parser.isSet(NewerOption))
         objection = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "--all and --newer exclude each other"));
@@ -224,6 +224,8 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
         return Exit::WrongUsage;
     }
     if (!files.TargetIsThere && !CanBeMade(files.Target, terminal))
+        return Exit::FileFailed;
+    if (!parser.isSet(DryRunOption) && !files.Output.Lock(terminal))
         return Exit::FileFailed;
     AlignmentRowList rows;
     SdrType sdrType = SdrType::None;

@@ -97,6 +97,19 @@ bool OutputFile::isStandardOutput() const
     return Path == u"-"_s;
 }
 
+bool OutputFile::Lock(Terminal &terminal)
+{
+    if (isStandardOutput())
+        return true;
+    Held = std::make_unique<platform::WriteLock>(
+        platform::FileSystemPath(Path).value_or(std::filesystem::path()));
+    if (Held->timedOut())
+        terminal.Complain(
+            Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: somebody else is writing the file; try again"))
+                .arg(Harmless(Path)));
+    return !Held->timedOut();
+}
+
 bool OutputFile::Is(const QString &path) const
 {
     return !isStandardOutput() && (Path == path || platform::IsSameFile(Path, path));

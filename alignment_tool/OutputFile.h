@@ -4,7 +4,11 @@
 
 #include "alignment_tool/Command.h"
 
+#include "platform/WriteLock.h"
+
 #include <QString>
+
+#include <memory>
 
 class AlignStore;
 class QCommandLineParser;
@@ -23,6 +27,10 @@ public:
     [[nodiscard]] bool isSet() const { return !Path.isEmpty(); }
     [[nodiscard]] bool isStandardOutput() const;
 
+    /// Held from reading the file to writing it, so that two programs lose nothing of each other's. False,
+    /// with the reason told, when somebody else holds it for too long.
+    [[nodiscard]] bool Lock(Terminal &terminal);
+
     /// Whether this is the file of that path, however it is spelt.
     [[nodiscard]] bool Is(const QString &path) const;
     /// What is said when it is an input that would be lost.
@@ -34,6 +42,7 @@ public:
 
 private:
     QString Path;
+    std::unique_ptr<platform::WriteLock> Held;
 };
 
 } // namespace aligntool

@@ -65,6 +65,9 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     const std::unique_ptr<AlignStore> store(new (std::nothrow) AlignStore);
     if (store == nullptr)
         return Exit::FileFailed;
+    OutputFile output(parser, files.first());
+    if (!output.Lock(terminal))
+        return Exit::FileFailed;
     const QByteArray digest = platform::FileDigest(files.first());
     const Exit exit = Read(files.first(), ids, *store, terminal);
     if (exit != Exit::Done)
@@ -75,7 +78,7 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
                 .arg(Harmless(files.first())));
         return Exit::FileFailed;
     }
-    return OutputFile(parser, files.first()).Write(*store, terminal);
+    return output.Write(*store, terminal);
 }
 
 } // namespace

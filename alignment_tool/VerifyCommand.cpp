@@ -102,7 +102,10 @@ Exit Verify(const QString &path, Terminal &terminal)
         return file.failureExit();
     }
     warnings.LookAtAll();
-    const QString ok = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "ok, tables: %1")).arg(file.tablesRead());
+    const QString ok =
+        file.tablesRead() == 1
+            ? Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "ok, 1 table"))
+            : Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "ok, %1 tables")).arg(file.tablesRead());
     const QString noted = Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "warnings: %1")).arg(warnings.count());
     terminal.Print(u"%1: %2"_s.arg(file.name(), warnings.count() > 0 ? ok + u", "_s + noted : ok));
     return Exit::Done;

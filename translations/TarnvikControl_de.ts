@@ -651,10 +651,6 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <translation>%1: Warnung: %2</translation>
     </message>
     <message>
-        <source>ok, tables: %1</source>
-        <translation>in Ordnung, Tabellen: %1</translation>
-    </message>
-    <message>
         <source>warnings: %1</source>
         <translation>Warnungen: %1</translation>
     </message>
@@ -965,6 +961,14 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
     <message>
         <source>no file %1 is in this folder; name files</source>
         <translation>in diesem Ordner liegt keine Datei %1; nennen Sie Dateien</translation>
+    </message>
+    <message>
+        <source>ok, 1 table</source>
+        <translation>in Ordnung, 1 Tabelle</translation>
+    </message>
+    <message>
+        <source>ok, %1 tables</source>
+        <translation>in Ordnung, %1 Tabellen</translation>
     </message>
 </context>
 <context>

@@ -651,10 +651,6 @@ Choose Reset and pick again.</translation>
         <translation>%1: warning: %2</translation>
     </message>
     <message>
-        <source>ok, tables: %1</source>
-        <translation>ok, tables: %1</translation>
-    </message>
-    <message>
         <source>warnings: %1</source>
         <translation>warnings: %1</translation>
     </message>
@@ -965,6 +961,14 @@ Choose Reset and pick again.</translation>
     <message>
         <source>no file %1 is in this folder; name files</source>
         <translation>no file %1 is in this folder; name files</translation>
+    </message>
+    <message>
+        <source>ok, 1 table</source>
+        <translation>ok, 1 table</translation>
+    </message>
+    <message>
+        <source>ok, %1 tables</source>
+        <translation>ok, %1 tables</translation>
     </message>
 </context>
 <context>

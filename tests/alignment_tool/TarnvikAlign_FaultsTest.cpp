@@ -16,6 +16,8 @@
 #include <QThread>
 
 #include <atomic>
+#include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +31,7 @@ class TarnvikAlign_FaultsTest : public tests::ToolFixture
 private slots:
     void aKilledProgramLeavesTheOldFileOrTheNewOne();
     void aFileIsReplacedWhileItIsRead();
+    void mergesAtTheSameTimeLoseNoTable();
     void aFullDiskLeavesTheOldFile();
 #ifdef Q_OS_LINUX
     void eachCallThatFailsIsToldAndLeavesTheOldFile();
@@ -138,6 +141,38 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
     QVERIFY(recorder->wait(tests::Patience));
     QCOMPARE(faults, QStringList());
     QVERIFY2(reads >= rounds, qPrintable(QString::number(reads)));
+}
+
+void TarnvikAlign_FaultsTest::mergesAtTheSameTimeLoseNoTable()
+{
+    constexpr int programs = 8;
+    QVERIFY(QDir(Folder->path()).mkdir(u"folder"_s));
+    QVERIFY(WriteAlignmentFile(path(u"t.ad"_s), SdrType::RtlSdr, {{"there", 1}, {"removed", 1}}));
+    QStringList left = {u"there"_s};
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (int i = 0; i <= programs; ++i) {
+        const QString source = path(u"s%1.ad"_s.arg(i));
+        QVERIFY(WriteAlignmentFile(source, SdrType::RtlSdr, {{QByteArray::number(i), 1}}));
+        const QString target = path(i % 2 == 0 ? u"t.ad"_s : u"folder/../t.ad"_s);
+        processes.push_back(std::make_unique<QProcess>());
+        if (i < programs)
+            processes.back()->start(QStringLiteral(ALIGNMENT_TOOL), {u"merge"_s, target, source});
+        else
+            processes.back()->start(QStringLiteral(ALIGNMENT_TOOL),
+                                    {u"remove"_s, target, u"--id"_s, u"removed"_s});
+        if (i < programs)
+            left.append(QString::number(i));
+    }
+    for (const auto &process : processes) {
+        QVERIFY(process->waitForFinished(tests::Patience) || process->state() == QProcess::NotRunning);
+        QCOMPARE(process->readAllStandardError(), QByteArray());
+        QCOMPARE(process->exitCode(), 0);
+    }
+    QStringList ids;
+    for (const QByteArray &id : tests::TableBytes(path(u"t.ad"_s)).keys())
+        ids.append(QString::fromUtf8(id));
+    left.sort();
+    QCOMPARE(ids, left);
 }
 
 void TarnvikAlign_FaultsTest::aFullDiskLeavesTheOldFile()

@@ -31,7 +31,7 @@ void TarnvikAlign_VerifyTest::wholeFilesAreOk()
     QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::AirSpy, {{"1", 5}, {"2", 5}}));
     QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr, {{"1", 5}}));
     const tests::ToolRun run = Run({u"verify"_s, u"a.ad"_s, u"b.ad"_s});
-    QCOMPARE(run.Output, QByteArray("a.ad: ok, tables: 2\nb.ad: ok, tables: 1\n"));
+    QCOMPARE(run.Output, QByteArray("a.ad: ok, 2 tables\nb.ad: ok, 1 table\n"));
     QCOMPARE(run.Errors, QByteArray());
     QCOMPARE(run.ExitCode, 0);
 }
@@ -87,7 +87,7 @@ void TarnvikAlign_VerifyTest::theOneDamagedFileAmongFiftyIsFound()
     bytes[chunk.Payload] = static_cast<char>(bytes[chunk.Payload] ^ 1);
     QVERIFY(tests::WriteFileBytes(path(u"TarnvikDriver_23.ad"_s), bytes));
     const tests::ToolRun run = Run({u"verify"_s, u"."_s});
-    QCOMPARE(run.Output.count(": ok, tables: 2\n"), 49);
+    QCOMPARE(run.Output.count(": ok, 2 tables\n"), 49);
     const QByteArray place = "TarnvikDriver_23.ad: table 2, byte " + QByteArray::number(chunk.Begin) +
                              ": File CRC check failed; the file is damaged; take it from its source again\n";
     QVERIFY2(run.Output.contains(place), run.Output.constData());
@@ -104,7 +104,7 @@ void TarnvikAlign_VerifyTest::everyIdThatBeginsWithAnotherIsNamed()
     QByteArray expected;
     for (const QByteArray pair : {"25", "53", "21", "26"}) // A AB, AB ABC, A AC, A AD
         expected += QByteArray(warning).replace("%1", pair.first(1)).replace("%2", pair.last(1));
-    QCOMPARE(run.Output, expected + "f.ad: ok, tables: 6, warnings: 4\n");
+    QCOMPARE(run.Output, expected + "f.ad: ok, 6 tables, warnings: 4\n");
 }
 
 void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning_data()
@@ -146,8 +146,9 @@ void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning()
     QFETCH(QByteArray, warning);
     QVERIFY(tests::WriteFileBytes(path(u"f.ad"_s), bytes));
     const tests::ToolRun run = Run({u"verify"_s, u"f.ad"_s});
-    const QByteArray tables = QByteArray::number(int{static_cast<quint8>(bytes[5])});
-    QCOMPARE(run.Output, "f.ad: warning: " + warning + "\nf.ad: ok, tables: " + tables + ", warnings: 1\n");
+    const int count = static_cast<quint8>(bytes[5]);
+    const QByteArray tables = QByteArray::number(count) + (count == 1 ? " table" : " tables");
+    QCOMPARE(run.Output, "f.ad: warning: " + warning + "\nf.ad: ok, " + tables + ", warnings: 1\n");
     QCOMPARE(run.ExitCode, 0);
 }
 
