@@ -41,12 +41,13 @@ QByteArray HwIdOf(const AlignTable &table)
     return {hwId.data(), static_cast<qsizetype>(hwId.size())};
 }
 
-QSet<QByteArray> HwIdsOf(const SaveSource &source)
+/// The dates of the picks by hardware id.
+QHash<QByteArray, std::uint64_t> PicksOf(const SaveSource &source)
 {
-    QSet<QByteArray> ids;
+    QHash<QByteArray, std::uint64_t> picks;
     for (const AlignmentPick &pick : source.picks())
-        ids.insert(HwIdOf(pick));
-    return ids;
+        picks.insert(HwIdOf(pick), pick.alignedAt);
+    return picks;
 }
 
 // What is to be saved
@@ -181,7 +182,7 @@ private:
             result = AlignResult::TableWrongSdrType;
         if (result != AlignResult::Ok)
             return result;
-        const QSet<QByteArray> picked = HwIdsOf(source);
+        const QHash<QByteArray, std::uint64_t> picked = PicksOf(source);
         if (Group.WholeIds) {
             Store.Tables.RemoveIf([&](const AlignTable &table) { return picked.contains(HwIdOf(table)); });
         } else {
@@ -195,7 +196,7 @@ private:
 
     /// Appends the picked tables of the file that is open to those of the store. One table at a time is in
     /// memory beside them.
-    AlignResult AppendPicked(AlignTableReader &reader, const QSet<QByteArray> &picked)
+    AlignResult AppendPicked(AlignTableReader &reader, QHash<QByteArray, std::uint64_t> picked)
     {
         const auto now = static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch());
         while (reader.hasNext()) {
@@ -204,8 +205,11 @@ private:
             AlignResult result = table != nullptr ? reader.ReadNext(*table) : AlignResult::InternalError;
             if (result != AlignResult::Ok)
                 return result;
-            if (!picked.contains(HwIdOf(*table)))
+            const auto pick = picked.constFind(HwIdOf(*table));
+            if (pick == picked.cend() || (Group.WholeIds && *pick != table->AlignedAt))
                 continue;
+            if (Group.WholeIds)
+                picked.erase(pick); // of a table that stands there twice one is taken
             const AlignSelectionEntry entry = {HwIdOf(*table).toStdString(), now};
             const AlignTableNode *const last = Store.Tables.Tail;
             result = Store.MergeTables(Store.Tables, Store.ImportTables, {&entry, 1});

@@ -65,8 +65,8 @@ struct DriverSaveGroup
     bool HasOwnFile = false;
     /// In the order first met.
     QList<SaveSource> Sources;
-    /// Tables are replaced by those of the same whole hardware id. Without it the shorter of two ids decides,
-    /// as AlignStore::ClearTableByHwId has it.
+    /// Tables are replaced by the one of the same whole hardware id. Without it the shorter of two ids
+    /// decides, as AlignStore::ClearTableByHwId has it, and all tables of the id are taken over.
     bool WholeIds = false;
 };
 

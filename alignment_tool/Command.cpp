@@ -54,6 +54,7 @@ Exit Refuse(const QString &reason, const QString &command, Terminal &terminal)
 Exit Run(const Command &command, const QStringList &arguments, Terminal &terminal)
 {
     QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // "-output" is no "-o utput"
     parser.setApplicationDescription(Translated(command.Summary));
     const QCommandLineOption help({u"h"_s, u"help"_s},
                                   Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "Shows this help.")));

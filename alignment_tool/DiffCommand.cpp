@@ -48,6 +48,7 @@ public:
     {
         QCryptographicHash hash(QCryptographicHash::Sha256);
         hash.addData(QByteArrayView(table.HwId.data(), AlignHwIdSize));
+        hash.addData(QByteArray(1, static_cast<char>(table.Version)));
         hash.addData(QByteArray(1, static_cast<char>(table.DataSetCapacity)));
         for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount)) {
             std::ostringstream bytes;

@@ -36,6 +36,7 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     TableFile file(files.first());
     JsonArray tables(terminal);
     bool begun = false;
+    unsigned ofOtherVersion = 0; // the number of such a table
     const auto begin = [&] {
         if (!begun)
             tables.Begin(TablesFormat, HeadOf(file));
@@ -43,12 +44,23 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     };
     const AlignResult result = file.ReadTables([&](const AlignTable &table) {
         begin();
-        if (ids.Takes(table))
-            tables.Add(TableToJson(table, file.sdrType()));
+        if (!ids.Takes(table))
+            return;
+        if (table.Version != AlignVersion)
+            ofOtherVersion = file.tablesRead();
+        tables.Add(TableToJson(table, file.sdrType()));
     });
     if (result != AlignResult::Ok) { // what was printed is no document, and cannot be taken for one
         terminal.Complain(u"%1: %2"_s.arg(file.name(), file.failure()));
         return file.failureExit();
+    }
+    if (ofOtherVersion > 0) { // nobody can tell what it means, and "import" would make another one of it
+        terminal.Complain(u"%1: %2"_s.arg(
+            file.name(),
+            Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "table %1 has another inner version than 5; "
+                                                         "only tables of version 5 are exported"))
+                .arg(ofOtherVersion)));
+        return Exit::Found;
     }
     begin();
     tables.End();

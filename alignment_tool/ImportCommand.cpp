@@ -59,8 +59,9 @@ Exit AppendDocument(const QString &path, AlignStore &store, Terminal &terminal)
         return Exit::FileFailed;
     }
     const SdrType before = store.SdrType;
+    const bool isFirst = store.Tables.Head == nullptr;
     QStringList errors = AppendTablesOf(*json, store);
-    if (before != SdrType::None && store.SdrType != before)
+    if (!isFirst && store.SdrType != before)
         errors.append(Translated(QT_TRANSLATE_NOOP(
             "TarnvikAlign", "sdrType: another one than in the documents before; a file has one type")));
     for (const QString &error : std::as_const(errors))

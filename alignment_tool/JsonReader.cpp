@@ -58,11 +58,18 @@ QByteArray JsonReader::bytes(const QString &name, std::size_t most) const
     const JsonReader exact = member(name + u"Hex"_s);
     QByteArray bytes;
     if (exact.Value.isUndefined()) {
-        bytes = text(name).toUtf8();
+        const QString id = text(name);
+        if (!id.isValidUtf16() || id.contains(QChar(0)))
+            member(name).Note(
+                Translated(
+                    QT_TRANSLATE_NOOP("TarnvikAlign",
+                                      "this is no text of UTF-8 without NUL; the member %1 takes all bytes"))
+                    .arg(name + u"Hex"_s));
+        bytes = id.toUtf8();
     } else {
         Known->insert(name);
         bytes = QByteArray::fromHex(exact.Value.toString().toLatin1());
-        if (QString::fromLatin1(bytes.toHex()) != exact.Value.toString().toLower())
+        if (!exact.Value.isString() || QString::fromLatin1(bytes.toHex()) != exact.Value.toString().toLower())
             exact.Note(Translated(
                 QT_TRANSLATE_NOOP("TarnvikAlign", "hexadecimal digits are wanted, two for each byte")));
     }

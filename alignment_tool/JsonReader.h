@@ -25,6 +25,8 @@ public:
     /// The whole document. `errors` is the caller's and outlives all readers.
     JsonReader(const QJsonValue &value, QStringList &errors) : JsonReader(value, QString(), errors) {}
 
+    [[nodiscard]] bool isMissing() const { return Value.isUndefined(); }
+
     /// A member of an object.
     [[nodiscard]] JsonReader member(const QString &name) const;
     /// The entries of a member that is a list of at most `most`; `what` names them in the error.

@@ -64,6 +64,8 @@ struct Files
         if (Target.isEmpty() || Sources.isEmpty())
             return Translated(
                 QT_TRANSLATE_NOOP("TarnvikAlign", "a target and sources are wanted; see \"--help\""));
+        if (!Output.isSet())
+            return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "--output wants a file"));
         if (Target == u"-"_s || Sources.contains(u"-"_s))
             return Translated(QT_TRANSLATE_NOOP(
                 "TarnvikAlign", "files of a merge are read more than once; name files, not \"-\""));
@@ -248,20 +250,22 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     AlignmentSaveQuestions questions;
     // Without a table to take there is nothing to write, but for a file of another name.
     questions.SaveUnchanged = [&](const QString &) { return !files.Output.Is(files.Target); };
-    questions.FileToWrite = [&](const QString &proposal) {
-        return parser.isSet(DryRunOption) ? QString() : proposal;
-    };
+    questions.FileToWrite = [](const QString &proposal) { return proposal; };
     bool written = false;
     questions.Write = [&](AlignStore &store, const QString &) {
-        exit = files.Output.Write(store, terminal);
-        written = true;
+        if (parser.isSet(DryRunOption))
+            exit = OutputFile::Check(store, files.Target, terminal);
+        else
+            exit = files.Output.Write(store, terminal);
+        written = !parser.isSet(DryRunOption);
         return QString();
     };
     const QString error = SaveAlignment(groups, questions);
     if (!error.isEmpty()) {
         terminal.Complain(
-            Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: %2; nothing is written; try again"))
-                .arg(Harmless(files.Target), error.section(u'\n', 0, 0)));
+            Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                         "%1: %2; nothing is written; \"verify\" tells more of the files"))
+                .arg(Harmless(files.Target), Harmless(error.section(u'\n', 0, 0))));
         return Exit::FileFailed;
     }
     if (exit == Exit::Done)

@@ -2,6 +2,7 @@
 #include "alignment_tool/OutputFile.h"
 
 #include "alignment/AlignStore.h"
+#include "platform/FileDigest.h"
 #include "platform/FilePath.h"
 #include "platform/FileReplacement.h"
 
@@ -49,7 +50,9 @@ private:
 /// closed again: on Windows nobody can replace it otherwise.
 bool WouldChangeNothing(AlignStore &store, const std::filesystem::path &path, AlignResult &result)
 {
-    Comparison comparison(path);
+    std::error_code ignored;
+    const bool isFile = std::filesystem::is_regular_file(path, ignored); // a pipe would be waited for
+    Comparison comparison(isFile ? path : std::filesystem::path());
     std::ostream compared(&comparison);
     result = store.Save(compared);
     return result == AlignResult::Ok && comparison.equal();
@@ -67,6 +70,8 @@ QString StepText(platform::ReplaceStep step)
             QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file beside it cannot be written"));
     case platform::ReplaceStep::Sync:
         return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file does not reach the disk"));
+    case platform::ReplaceStep::LastLook:
+        return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "somebody else is writing the file; try again"));
     case platform::ReplaceStep::Replace:
         return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "the temporary file cannot take its place"));
     case platform::ReplaceStep::SyncFolder:
@@ -104,9 +109,8 @@ bool OutputFile::Lock(Terminal &terminal)
     Held = std::make_unique<platform::WriteLock>(
         platform::FileSystemPath(Path).value_or(std::filesystem::path()));
     if (Held->timedOut())
-        terminal.Complain(
-            Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: somebody else is writing the file; try again"))
-                .arg(Harmless(Path)));
+        terminal.Complain(u"%1: %2"_s.arg(Harmless(Path), StepText(platform::ReplaceStep::LastLook)));
+    Digest = platform::FileDigest(Path);
     return !Held->timedOut();
 }
 
@@ -119,6 +123,16 @@ QString OutputFile::IsInputText(const QString &path)
 {
     return Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: this file is read; name another --output"))
         .arg(Harmless(path));
+}
+
+Exit OutputFile::Check(AlignStore &store, const QString &path, Terminal &terminal)
+{
+    AlignResult result = AlignResult::Ok;
+    (void)WouldChangeNothing(store, {}, result);
+    if (result == AlignResult::Ok)
+        return Exit::Done;
+    terminal.Complain(u"%1: %2"_s.arg(Harmless(path), AlignResultText(result)));
+    return Exit::FileFailed;
 }
 
 Exit OutputFile::Write(AlignStore &store, Terminal &terminal) const
@@ -136,18 +150,23 @@ Exit OutputFile::Write(AlignStore &store, Terminal &terminal) const
         return Exit::Done;
     platform::ReplaceResult replaced;
     if (result == AlignResult::Ok)
-        replaced = platform::ReplaceFile(path, [&](std::ostream &stream) {
-            result = store.Save(stream);
-            return result == AlignResult::Ok;
-        });
+        replaced = platform::ReplaceFile(
+            path,
+            [&](std::ostream &stream) {
+                result = store.Save(stream);
+                return result == AlignResult::Ok;
+            },
+            [&] { return Held == nullptr || platform::FileDigest(Path) == Digest; });
     if (result != AlignResult::Ok && result != AlignResult::FileError) {
         terminal.Complain(u"%1: %2"_s.arg(Harmless(Path), AlignResultText(result)));
         return Exit::FileFailed;
     }
     if (replaced.Failed == platform::ReplaceStep::None)
         return Exit::Done;
-    terminal.Complain(u"%1: %2: %3"_s.arg(Harmless(Path), StepText(replaced.Failed),
-                                          QString::fromLocal8Bit(replaced.Reason.message().c_str())));
+    QString why = StepText(replaced.Failed);
+    if (replaced.Failed != platform::ReplaceStep::LastLook)
+        why += u": "_s + QString::fromLocal8Bit(replaced.Reason.message().c_str());
+    terminal.Complain(u"%1: %2"_s.arg(Harmless(Path), why));
     return Exit::FileFailed;
 }
 

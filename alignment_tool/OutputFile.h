@@ -6,6 +6,7 @@
 
 #include "platform/WriteLock.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -27,14 +28,18 @@ public:
     [[nodiscard]] bool isSet() const { return !Path.isEmpty(); }
     [[nodiscard]] bool isStandardOutput() const;
 
-    /// Held from reading the file to writing it, so that two programs lose nothing of each other's. False,
-    /// with the reason told, when somebody else holds it for too long.
+    /// From reading the file to writing it: two of these programs wait for each other, and what somebody else
+    /// writes meanwhile is not replaced. False, with the reason told, when somebody holds the lock for too
+    /// long.
     [[nodiscard]] bool Lock(Terminal &terminal);
 
     /// Whether this is the file of that path, however it is spelt.
     [[nodiscard]] bool Is(const QString &path) const;
     /// What is said when it is an input that would be lost.
     [[nodiscard]] static QString IsInputText(const QString &path);
+
+    /// What Write would say of tables that cannot be written, and its exit code.
+    [[nodiscard]] static Exit Check(AlignStore &store, const QString &path, Terminal &terminal);
 
     /// Writes the store's Tables, "-" to standard output. A file that the program would refuse to read is not
     /// written.
@@ -43,6 +48,7 @@ public:
 private:
     QString Path;
     std::unique_ptr<platform::WriteLock> Held;
+    QByteArray Digest; // of the file when the lock was taken
 };
 
 } // namespace aligntool

@@ -5,7 +5,6 @@
 #include "alignment_tool/IdChoice.h"
 #include "alignment_tool/OutputFile.h"
 #include "alignment_tool/TableFile.h"
-#include "platform/FileDigest.h"
 
 #include <QCommandLineParser>
 
@@ -66,18 +65,15 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     if (store == nullptr)
         return Exit::FileFailed;
     OutputFile output(parser, files.first());
+    if (!output.isSet()) {
+        terminal.Complain(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "--output wants a file")));
+        return Exit::WrongUsage;
+    }
     if (!output.Lock(terminal))
         return Exit::FileFailed;
-    const QByteArray digest = platform::FileDigest(files.first());
     const Exit exit = Read(files.first(), ids, *store, terminal);
     if (exit != Exit::Done)
         return exit;
-    if (platform::FileDigest(files.first()) != digest) {
-        terminal.Complain(
-            Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: somebody else is writing the file; try again"))
-                .arg(Harmless(files.first())));
-        return Exit::FileFailed;
-    }
     return output.Write(*store, terminal);
 }
 

@@ -68,9 +68,8 @@ void Show(const AlignDataSet &dataSet, std::size_t number, Terminal &terminal)
 void Show(const AlignTable &table, Terminal &terminal)
 {
     terminal.Print(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1, aligned at %2, data sets: %3 of %4"))
-                       .arg(HardwareIdText(table), DateTimeText(table.AlignedAt))
-                       .arg(int{table.DataSetCount})
-                       .arg(int{table.DataSetCapacity}));
+                       .arg(HardwareIdText(table), DateTimeText(table.AlignedAt),
+                            QString::number(table.DataSetCount), QString::number(table.DataSetCapacity)));
     std::size_t number = 0;
     for (const AlignDataSet &dataSet : table.DataSets.first(table.DataSetCount))
         Show(dataSet, ++number, terminal);

@@ -169,6 +169,13 @@ QString HardwareIdText(const AlignTable &table)
     return Harmless(platform::BytesText(AlignHwIdOf(table)));
 }
 
+bool HasBytesBehindId(const AlignTable &table)
+{
+    const std::size_t size = AlignHwIdOf(table).size();
+    return std::any_of(table.HwId.begin() + static_cast<std::ptrdiff_t>(size), table.HwId.end(),
+                       [](char byte) { return byte != 0; });
+}
+
 QString DateTimeText(std::uint64_t secondsSinceEpoch)
 {
     constexpr std::uint64_t calendarEnd = 253402300800; // 10000-01-01

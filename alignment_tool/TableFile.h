@@ -58,6 +58,9 @@ private:
 /// The hardware id, without its NUL, as a text: bytes that are no letters as platform::PathText has them.
 [[nodiscard]] QString HardwareIdText(const AlignTable &table);
 
+/// Whether bytes follow the id's NUL. They are no part of the id, but files keep them.
+[[nodiscard]] bool HasBytesBehindId(const AlignTable &table);
+
 /// The UTC date and time as "yyyy-MM-dd hh:mm:ss", or what AlignmentDateText gives beyond the calendar.
 [[nodiscard]] QString DateTimeText(std::uint64_t secondsSinceEpoch);
 

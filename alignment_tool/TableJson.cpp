@@ -4,6 +4,7 @@
 #include "alignment_tool/Command.h"
 #include "alignment_tool/Json.h"
 #include "alignment_tool/JsonReader.h"
+#include "alignment_tool/TableFile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -49,14 +50,6 @@ QJsonObject ObjectOf(const AlignDataSet &dataSet)
     return {{u"attr"_s, QJsonArray{dataSet.Attr1, dataSet.Attr2, dataSet.Attr3, dataSet.Attr4}},
             {u"word"_s, QJsonArray{dataSet.Word1, dataSet.Word2}},
             {u"freqPoints"_s, points}};
-}
-
-/// The bytes behind the id's NUL are no part of it, but files keep them.
-bool HasBytesBehindId(const AlignTable &table)
-{
-    const std::size_t size = AlignHwIdOf(table).size();
-    return std::any_of(table.HwId.begin() + static_cast<std::ptrdiff_t>(size), table.HwId.end(),
-                       [](char byte) { return byte != 0; });
 }
 
 // From JSON
@@ -113,7 +106,15 @@ void Take(const JsonReader &reader, AlignTable &table)
     table.DataSetCount = static_cast<std::uint8_t>(dataSets.size());
     for (qsizetype i = 0; i < dataSets.size(); ++i)
         Take(dataSets[i], table.DataSets.Only(static_cast<std::size_t>(i)));
-    reader.Ignore({u"driver"_s, u"sdrType"_s, u"date"_s, u"file"_s, u"fileHex"_s});
+    if (!reader.member(u"sdrType"_s).isMissing()) {
+        std::uint8_t sdrType = 0;
+        reader.Take(u"sdrType"_s, sdrType);
+        if (static_cast<::SdrType>(sdrType) != table.SdrType)
+            reader.member(u"sdrType"_s)
+                .Note(Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
+                                                   "another one than the document's; a file has one type")));
+    }
+    reader.Ignore({u"driver"_s, u"date"_s});
     reader.RefuseOthers();
 }
 

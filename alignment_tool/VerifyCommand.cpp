@@ -30,6 +30,9 @@ public:
         if (table.Version != AlignVersion)
             Warn(InTable(number).arg(Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "its inner version is %1"))
                                          .arg(int{table.Version})));
+        if (HasBytesBehindId(table))
+            Warn(InTable(number).arg(
+                Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "bytes follow the end of its hardware id"))));
         if (const int capacity = AlignDataSetCapacityOf(File.sdrType()); table.DataSetCapacity != capacity)
             Warn(InTable(number).arg(
                 Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
@@ -63,7 +66,12 @@ private:
         for (const auto &id : Ids) {
             while (!beginnings.empty() && !std::string_view(id.first).starts_with(beginnings.back().first))
                 beginnings.pop_back();
-            if (!beginnings.empty())
+            if (!beginnings.empty() && beginnings.back().first == id.first)
+                Warn(Translated(
+                         QT_TRANSLATE_NOOP("TarnvikAlign", "tables %1 and %2 have the same hardware id"))
+                         .arg(beginnings.back().second)
+                         .arg(id.second));
+            else if (!beginnings.empty())
                 Warn(Translated(QT_TRANSLATE_NOOP("TarnvikAlign",
                                                   "the hardware id of table %1 is the beginning of that of "
                                                   "table %2"))

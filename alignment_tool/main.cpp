@@ -8,6 +8,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <new>
+
 using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv)
@@ -23,7 +25,12 @@ int main(int argc, char **argv)
         QCoreApplication::installTranslator(&translator);
 
     aligntool::Terminal terminal;
-    aligntool::Exit exit = aligntool::RunCommandLine(platform::CommandLineArguments(argc, argv), terminal);
+    aligntool::Exit exit = aligntool::Exit::FileFailed;
+    try {
+        exit = aligntool::RunCommandLine(platform::CommandLineArguments(argc, argv), terminal);
+    } catch (const std::bad_alloc &) {
+        terminal.Complain(QCoreApplication::translate("QDlgAlignmentCfg", "Out of memory"));
+    }
     if (!terminal.Flush()) {
         terminal.Complain(aligntool::Translated(QT_TRANSLATE_NOOP(
             "TarnvikAlign", "standard output cannot be written; is the disk full, or the reader gone?")));

@@ -10,6 +10,7 @@ namespace platform {
 void PrepareStandardStreams()
 {
     (void)std::signal(SIGPIPE, SIG_IGN);
+    (void)std::signal(SIGXFSZ, SIG_IGN);
 }
 
 QStringList CommandLineArguments(int argc, char **argv)

@@ -51,7 +51,8 @@ bool WriteTo(const fs::path &file, const std::function<bool(std::ostream &)> &wr
 
 } // namespace
 
-ReplaceResult ReplaceFile(const fs::path &path, const std::function<bool(std::ostream &)> &write)
+ReplaceResult ReplaceFile(const fs::path &path, const std::function<bool(std::ostream &)> &write,
+                          const std::function<bool()> &mayReplace)
 {
     fs::path target;
     if (const std::error_code error = FindTarget(path, target))
@@ -64,6 +65,8 @@ ReplaceResult ReplaceFile(const fs::path &path, const std::function<bool(std::os
         result = {ReplaceStep::Write, LastError()};
     else if (const std::error_code syncError = SyncFile(temporary))
         result = {ReplaceStep::Sync, syncError};
+    else if (mayReplace && !mayReplace())
+        result = {ReplaceStep::LastLook, std::make_error_code(std::errc::device_or_resource_busy)};
     else if (const std::error_code replaceError = TakePlace(temporary, target))
         result = {ReplaceStep::Replace, replaceError};
     else if (const std::error_code folderError = SyncFolderOf(target))

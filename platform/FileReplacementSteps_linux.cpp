@@ -3,12 +3,15 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -29,6 +32,42 @@ std::error_code Sync(const char *path, int flags)
     return error;
 }
 
+constexpr const char *AccessList = "system.posix_acl_access";
+
+/// Whether the error says that the file system has no such attribute, or none at all.
+bool HasNone(int error)
+{
+    return error == ENODATA || error == ENOTSUP;
+}
+
+/// Copies an extended attribute; one that vanished meanwhile is none.
+std::error_code CopyAttribute(const char *from, int to, const char *name)
+{
+    const ssize_t size = getxattr(from, name, nullptr, 0);
+    std::vector<char> value(size > 0 ? static_cast<std::size_t>(size) : 0);
+    if (size < 0 || getxattr(from, name, value.data(), value.size()) < 0)
+        return ErrorIf(!HasNone(errno));
+    return ErrorIf(fsetxattr(to, name, value.data(), value.size(), 0) != 0);
+}
+
+/// Gives an open file the access list and the user's attributes of another one, and takes the list away that
+/// the folder gave it. Attributes of the system are the system's.
+std::error_code CopyAttributes(const char *from, int to)
+{
+    if (fremovexattr(to, AccessList) != 0 && !HasNone(errno))
+        return ErrorIf(true);
+    std::error_code error = CopyAttribute(from, to, AccessList);
+    const ssize_t size = listxattr(from, nullptr, 0);
+    std::vector<char> names(size > 0 ? static_cast<std::size_t>(size) : 0);
+    const ssize_t listed = listxattr(from, names.data(), names.size());
+    const std::string_view all(names.data(), listed > 0 ? static_cast<std::size_t>(listed) : 0);
+    for (std::size_t begin = 0; begin < all.size() && !error; begin = all.find('\0', begin) + 1) {
+        if (all.substr(begin).starts_with("user."))
+            error = CopyAttribute(from, to, all.data() + begin);
+    }
+    return error;
+}
+
 /// Gives an open file the rights of another one, or those of a new file when there is none.
 std::error_code SetRights(int descriptor, const char *likeWhich)
 {
@@ -38,12 +77,14 @@ std::error_code SetRights(int descriptor, const char *likeWhich)
         umask(mask);
         return ErrorIf(fchmod(descriptor, 0666 & ~mask) != 0);
     }
-    // Only root may give files away, and others only to their groups. The group's rights are then not theirs.
-    mode_t mode = status.st_mode & 07777;
+    // Only root may give files away. Others may to their groups, and to no other: its members would lose
+    // their rights.
     if (fchown(descriptor, status.st_uid, status.st_gid) != 0 &&
         fchown(descriptor, static_cast<uid_t>(-1), status.st_gid) != 0)
-        mode &= ~static_cast<mode_t>(070);
-    return ErrorIf(fchmod(descriptor, mode) != 0);
+        return ErrorIf(true);
+    if (fchmod(descriptor, status.st_mode & 07777) != 0)
+        return ErrorIf(true);
+    return CopyAttributes(likeWhich, descriptor);
 }
 
 } // namespace
@@ -80,7 +121,10 @@ std::error_code TakePlace(const std::filesystem::path &file, const std::filesyst
 std::error_code SyncFolderOf(const std::filesystem::path &file)
 {
     const std::filesystem::path folder = file.parent_path();
-    return Sync(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    const std::error_code error = Sync(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    // Some network file systems know no such thing.
+    return error == std::errc::invalid_argument || error == std::errc::not_supported ? std::error_code()
+                                                                                     : error;
 }
 
 } // namespace platform

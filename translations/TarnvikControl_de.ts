@@ -927,10 +927,6 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <translation>--all und --newer schließen einander aus</translation>
     </message>
     <message>
-        <source>%1: %2; nothing is written; try again</source>
-        <translation>%1: %2; nichts wird geschrieben; versuchen Sie es erneut</translation>
-    </message>
-    <message>
         <source>Takes new and newer tables of other files over into a file.</source>
         <translation>Übernimmt neue und neuere Tabellen anderer Dateien in eine Datei.</translation>
     </message>
@@ -951,10 +947,6 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <translation>eine Datei und --id werden gebraucht; siehe „--help“</translation>
     </message>
     <message>
-        <source>%1: somebody else is writing the file; try again</source>
-        <translation>%1: jemand anderes schreibt die Datei gerade; versuchen Sie es erneut</translation>
-    </message>
-    <message>
         <source>Takes tables out of a file.</source>
         <translation>Nimmt Tabellen aus einer Datei heraus.</translation>
     </message>
@@ -969,6 +961,38 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
     <message>
         <source>ok, %1 tables</source>
         <translation>in Ordnung, %1 Tabellen</translation>
+    </message>
+    <message>
+        <source>table %1 has another inner version than 5; only tables of version 5 are exported</source>
+        <translation>Tabelle %1 hat eine andere innere Version als 5; nur Tabellen der Version 5 werden exportiert</translation>
+    </message>
+    <message>
+        <source>this is no text of UTF-8 without NUL; the member %1 takes all bytes</source>
+        <translation>dies ist kein Text in UTF-8 ohne NUL; das Element %1 nimmt alle Bytes auf</translation>
+    </message>
+    <message>
+        <source>--output wants a file</source>
+        <translation>--output braucht eine Datei</translation>
+    </message>
+    <message>
+        <source>%1: %2; nothing is written; &quot;verify&quot; tells more of the files</source>
+        <translation>%1: %2; nichts wird geschrieben; „verify“ sagt mehr über die Dateien</translation>
+    </message>
+    <message>
+        <source>somebody else is writing the file; try again</source>
+        <translation>jemand anderes schreibt die Datei gerade; versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>another one than the document&apos;s; a file has one type</source>
+        <translation>ein anderer als der des Dokuments; eine Datei hat einen Typ</translation>
+    </message>
+    <message>
+        <source>bytes follow the end of its hardware id</source>
+        <translation>hinter dem Ende ihrer Hardware-Kennung folgen Bytes</translation>
+    </message>
+    <message>
+        <source>tables %1 and %2 have the same hardware id</source>
+        <translation>die Tabellen %1 und %2 haben dieselbe Hardware-Kennung</translation>
     </message>
 </context>
 <context>

@@ -927,10 +927,6 @@ Choose Reset and pick again.</translation>
         <translation>--all and --newer exclude each other</translation>
     </message>
     <message>
-        <source>%1: %2; nothing is written; try again</source>
-        <translation>%1: %2; nothing is written; try again</translation>
-    </message>
-    <message>
         <source>Takes new and newer tables of other files over into a file.</source>
         <translation>Takes new and newer tables of other files over into a file.</translation>
     </message>
@@ -951,10 +947,6 @@ Choose Reset and pick again.</translation>
         <translation>one file, and --id, are wanted; see &quot;--help&quot;</translation>
     </message>
     <message>
-        <source>%1: somebody else is writing the file; try again</source>
-        <translation>%1: somebody else is writing the file; try again</translation>
-    </message>
-    <message>
         <source>Takes tables out of a file.</source>
         <translation>Takes tables out of a file.</translation>
     </message>
@@ -969,6 +961,38 @@ Choose Reset and pick again.</translation>
     <message>
         <source>ok, %1 tables</source>
         <translation>ok, %1 tables</translation>
+    </message>
+    <message>
+        <source>table %1 has another inner version than 5; only tables of version 5 are exported</source>
+        <translation>table %1 has another inner version than 5; only tables of version 5 are exported</translation>
+    </message>
+    <message>
+        <source>this is no text of UTF-8 without NUL; the member %1 takes all bytes</source>
+        <translation>this is no text of UTF-8 without NUL; the member %1 takes all bytes</translation>
+    </message>
+    <message>
+        <source>--output wants a file</source>
+        <translation>--output wants a file</translation>
+    </message>
+    <message>
+        <source>%1: %2; nothing is written; &quot;verify&quot; tells more of the files</source>
+        <translation>%1: %2; nothing is written; &quot;verify&quot; tells more of the files</translation>
+    </message>
+    <message>
+        <source>somebody else is writing the file; try again</source>
+        <translation>somebody else is writing the file; try again</translation>
+    </message>
+    <message>
+        <source>another one than the document&apos;s; a file has one type</source>
+        <translation>another one than the document&apos;s; a file has one type</translation>
+    </message>
+    <message>
+        <source>bytes follow the end of its hardware id</source>
+        <translation>bytes follow the end of its hardware id</translation>
+    </message>
+    <message>
+        <source>tables %1 and %2 have the same hardware id</source>
+        <translation>tables %1 and %2 have the same hardware id</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // For LD_PRELOAD: lets one of the calls that write a file fail, the one whose number TARNVIK_FAILING_CALL
-// holds. Standard output and standard error are left alone.
+// holds. Standard output and standard error are left alone. Where TARNVIK_WRITTEN_MEANWHILE names a file,
+// somebody else seems to write to that while the new one goes to the disk.
 #include <dlfcn.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -52,6 +53,11 @@ ssize_t writev(int descriptor, const struct iovec *parts, int count)
 int fsync(int descriptor)
 {
     static auto *const next = Next<int(int)>("fsync");
+    if (const char *const file = std::getenv("TARNVIK_WRITTEN_MEANWHILE")) {
+        std::FILE *const stream = std::fopen(file, "a");
+        (void)std::fputc('!', stream);
+        (void)std::fclose(stream);
+    }
     return Fails() ? -1 : next(descriptor);
 }
 

@@ -15,6 +15,10 @@
 #include <QProcess>
 #include <QThread>
 
+#ifdef Q_OS_LINUX
+#include <sys/stat.h>
+#endif
+
 #include <atomic>
 #include <memory>
 #include <vector>
@@ -35,6 +39,9 @@ private slots:
     void aFullDiskLeavesTheOldFile();
 #ifdef Q_OS_LINUX
     void eachCallThatFailsIsToldAndLeavesTheOldFile();
+    void whatSomebodyElseWritesMeanwhileStays_data();
+    void whatSomebodyElseWritesMeanwhileStays();
+    void aPipeIsNoOutput();
 #endif
 
 private:
@@ -226,6 +233,37 @@ void TarnvikAlign_FaultsTest::eachCallThatFailsIsToldAndLeavesTheOldFile()
                                       " the temporary file does not reach the disk",
                                       " the temporary file cannot take its place",
                                       " it is written, but its folder does not reach the disk"}));
+}
+
+void TarnvikAlign_FaultsTest::whatSomebodyElseWritesMeanwhileStays_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::newRow("merge") << QStringList{u"merge"_s, u"t.ad"_s, u"s.ad"_s};
+    QTest::newRow("remove") << QStringList{u"remove"_s, u"t.ad"_s, u"--id"_s, u"1"_s};
+}
+
+void TarnvikAlign_FaultsTest::whatSomebodyElseWritesMeanwhileStays()
+{
+    QFETCH(QStringList, command);
+    MakeFiles(10);
+    const tests::ToolRun run =
+        Run(command, {},
+            {u"LD_PRELOAD="_s + QStringLiteral(FAILING_CALLS), u"TARNVIK_WRITTEN_MEANWHILE=t.ad"_s,
+             u"ASAN_OPTIONS=verify_asan_link_order=0"_s});
+    QCOMPARE(run.Errors, QByteArray("TarnvikAlign: t.ad: somebody else is writing the file; try again\n"));
+    QCOMPARE(run.ExitCode, 3);
+    QCOMPARE(FileBytes(path(u"t.ad"_s)), Old + '!');
+    QCOMPARE(entries(), (QStringList{u"s.ad"_s, u"t.ad"_s}));
+}
+
+void TarnvikAlign_FaultsTest::aPipeIsNoOutput()
+{
+    MakeFiles(1);
+    QCOMPARE(mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
+    const tests::ToolRun run = Run({u"merge"_s, u"t.ad"_s, u"s.ad"_s, u"-o"_s, u"pipe"_s});
+    QVERIFY2(run.Errors.startsWith("TarnvikAlign: pipe: the file cannot be replaced: "),
+             run.Errors.constData());
+    QCOMPARE(run.ExitCode, 3);
 }
 #endif
 

@@ -46,6 +46,9 @@ private slots:
     void everyErrorIsToldByItsPath_data();
     void everyErrorIsToldByItsPath();
     void allErrorsAreToldAndNothingIsWritten();
+    void documentsOfDifferentTypesMakeNoFile_data();
+    void documentsOfDifferentTypesMakeNoFile();
+    void aTableOfAnotherInnerVersionIsNotExported();
     void aDamagedFileGivesNoDocument();
     void nothingIsWrittenWhenNothingChanges();
     void whatCannotBeWrittenIsNamedWithTheStep_data();
@@ -190,6 +193,18 @@ void TarnvikAlign_JsonTest::everyErrorIsToldByItsPath_data()
     QTest::newRow("an id that is not hexadecimal")
         << Document(R"({"idHex": "0g", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
         << QByteArray("tables[0].idHex: hexadecimal digits are wanted, two for each byte");
+    QTest::newRow("exact bytes that are no text")
+        << Document(R"({"id": "A", "idHex": null, "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].idHex: hexadecimal digits are wanted, two for each byte");
+    QTest::newRow("an id of half a surrogate pair")
+        << Document(R"({"id": "\udc80", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].id: this is no text of UTF-8 without NUL; the member idHex takes all bytes");
+    QTest::newRow("an id with a NUL")
+        << Document(R"({"id": "A\u0000B", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})")
+        << QByteArray("tables[0].id: this is no text of UTF-8 without NUL; the member idHex takes all bytes");
+    QTest::newRow("a table of another receiver type")
+        << Document("{" + head + R"(, "sdrType": 1, "dataSets": []})")
+        << QByteArray("tables[0].sdrType: another one than the document's; a file has one type");
     QTest::newRow("two data sets for a type of one")
         << table("[{}, {}]") << QByteArray("tables[0]: more than 1 data sets");
     QTest::newRow("101 frequency points")
@@ -234,6 +249,47 @@ void TarnvikAlign_JsonTest::allErrorsAreToldAndNothingIsWritten()
     QCOMPARE(run.Errors.count('\n'), 5); // id, alignedAt, dataSetCapacity, dataSets, and the missing file
     QCOMPARE(run.ExitCode, 3);
     QCOMPARE(FileBytes(path(u"a.ad"_s)), tests::FileOf150Bytes());
+}
+
+void TarnvikAlign_JsonTest::documentsOfDifferentTypesMakeNoFile_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("second");
+    QTest::newRow("two known ones") << 1 << 3;
+    QTest::newRow("none first") << 0 << 3;
+    QTest::newRow("none last") << 3 << 0;
+}
+
+void TarnvikAlign_JsonTest::documentsOfDifferentTypesMakeNoFile()
+{
+    QFETCH(int, first);
+    QFETCH(int, second);
+    for (const int type : {first, second})
+        QVERIFY(tests::WriteFileBytes(
+            path(u"%1.json"_s.arg(type)),
+            R"({"format": "tarnvik-align/tables", "version": "1.0", "tables": [{"id": "A", "alignedAt": "1",)"
+            R"( "dataSetCapacity": 1, "dataSets": []}], "sdrType": )" +
+                QByteArray::number(type) + "}"));
+    const tests::ToolRun run =
+        Run({u"import"_s, u"%1.json"_s.arg(first), u"%1.json"_s.arg(second), u"-o"_s, u"f.ad"_s});
+    QCOMPARE(run.Errors,
+             "TarnvikAlign: " + QByteArray::number(second) +
+                 ".json: sdrType: another one than in the documents before; a file has one type\n");
+    QCOMPARE(run.ExitCode, 1);
+    QVERIFY(!QFile::exists(path(u"f.ad"_s)));
+}
+
+void TarnvikAlign_JsonTest::aTableOfAnotherInnerVersionIsNotExported()
+{
+    const QByteArray file = tests::FileOf150Bytes();
+    QByteArray payload = file.mid(10, 139);
+    payload[0] = 6;
+    QVERIFY(tests::WriteFileBytes(path(u"f.ad"_s), file.first(7) + tests::ByteCrcChunk(payload)));
+    const tests::ToolRun run = Run({u"export"_s, u"f.ad"_s});
+    QCOMPARE(run.Errors,
+             QByteArray("TarnvikAlign: f.ad: table 1 has another inner version than 5; only tables of "
+                        "version 5 are exported\n"));
+    QCOMPARE(run.ExitCode, 1);
 }
 
 void TarnvikAlign_JsonTest::aDamagedFileGivesNoDocument()
@@ -298,12 +354,12 @@ void TarnvikAlign_JsonTest::importWantsAnOutput()
 
 void TarnvikAlign_JsonTest::showIsReadable()
 {
-    const QByteArray table = R"({"id": "A", "alignedAt": "86400", "dataSetCapacity": 1, "dataSets": [
+    const QByteArray table = R"({"id": "A%3", "alignedAt": "86400", "dataSetCapacity": 1, "dataSets": [
         {"attr": [1, 2, 3, 4], "word": [5, 6], "freqPoints": [{"frequency": "100000000", "attr": 7, "sampleRatePoints": [
             {"sampleFrequency": "2400000", "attr": 8, "gainEntries": [[9, 10, 11, 65535]]}]}]}]})";
     QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document(table)).Errors, QByteArray());
-    const tests::ToolRun run = Run({u"show"_s, u"--id"_s, u"A"_s, u"a.ad"_s});
-    QCOMPARE(run.Output, QByteArray("A, aligned at 1970-01-02 00:00:00, data sets: 1 of 1\n"
+    const tests::ToolRun run = Run({u"show"_s, u"--id"_s, u"A%3"_s, u"a.ad"_s});
+    QCOMPARE(run.Output, QByteArray("A%3, aligned at 1970-01-02 00:00:00, data sets: 1 of 1\n"
                                     "  data set 1: attributes 1 2 3 4, words 5 6, frequencies: 1\n"
                                     "    frequency 100000000 (attribute 7)\n"
                                     "      sample rate 2400000 (attribute 8), gain entries: 1\n"

@@ -42,6 +42,10 @@ private slots:
     void idsMatchWhole_data();
     void idsMatchWhole();
     void aTableThatStandsTwiceIsReplacedByOne();
+    void ofVersionsThatStandInOneSourceTheNewestIsTaken_data();
+    void ofVersionsThatStandInOneSourceTheNewestIsTaken();
+    void aDryRunRefusesWhatTheMergeRefuses();
+    void aLongOptionWithOneDashIsNoShortOne();
     void whatCannotBeMergedIsRefusedAndNothingIsWritten_data();
     void whatCannotBeMergedIsRefusedAndNothingIsWritten();
     void aFileIsRecognisedHoweverItIsSpelt_data();
@@ -230,6 +234,49 @@ void TarnvikAlign_MergeTest::aTableThatStandsTwiceIsReplacedByOne()
     QCOMPARE(Run({u"verify"_s, u"a.ad"_s}).Output, QByteArray("a.ad: ok, 2 tables\n"));
 }
 
+void TarnvikAlign_MergeTest::ofVersionsThatStandInOneSourceTheNewestIsTaken_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("--newer") << QStringList{u"--newer"_s};
+    QTest::newRow("--all") << QStringList{u"--all"_s};
+}
+
+void TarnvikAlign_MergeTest::ofVersionsThatStandInOneSourceTheNewestIsTaken()
+{
+    QFETCH(QStringList, options);
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"D", 250}}));
+    QVERIFY(WriteAlignmentFile(path(u"b.ad"_s), SdrType::RtlSdr,
+                               {{"D", 100}, {"D", 300}, {"D", 200}, {"D", 300}}));
+    QVERIFY(WriteAlignmentFile(path(u"newest.ad"_s), SdrType::RtlSdr, {{"D", 300}}));
+    QCOMPARE(Run(QStringList{u"merge"_s, u"a.ad"_s, u"b.ad"_s} + options).ExitCode, 0);
+    QCOMPARE(FileBytes(path(u"a.ad"_s)), FileBytes(path(u"newest.ad"_s)));
+}
+
+void TarnvikAlign_MergeTest::aDryRunRefusesWhatTheMergeRefuses()
+{
+    QByteArray file = tests::FileOf150Bytes(); // LimeMini, table ABC
+    QByteArray payload = file.mid(10, 139);
+    payload[0] = 6; // its inner version
+    QVERIFY(tests::WriteFileBytes(path(u"b.ad"_s), file.first(7) + tests::ByteCrcChunk(payload)));
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::LimeMini, {{"1", 1}}));
+    file = FileBytes(path(u"a.ad"_s));
+    for (const QStringList &options : {QStringList(), QStringList{u"--dry-run"_s}}) {
+        const tests::ToolRun run = Run(QStringList{u"merge"_s, u"a.ad"_s, u"b.ad"_s} + options);
+        QCOMPARE(run.Errors, QByteArray("TarnvikAlign: a.ad: Version Missmatched\n"));
+        QCOMPARE(run.Output, QByteArray());
+        QCOMPARE(run.ExitCode, 3);
+        QCOMPARE(FileBytes(path(u"a.ad"_s)), file);
+    }
+}
+
+void TarnvikAlign_MergeTest::aLongOptionWithOneDashIsNoShortOne()
+{
+    QCOMPARE(Run({u"merge"_s, u"-output"_s, u"out.ad"_s, u"t.ad"_s, u"s.ad"_s}).ExitCode, 0);
+    QCOMPARE(QDir(Folder->path()).entryList(QDir::Files), (QStringList{u"out.ad"_s, u"s.ad"_s, u"t.ad"_s}));
+    QCOMPARE(FileBytes(path(u"t.ad"_s)), Target);
+}
+
 void TarnvikAlign_MergeTest::whatCannotBeMergedIsRefusedAndNothingIsWritten_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -239,6 +286,8 @@ void TarnvikAlign_MergeTest::whatCannotBeMergedIsRefusedAndNothingIsWritten_data
                                << QByteArray("a target and sources are wanted; see \"--help\"");
     QTest::newRow("contradicting options") << QStringList{u"--all"_s, u"--newer"_s, u"t.ad"_s, u"s.ad"_s} << 2
                                            << QByteArray("--all and --newer exclude each other");
+    QTest::newRow("an empty output") << QStringList{u"t.ad"_s, u"s.ad"_s, u"--output"_s, QString()} << 2
+                                     << QByteArray("--output wants a file");
     QTest::newRow("standard input as source")
         << QStringList{u"t.ad"_s, u"-"_s} << 2
         << QByteArray("files of a merge are read more than once; name files, not \"-\"");

@@ -128,9 +128,13 @@ void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning_data()
     QTest::newRow("an id that is the beginning of another")
         << tests::HeaderChunk(SdrType::LimeMini, 2) + tests::ByteCrcChunk(payload) + other
         << QByteArray("the hardware id of table 2 is the beginning of that of table 1");
-    QTest::newRow("an id that stands twice")
-        << tests::HeaderChunk(SdrType::LimeMini, 2) + other + other
-        << QByteArray("the hardware id of table 1 is the beginning of that of table 2");
+    QTest::newRow("an id that stands twice") << tests::HeaderChunk(SdrType::LimeMini, 2) + other + other
+                                             << QByteArray("tables 1 and 2 have the same hardware id");
+    payload = file.mid(10, 139);
+    payload[1 + 127] = 'x';
+    QTest::newRow("bytes behind the id's NUL")
+        << file.first(7) + tests::ByteCrcChunk(payload)
+        << QByteArray("table 1: bytes follow the end of its hardware id");
     payload = file.mid(10, 139);
     payload[137] = 0;
     QTest::newRow("no table") << tests::HeaderChunk(SdrType::RtlSdr, 0)

@@ -9,6 +9,9 @@
 
 #ifdef Q_OS_LINUX
 #include "tests/support/WithoutPrivileges.h"
+
+#include <sys/xattr.h>
+#include <unistd.h>
 #endif
 
 #include <QCoreApplication>
@@ -32,6 +35,8 @@ private slots:
 #ifdef Q_OS_LINUX // Qt does not tell the rights of Windows, and its links are files like any other
     void rightsStay();
     void aLinkStaysALink();
+    void accessListsAndAttributesStay();
+    void aFileWhoseGroupCannotStayIsNotReplaced();
 #endif
     void afterAFailureAllIsAsBefore_data();
     void afterAFailureAllIsAsBefore();
@@ -98,31 +103,92 @@ void FileReplacementTest::aLinkStaysALink()
     QCOMPARE(Replace(path(u"link"_s), "3").Failed, ReplaceStep::Check); // it points to nothing
 }
 
+void FileReplacementTest::accessListsAndAttributesStay()
+{
+    // In the kernel's form: version 2, then tag, rights and id of each entry; here owner, user 1234, group,
+    // mask and others.
+    const auto entry = [](char tag, char rights, const QByteArray &id = "\xFF\xFF\xFF\xFF") {
+        return QByteArray(1, tag) + QByteArray(1, '\0') + QByteArray(1, rights) + QByteArray(1, '\0') + id;
+    };
+    const QByteArray list = QByteArray("\2\0\0\0", 4) + entry(0x01, 6) +
+                            entry(0x02, 6, QByteArray("\xD2\x04\0\0", 4)) + entry(0x04, 0) + entry(0x10, 6) +
+                            entry(0x20, 0);
+    const auto attribute = [](const QString &file, const char *name) {
+        QByteArray value(200, '\0');
+        const ssize_t size = getxattr(QFile::encodeName(file).constData(), name, value.data(), 200);
+        return size < 0 ? QByteArray("none") : value.first(static_cast<qsizetype>(size));
+    };
+    const auto set = [](const QString &file, const char *name, const QByteArray &value) {
+        return setxattr(QFile::encodeName(file).constData(), name, value.constData(),
+                        static_cast<std::size_t>(value.size()), 0) == 0;
+    };
+    const QString file = path(u"f"_s);
+    QCOMPARE(Replace(file, "1").Failed, ReplaceStep::None);
+    if (!set(file, "user.note", "kept") || !set(file, "system.posix_acl_access", list))
+        QSKIP("this file system has no access lists or no attributes of users, so they are not tested");
+    const QFileDevice::Permissions before = QFile::permissions(file);
+    QCOMPARE(Replace(file, "2").Failed, ReplaceStep::None);
+    QCOMPARE(attribute(file, "user.note"), QByteArray("kept"));
+    QCOMPARE(attribute(file, "system.posix_acl_access"), list);
+    QCOMPARE(QFile::permissions(file), before);
+
+    // A file without list does not get that of the folder.
+    const QString plain = path(u"plain"_s);
+    QCOMPARE(Replace(plain, "1").Failed, ReplaceStep::None);
+    QVERIFY(set(Folder->path(), "system.posix_acl_default", list));
+    QCOMPARE(Replace(plain, "2").Failed, ReplaceStep::None);
+    QCOMPARE(attribute(plain, "system.posix_acl_access"), QByteArray("none"));
+}
+
+void FileReplacementTest::aFileWhoseGroupCannotStayIsNotReplaced()
+{
+    if (geteuid() != 0)
+        QSKIP("only root can make a file of another group, so that is not tested");
+    const QString file = path(u"f"_s);
+    QCOMPARE(Replace(file, "old").Failed, ReplaceStep::None);
+    QVERIFY(QFile::setPermissions(file, tests::EverybodyReadsAndWrites));
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QVERIFY(QFile::setPermissions(Folder->path(), QFile::permissions(Folder->path()) |
+                                                      QFileDevice::WriteOther | QFileDevice::ReadOther));
+    QCOMPARE(chown(QFile::encodeName(file).constData(), 1000, 1000), 0);
+    auto user = std::make_unique<tests::WithoutPrivileges>();
+    QVERIFY(user->isValid());
+    QCOMPARE(Replace(file, "new").Failed, ReplaceStep::Create);
+    user.reset();
+    QCOMPARE(Contents(file), QByteArray("old"));
+    QCOMPARE(entries(), QStringList(u"f"_s));
+}
+
 #endif
 
 void FileReplacementTest::afterAFailureAllIsAsBefore_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<bool>("writes");
+    QTest::addColumn<bool>("mayReplace");
     QTest::addColumn<ReplaceStep>("step");
-    QTest::newRow("the writing fails") << u"f"_s << false << ReplaceStep::Write;
-    QTest::newRow("a folder is in the way") << u"folder"_s << true << ReplaceStep::Check;
-    QTest::newRow("the folder is missing") << u"missing/f"_s << true << ReplaceStep::Create;
+    QTest::newRow("the writing fails") << u"f"_s << false << true << ReplaceStep::Write;
+    QTest::newRow("a folder is in the way") << u"folder"_s << true << true << ReplaceStep::Check;
+    QTest::newRow("the folder is missing") << u"missing/f"_s << true << true << ReplaceStep::Create;
+    QTest::newRow("the last look forbids it") << u"f"_s << true << false << ReplaceStep::LastLook;
 }
 
 void FileReplacementTest::afterAFailureAllIsAsBefore()
 {
     QFETCH(QString, file);
     QFETCH(bool, writes);
+    QFETCH(bool, mayReplace);
     QFETCH(ReplaceStep, step);
     QVERIFY(QDir(Folder->path()).mkdir(u"folder"_s));
     QCOMPARE(Replace(path(u"f"_s), "old").Failed, ReplaceStep::None);
     const QStringList before = entries();
-    const platform::ReplaceResult result =
-        platform::ReplaceFile(*platform::FileSystemPath(path(file)), [writes](std::ostream &stream) {
+    const platform::ReplaceResult result = platform::ReplaceFile(
+        *platform::FileSystemPath(path(file)),
+        [writes](std::ostream &stream) {
             stream << "new";
             return writes;
-        });
+        },
+        [mayReplace] { return mayReplace; });
     QCOMPARE(result.Failed, step);
     QVERIFY(result.Reason);
     QCOMPARE(Contents(path(u"f"_s)), QByteArray("old"));
