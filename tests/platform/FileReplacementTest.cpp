@@ -9,6 +9,9 @@
 
 #ifdef Q_OS_LINUX
 #include "tests/support/WithoutPrivileges.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 #include <QCoreApplication>
@@ -32,6 +35,9 @@ private slots:
 #ifdef Q_OS_LINUX // Qt does not tell the rights of Windows, and its links are files like any other
     void rightsStay();
     void aLinkStaysALink();
+    void whatIsNoFileIsNotReplaced();
+    void theOwnerStays_data();
+    void theOwnerStays();
 #endif
     void afterAFailureAllIsAsBefore_data();
     void afterAFailureAllIsAsBefore();
@@ -96,6 +102,54 @@ void FileReplacementTest::aLinkStaysALink()
     QCOMPARE(Contents(target), QByteArray("2"));
     QVERIFY(QFile::remove(target));
     QCOMPARE(Replace(path(u"link"_s), "3").Failed, ReplaceStep::Check); // it points to nothing
+    QVERIFY(QFile::link(path(u"round"_s), path(u"round"_s)));
+    const platform::ReplaceResult result = Replace(path(u"round"_s), "4");
+    QCOMPARE(result.Failed, ReplaceStep::Check);
+    QVERIFY(result.Reason == std::errc::too_many_symbolic_link_levels);
+}
+
+void FileReplacementTest::whatIsNoFileIsNotReplaced()
+{
+    QCOMPARE(mkfifo(qPrintable(path(u"pipe"_s)), 0600), 0);
+    QCOMPARE(Replace(path(u"pipe"_s), "1").Failed, ReplaceStep::Check);
+    QCOMPARE(entries(), QStringList(u"pipe"_s));
+}
+
+void FileReplacementTest::theOwnerStays_data()
+{
+    QTest::addColumn<bool>("byRoot");
+    QTest::addColumn<bool>("groupStays");
+    QTest::addColumn<uint>("rights");
+    QTest::newRow("by root") << true << true << 01664U;
+    // Those of the group would be another group's.
+    QTest::newRow("by the owner, who is not in the group") << false << false << 01604U;
+}
+
+void FileReplacementTest::theOwnerStays()
+{
+    if (geteuid() != 0)
+        QSKIP("only root can give a file away");
+    QFETCH(bool, byRoot);
+    QFETCH(bool, groupStays);
+    QFETCH(uint, rights);
+    constexpr uid_t owner = 65534; // as whom WithoutPrivileges acts
+    constexpr gid_t group = 65533;
+    const QByteArray file = QFile::encodeName(path(u"f"_s));
+    QCOMPARE(Replace(path(u"f"_s), "old").Failed, ReplaceStep::None);
+    QCOMPARE(chown(file.constData(), owner, group), 0);
+    QCOMPARE(chmod(file.constData(), 01664), 0);
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QCOMPARE(chmod(QFile::encodeName(Folder->path()).constData(), 0777), 0);
+    {
+        const std::unique_ptr<tests::WithoutPrivileges> user(byRoot ? nullptr : new tests::WithoutPrivileges);
+        QVERIFY(byRoot || user->isValid());
+        QCOMPARE(Replace(path(u"f"_s), "new").Failed, ReplaceStep::None);
+    }
+    struct stat status = {};
+    QCOMPARE(stat(file.constData(), &status), 0);
+    QCOMPARE(status.st_uid, owner);
+    QCOMPARE(status.st_gid == group, groupStays);
+    QCOMPARE(status.st_mode & 07777U, rights);
 }
 
 #endif
@@ -106,6 +160,7 @@ void FileReplacementTest::afterAFailureAllIsAsBefore_data()
     QTest::addColumn<bool>("writes");
     QTest::addColumn<ReplaceStep>("step");
     QTest::newRow("the writing fails") << u"f"_s << false << ReplaceStep::Write;
+    QTest::newRow("the writing of a new file fails") << u"new"_s << false << ReplaceStep::Write;
     QTest::newRow("a folder is in the way") << u"folder"_s << true << ReplaceStep::Check;
     QTest::newRow("the folder is missing") << u"missing/f"_s << true << ReplaceStep::Create;
 }
@@ -125,6 +180,8 @@ void FileReplacementTest::afterAFailureAllIsAsBefore()
         });
     QCOMPARE(result.Failed, step);
     QVERIFY(result.Reason);
+    if (step == ReplaceStep::Write)
+        QVERIFY(result.Reason == std::errc::io_error); // no earlier call's error
     QCOMPARE(Contents(path(u"f"_s)), QByteArray("old"));
     QCOMPARE(entries(), before);
 }
