@@ -141,7 +141,8 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
     }
     Versions left;
     Versions right;
-    const Exit exit = Worse(Read(paths[0], left, terminal), Read(paths[1], right, terminal));
+    Exit exit = Read(paths[0], left, terminal);
+    exit = Worse(exit, Read(paths[1], right, terminal));
     if (exit != Exit::Done)
         return exit; // what cannot be read is not told to be missing
 

@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +30,7 @@ private slots:
     void theDriversOwnFileIsAbsolute();
     void rowsReadIntoAnEmptiedListCountAsTheDriversOwn();
     void aTableSeenInAnotherFileOfTheFolderIsNotComparedWithTheOwnOne();
+    void theOwnFileIsRecognisedHoweverItIsSpelt();
     void choicesThatMatchNothingArePassedOver();
     void oneSourceNamesAHardwareIdOnce();
 
@@ -148,6 +150,21 @@ void AlignmentSave_GroupsTest::aTableSeenInAnotherFileOfTheFolderIsNotComparedWi
     const QList<AlignmentPick> picks = Groups(Choices()).first().Sources.first().picks();
     QCOMPARE(picks, (QList<AlignmentPick>{{u"A"_s, 9, {}, false}}));
     QCOMPARE(Save(Choices()), QString());
+}
+
+void AlignmentSave_GroupsTest::theOwnFileIsRecognisedHoweverItIsSpelt()
+{
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 1}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+#ifdef Q_OS_WIN
+    const QString folder = Folder->path().toUpper();
+#else
+    const QString folder = path(u"link"_s);
+    QVERIFY(QFile::link(Folder->path(), folder));
+#endif
+    const QList<DriverSaveGroup> groups = MarkRowsAndCollectSaveGroups(Choices(), Rows, folder);
+    QCOMPARE(groups.first().Sources.first().picks(), (QList<AlignmentPick>{{u"A"_s, 9, 1, false}}));
 }
 
 void AlignmentSave_GroupsTest::choicesThatMatchNothingArePassedOver()

@@ -25,6 +25,8 @@ private slots:
     void itSpeaksTheLanguageOfTheSystem();
     void outputThatIsLostIsAnError_data();
     void outputThatIsLostIsAnError();
+    void aFileThatIsLostIsAnError();
+    void errorsAndOutputComeInTheirOrder();
 #endif
 };
 
@@ -119,6 +121,32 @@ void TarnvikAlignTest::outputThatIsLostIsAnError()
     QCOMPARE(shell.readAllStandardError(),
              QByteArray(
                  "TarnvikAlign: standard output cannot be written; is the disk full, or the reader gone?\n"));
+}
+
+void TarnvikAlignTest::aFileThatIsLostIsAnError()
+{
+    QVERIFY(tests::WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"1", 1}, {"2", 1}}));
+    QProcess shell;
+    shell.setWorkingDirectory(Folder->path());
+    shell.start(u"bash"_s, {u"-c"_s, u"\"%1\" remove a.ad --id 1 --output - >/dev/full"_s.arg(
+                                         QStringLiteral(ALIGNMENT_TOOL))});
+    QVERIFY(shell.waitForFinished());
+    QCOMPARE(shell.readAllStandardError(), QByteArray("TarnvikAlign: File Error\n"));
+    QCOMPARE(shell.exitCode(), 3);
+}
+
+void TarnvikAlignTest::errorsAndOutputComeInTheirOrder()
+{
+    QVERIFY(tests::WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"1", 1}}));
+    QProcess shell;
+    shell.setWorkingDirectory(Folder->path());
+    shell.start(u"bash"_s,
+                {u"-c"_s, u"\"%1\" verify a.ad no.ad a.ad 2>&1"_s.arg(QStringLiteral(ALIGNMENT_TOOL))});
+    QVERIFY(shell.waitForFinished());
+    QCOMPARE(shell.readAllStandardOutput(),
+             QByteArray("a.ad: ok, 1 table\n"
+                        "TarnvikAlign: no.ad: there is no such file; check the name\n"
+                        "a.ad: ok, 1 table\n"));
 }
 #endif
 

@@ -9,6 +9,10 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#ifdef Q_OS_LINUX
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 using tests::Day;
@@ -33,6 +37,9 @@ private slots:
     void tablesAreRemovedByWholeId_data();
     void tablesAreRemovedByWholeId();
     void theOutputIsWrittenInTheFilesPlace();
+#ifdef Q_OS_LINUX
+    void aPipeIsNotWaitedFor();
+#endif
     void whatCannotBeRemovedIsRefusedAndNothingIsWritten_data();
     void whatCannotBeRemovedIsRefusedAndNothingIsWritten();
 };
@@ -134,6 +141,10 @@ void TarnvikAlign_DiffTest::whatCannotBeReadIsNotCompared()
     QCOMPARE(run.Output, QByteArray());
     QCOMPARE(run.Errors, QByteArray("TarnvikAlign: no.ad: there is no such file; check the name\n"));
     QCOMPARE(run.ExitCode, 3);
+    run = Run({u"diff"_s, u"no.ad"_s, u"none.ad"_s}); // both are told
+    for (const QByteArray name : {"no.ad", "none.ad"})
+        QVERIFY2(run.Errors.contains("TarnvikAlign: " + name + ": there is no such file; check the name\n"),
+                 run.Errors.constData());
     QVERIFY(tests::WriteFileBytes(path(u"no.ad"_s), FileBytes(path(u"a.ad"_s)).chopped(1)));
     run = Run({u"diff"_s, u"no.ad"_s, u"a.ad"_s});
     QCOMPARE(run.Output, QByteArray());
@@ -147,6 +158,8 @@ void TarnvikAlign_DiffTest::tablesAreRemovedByWholeId_data()
     QTest::addColumn<QByteArrayList>("left");
     QTest::newRow("one") << QStringList{u"AB"_s} << QByteArrayList{"", "A", "ABC"};
     QTest::newRow("two") << QStringList{u"A"_s, u"ABC"_s} << QByteArrayList{"", "AB"};
+    QTest::newRow("neighbours, up to the end")
+        << QStringList{u"AB"_s, u"A"_s, QString()} << QByteArrayList{"ABC"};
     QTest::newRow("the empty one") << QStringList{QString()} << QByteArrayList{"A", "AB", "ABC"};
 }
 
@@ -181,6 +194,17 @@ void TarnvikAlign_DiffTest::theOutputIsWrittenInTheFilesPlace()
     QCOMPARE(TableBytes(path(u"b.ad"_s)).keys(), QByteArrayList{"2"});
 }
 
+#ifdef Q_OS_LINUX
+void TarnvikAlign_DiffTest::aPipeIsNotWaitedFor()
+{
+    QCOMPARE(mkfifo(qPrintable(path(u"pipe"_s)), 0600), 0);
+    const tests::ToolRun run = Run({u"remove"_s, u"--id=1"_s, u"pipe"_s});
+    QCOMPARE(run.Errors,
+             QByteArray("TarnvikAlign: pipe: the file cannot be opened; check that you may read it\n"));
+    QCOMPARE(run.ExitCode, 3);
+}
+#endif
+
 void TarnvikAlign_DiffTest::whatCannotBeRemovedIsRefusedAndNothingIsWritten_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -199,6 +223,9 @@ void TarnvikAlign_DiffTest::whatCannotBeRemovedIsRefusedAndNothingIsWritten_data
                                               "delete the file instead");
     QTest::newRow("a file that is not there") << QStringList{u"--id=1"_s, u"b.ad"_s} << 3
                                               << QByteArray("b.ad: there is no such file; check the name");
+    QTest::newRow("a damaged file") << QStringList{u"--id=1"_s, u"damaged.ad"_s} << 1
+                                    << QByteArray("damaged.ad: header, byte 0: File Error; the file ends too "
+                                                  "early; take it from its source again");
 }
 
 void TarnvikAlign_DiffTest::whatCannotBeRemovedIsRefusedAndNothingIsWritten()
@@ -207,12 +234,13 @@ void TarnvikAlign_DiffTest::whatCannotBeRemovedIsRefusedAndNothingIsWritten()
     QFETCH(int, exitCode);
     QFETCH(QByteArray, message);
     QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"1", 1}, {"2", 2}}));
+    QVERIFY(tests::WriteFileBytes(path(u"damaged.ad"_s), QByteArray()));
     const QByteArray before = FileBytes(path(u"a.ad"_s));
     const tests::ToolRun run = Run(QStringList{u"remove"_s} + arguments);
     QCOMPARE(run.Errors, "TarnvikAlign: " + message + '\n');
     QCOMPARE(run.ExitCode, exitCode);
     QCOMPARE(FileBytes(path(u"a.ad"_s)), before);
-    QCOMPARE(QDir(Folder->path()).entryList(QDir::Files), QStringList(u"a.ad"_s));
+    QCOMPARE(QDir(Folder->path()).entryList(QDir::Files), (QStringList{u"a.ad"_s, u"damaged.ad"_s}));
 }
 
 TARNVIK_TEST_MAIN(TarnvikAlign_DiffTest, QCoreApplication)

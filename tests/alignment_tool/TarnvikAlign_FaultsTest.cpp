@@ -205,7 +205,7 @@ void TarnvikAlign_FaultsTest::aFullDiskLeavesTheOldFile()
 void TarnvikAlign_FaultsTest::eachCallThatFailsIsToldAndLeavesTheOldFile()
 {
     MakeFiles(100);
-    QSet<QByteArray> steps;
+    QByteArrayList steps;
     for (int call = 1;; ++call) {
         QVERIFY(tests::WriteFileBytes(path(u"t.ad"_s), Old));
         const tests::ToolRun run =
@@ -224,15 +224,16 @@ void TarnvikAlign_FaultsTest::eachCallThatFailsIsToldAndLeavesTheOldFile()
                  run.Errors.constData());
         QCOMPARE(run.ExitCode, 3);
         QCOMPARE(run.Output, QByteArray());
-        steps.insert(parts[2]);
+        if (steps.isEmpty() || steps.last() != parts[2])
+            steps.append(parts[2]);
         const bool isWritten = parts[2].startsWith(" it is written, ");
         QCOMPARE(FileBytes(path(u"t.ad"_s)), isWritten ? New : Old);
     }
-    QCOMPARE(steps, (QSet<QByteArray>{" no temporary file can be made beside it",
-                                      " the temporary file beside it cannot be written",
-                                      " the temporary file does not reach the disk",
-                                      " the temporary file cannot take its place",
-                                      " it is written, but its folder does not reach the disk"}));
+    QCOMPARE(steps, (QByteArrayList{" no temporary file can be made beside it",
+                                    " the temporary file beside it cannot be written",
+                                    " the temporary file does not reach the disk",
+                                    " the temporary file cannot take its place",
+                                    " it is written, but its folder does not reach the disk"}));
 }
 
 void TarnvikAlign_FaultsTest::whatSomebodyElseWritesMeanwhileStays_data()

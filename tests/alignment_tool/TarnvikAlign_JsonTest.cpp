@@ -41,6 +41,7 @@ private slots:
     void exportThenImportGivesTheSameBytes();
     void numbersOf64BitsAreTexts();
     void bytesBehindTheIdSurvive();
+    void aFileWithoutTableIsADocument();
     void onlyTheChosenTablesAreExported();
     void handMadeTablesAreRead();
     void everyErrorIsToldByItsPath_data();
@@ -53,7 +54,14 @@ private slots:
     void nothingIsWrittenWhenNothingChanges();
     void whatCannotBeWrittenIsNamedWithTheStep_data();
     void whatCannotBeWrittenIsNamedWithTheStep();
+    void whatIsNoObjectIsTold();
+    void idsAreReadToTheirFullLength_data();
+    void idsAreReadToTheirFullLength();
+    void documentsOfOneFileHaveOneReceiverType();
+    void whatTellsNothingNewIsPassedOver();
     void importWantsAnOutput();
+    void whatIsAskedWronglyIsRefused_data();
+    void whatIsAskedWronglyIsRefused();
     void showIsReadable();
 };
 
@@ -116,6 +124,16 @@ void TarnvikAlign_JsonTest::bytesBehindTheIdSurvive()
     QVERIFY(exported.Output.contains("\"id\":\"ABC\""));
     QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"b.ad"_s}, exported.Output).ExitCode, 0);
     QCOMPARE(FileBytes(path(u"b.ad"_s)), FileBytes(path(u"a.ad"_s)));
+}
+
+void TarnvikAlign_JsonTest::aFileWithoutTableIsADocument()
+{
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::HeaderChunk(SdrType::RtlSdr, 0)));
+    const tests::ToolRun run = Run({u"export"_s, u"a.ad"_s});
+    const QJsonObject document = QJsonDocument::fromJson(run.Output).object();
+    QCOMPARE(document.value("sdrType"_L1), QJsonValue(3));
+    QCOMPARE(document.value("tables"_L1), QJsonValue(QJsonArray()));
+    QCOMPARE(run.ExitCode, 0);
 }
 
 void TarnvikAlign_JsonTest::onlyTheChosenTablesAreExported()
@@ -221,6 +239,12 @@ void TarnvikAlign_JsonTest::everyErrorIsToldByItsPath_data()
         << withPoints(R"([{"sampleFrequency": "1", "attr": 0, "gainEntries": [[0,0,0,0],[0,0,0]]}])")
         << QByteArray("tables[0].dataSets[0].freqPoints[0].sampleRatePoints[0].gainEntries[1]: a list of 4 "
                       "is wanted");
+    QTest::newRow("65536 tables") << Document(QByteArray("0,").repeated(65535) + '0')
+                                  << QByteArray("more than 65535 tables");
+    QTest::newRow("an unknown member of the document")
+        << QByteArray(
+               R"({"format": "tarnvik-align/tables", "version": "1.0", "sdrType": 3, "tables": [], "x": 0})")
+        << QByteArray("x: there is no such member");
     QTest::newRow("another format") << QByteArray(
                                            R"({"format": "x", "version": "1.0", "sdrType": 3, "tables": []})")
                                     << QByteArray("format: \"tarnvik-align/tables\" is wanted");
@@ -345,6 +369,97 @@ void TarnvikAlign_JsonTest::whatCannotBeWrittenIsNamedWithTheStep()
     QCOMPARE(run.ExitCode, 3);
 }
 
+void TarnvikAlign_JsonTest::whatIsNoObjectIsTold()
+{
+    tests::ToolRun run = Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document("5"));
+    QVERIFY2(run.Errors.contains("tables[0]: an object is wanted\n"), run.Errors.constData());
+    run = Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, "[]");
+    QVERIFY2(run.Errors.contains("-: an object is wanted\n"), run.Errors.constData());
+    QCOMPARE(run.ExitCode, 1);
+}
+
+void TarnvikAlign_JsonTest::idsAreReadToTheirFullLength_data()
+{
+    QTest::addColumn<QByteArray>("member");
+    QTest::addColumn<QByteArray>("id");
+    QTest::newRow("128 letters") << "\"id\": \"" + QByteArray(128, 'x') + '"' << QByteArray(128, 'x');
+    QTest::newRow("digits in capitals") << QByteArray(R"("idHex": "6A6b")") << QByteArray("jk");
+    QTest::newRow("digits beside a text") << QByteArray(R"("id": "?", "idHex": "ff")") << QByteArray("\xFF");
+}
+
+void TarnvikAlign_JsonTest::idsAreReadToTheirFullLength()
+{
+    QFETCH(QByteArray, member);
+    QFETCH(QByteArray, id);
+    const QByteArray rest = R"(, "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})";
+    const tests::ToolRun run = Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document('{' + member + rest));
+    QCOMPARE(run.Errors, QByteArray());
+    QCOMPARE(tests::TableBytes(path(u"a.ad"_s)).keys(), QByteArrayList{id});
+}
+
+void TarnvikAlign_JsonTest::documentsOfOneFileHaveOneReceiverType()
+{
+    const QByteArray table = R"({"id": "A", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})";
+    QVERIFY(WriteFileBytes(path(u"3.json"_s), Document(table)));
+    QVERIFY(WriteFileBytes(path(u"4.json"_s), Document(table).replace(R"("sdrType": 3)", R"("sdrType": 4)")));
+    const tests::ToolRun run = Run({u"import"_s, u"3.json"_s, u"4.json"_s, u"-o"_s, u"a.ad"_s});
+    QCOMPARE(run.Errors, QByteArray("TarnvikAlign: 4.json: sdrType: another one than in the documents "
+                                    "before; a file has one type\n"));
+    QCOMPARE(run.ExitCode, 1);
+    QVERIFY(!QFile::exists(path(u"a.ad"_s)));
+}
+
+void TarnvikAlign_JsonTest::whatTellsNothingNewIsPassedOver()
+{
+    // A later minor version may say more, and is read all the same.
+    const QByteArray document =
+        Document(R"({"id": "A", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": [], "driver": "x",
+            "sdrType": 3, "date": "x"})")
+            .replace(R"("1.0")", R"("1.7")");
+    const tests::ToolRun run = Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, document);
+    QCOMPARE(run.Errors, QByteArray());
+    QCOMPARE(tests::TableBytes(path(u"a.ad"_s)).keys(), QByteArrayList{"A"});
+}
+
+void TarnvikAlign_JsonTest::whatIsAskedWronglyIsRefused_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray oneFile = "one file is wanted; see \"--help\"";
+    const QByteArray noTable = "a.ad: there is no table \"A\"; \"list\" shows the ids";
+    QTest::newRow("export of two files") << QStringList{u"export"_s, u"a.ad"_s, u"a.ad"_s} << 2 << oneFile;
+    QTest::newRow("show of no file") << QStringList{u"show"_s} << 2 << oneFile;
+    QTest::newRow("show of an id that the file does not have")
+        << QStringList{u"show"_s, u"--id=A"_s, u"a.ad"_s} << 1 << noTable;
+    QTest::newRow("show of a damaged file")
+        << QStringList{u"show"_s, u"damaged.ad"_s} << 1
+        << QByteArray("damaged.ad: header, byte 0: File Error; the file ends too early; take it from its "
+                      "source again");
+    QTest::newRow("import of a folder") << QStringList{u"import"_s, u"."_s, u"-o"_s, u"b.ad"_s} << 3
+                                        << QByteArray(".: the file cannot be read; check name and rights");
+    QTest::newRow("import of no table") << QStringList{u"import"_s, u"empty.json"_s, u"-o"_s, u"b.ad"_s} << 3
+                                        << QByteArray("b.ad: Aligntable-List is emptpy, nothing to save");
+    QTest::newRow("import into the document that is not there")
+        << QStringList{u"import"_s, u"b.ad"_s, u"-o"_s, u"b.ad"_s} << 2
+        << QByteArray("b.ad: this file is read; name another --output");
+}
+
+void TarnvikAlign_JsonTest::whatIsAskedWronglyIsRefused()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, message);
+    QVERIFY(WriteFileBytes(path(u"a.ad"_s), tests::FileOf150Bytes())); // of table ABC
+    QVERIFY(WriteFileBytes(path(u"damaged.ad"_s), QByteArray()));
+    QVERIFY(WriteFileBytes(path(u"empty.json"_s), Document({})));
+    const tests::ToolRun run = Run(arguments);
+    QCOMPARE(run.Errors, "TarnvikAlign: " + message + '\n');
+    QCOMPARE(run.Output, QByteArray());
+    QCOMPARE(run.ExitCode, exitCode);
+    QVERIFY(!QFile::exists(path(u"b.ad"_s)));
+}
+
 void TarnvikAlign_JsonTest::importWantsAnOutput()
 {
     const tests::ToolRun run = Run({u"import"_s, u"a.json"_s});
@@ -357,7 +472,8 @@ void TarnvikAlign_JsonTest::showIsReadable()
     const QByteArray table = R"({"id": "A%3", "alignedAt": "86400", "dataSetCapacity": 1, "dataSets": [
         {"attr": [1, 2, 3, 4], "word": [5, 6], "freqPoints": [{"frequency": "100000000", "attr": 7, "sampleRatePoints": [
             {"sampleFrequency": "2400000", "attr": 8, "gainEntries": [[9, 10, 11, 65535]]}]}]}]})";
-    QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document(table)).Errors, QByteArray());
+    const QByteArray other = R"(, {"id": "B", "alignedAt": "1", "dataSetCapacity": 1, "dataSets": []})";
+    QCOMPARE(Run({u"import"_s, u"-"_s, u"-o"_s, u"a.ad"_s}, Document(table + other)).Errors, QByteArray());
     const tests::ToolRun run = Run({u"show"_s, u"--id"_s, u"A%3"_s, u"a.ad"_s});
     QCOMPARE(run.Output, QByteArray("A%3, aligned at 1970-01-02 00:00:00, data sets: 1 of 1\n"
                                     "  data set 1: attributes 1 2 3 4, words 5 6, frequencies: 1\n"

@@ -34,12 +34,17 @@ private slots:
     void init();
     void eachTableIsALine();
     void aFolderStandsForTheDriversFiles();
+    void aFolderWithoutThemIsNamed();
     void withoutArgumentTheRecordersFolderIsListed();
     void standardInputIsRead();
     void whatCannotBeReadIsNamedAndTheOthersAreListed();
     void jsonHoldsEveryNumberExactly();
     void anIdThatIsNoTextIsExactInJsonAndHarmlessInLines();
     void whatAnIdHoldsIsNoPlaceToBeFilled();
+    void whatWouldHarmATerminalIsNumbered_data();
+    void whatWouldHarmATerminalIsNumbered();
+    void datesAreThoseOfUtcUpToTheYear9999();
+    void aTableWithoutReceiverTypeIsListed();
 #ifdef Q_OS_LINUX
     void aFolderHoldsTheFilesThatTheWindowReads();
     void aFileNameThatIsNoTextIsRead();
@@ -88,6 +93,15 @@ void TarnvikAlign_ListTest::aFolderStandsForTheDriversFiles()
     QCOMPARE(ids, (QStringList{u"A-7"_s, u"0x1"_s, u"0x2"_s}));
 }
 
+void TarnvikAlign_ListTest::aFolderWithoutThemIsNamed()
+{
+    QVERIFY(QDir(Folder->path()).mkdir(u"empty"_s));
+    const tests::ToolRun run = Run({u"list"_s, u"empty"_s});
+    QCOMPARE(run.Errors,
+             QByteArray("TarnvikAlign: empty: no file TarnvikDriver_*.ad is in this folder; name files\n"));
+    QCOMPARE(run.ExitCode, 3);
+}
+
 void TarnvikAlign_ListTest::withoutArgumentTheRecordersFolderIsListed()
 {
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
@@ -107,6 +121,8 @@ void TarnvikAlign_ListTest::withoutArgumentTheRecordersFolderIsListed()
 
 void TarnvikAlign_ListTest::standardInputIsRead()
 {
+    QVERIFY(QDir(Folder->path()).mkdir(u"-"_s)); // which is not meant
+    QVERIFY(QFile::copy(path(tests::RtlFile), path(u"-/"_s + tests::RtlFile)));
     const tests::ToolRun run = Run({u"list"_s, u"-"_s}, tests::FileBytes(path(u"other.ad"_s)));
     QCOMPARE(run.Output,
              QByteArray("LimeMini  X                   1970-01-01 00:00:01    6  standard input\n"));
@@ -123,6 +139,9 @@ void TarnvikAlign_ListTest::whatCannotBeReadIsNamedAndTheOthersAreListed()
     QCOMPARE(run.Errors, QByteArray("TarnvikAlign: damaged.ad: table 1, byte " + place +
                                     ": File CRC check failed; "
                                     "the file is damaged; take it from its source again\n"));
+    QCOMPARE(run.ExitCode, 1);
+    run = Run({u"list"_s, u"--json"_s, u"other.ad"_s, u"damaged.ad"_s});
+    QCOMPARE(QJsonDocument::fromJson(run.Output).object().value("tables"_L1).toArray().size(), 1);
     QCOMPARE(run.ExitCode, 1);
     run = Run({u"list"_s, u"missing.ad"_s, u"damaged.ad"_s});
     QVERIFY(run.Errors.startsWith("TarnvikAlign: missing.ad: there is no such file; check the name\n"));
@@ -157,10 +176,48 @@ void TarnvikAlign_ListTest::anIdThatIsNoTextIsExactInJsonAndHarmlessInLines()
 
 void TarnvikAlign_ListTest::whatAnIdHoldsIsNoPlaceToBeFilled()
 {
-    QVERIFY(WriteAlignmentFile(path(u"p.ad"_s), SdrType::RtlSdr, {{"%5 %4 %L1", 1}, {"\xE2\x80\xAE", 1}}));
+    QVERIFY(WriteAlignmentFile(path(u"p.ad"_s), SdrType::RtlSdr, {{"%5 %4 %L1", 1}}));
     const tests::ToolRun run = Run({u"list"_s, u"p.ad"_s});
-    QCOMPARE(run.Output, QByteArray("RTL-SDR   %5 %4 %L1           1970-01-01 00:00:01    1  p.ad\n"
-                                    "RTL-SDR   \\u202E              1970-01-01 00:00:01    1  p.ad\n"));
+    QCOMPARE(run.Output, QByteArray("RTL-SDR   %5 %4 %L1           1970-01-01 00:00:01    1  p.ad\n"));
+}
+
+void TarnvikAlign_ListTest::whatWouldHarmATerminalIsNumbered_data()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("shown");
+    QTest::newRow("a control letter") << QByteArray("\x07") << QByteArray("\\x07");
+    QTest::newRow("the last one of ASCII") << QByteArray("\x7F") << QByteArray("\\x7F");
+    QTest::newRow("one beyond ASCII") << QByteArray("\xC2\x85") << QByteArray("\\u0085");
+    QTest::newRow("the direction") << QByteArray("\xE2\x80\xAE") << QByteArray("\\u202E");
+    QTest::newRow("the end of a line") << QByteArray("\xE2\x80\xA8") << QByteArray("\\u2028");
+    QTest::newRow("the end of a paragraph") << QByteArray("\xE2\x80\xA9") << QByteArray("\\u2029");
+    QTest::newRow("a byte of no letter") << QByteArray("\x85") << QByteArray("\\x85");
+}
+
+void TarnvikAlign_ListTest::whatWouldHarmATerminalIsNumbered()
+{
+    QFETCH(QByteArray, id);
+    QFETCH(QByteArray, shown);
+    QVERIFY(WriteAlignmentFile(path(u"p.ad"_s), SdrType::RtlSdr, {{id, 1}}));
+    QCOMPARE(Run({u"list"_s, u"p.ad"_s}).Output,
+             "RTL-SDR   " + shown.leftJustified(18) + "  1970-01-01 00:00:01    1  p.ad\n");
+}
+
+void TarnvikAlign_ListTest::datesAreThoseOfUtcUpToTheYear9999()
+{
+    QVERIFY(WriteAlignmentFile(path(u"d.ad"_s), SdrType::RtlSdr,
+                               {{"1", Day("2024-06-01")}, {"2", 253402300799}, {"3", 253402300800}}));
+    const tests::ToolRun run = Run({u"list"_s, u"d.ad"_s}, {}, {u"TZ=Etc/GMT-5"_s});
+    QCOMPARE(run.Output, QByteArray("RTL-SDR   1                   2024-06-01 00:00:00    1  d.ad\n"
+                                    "RTL-SDR   2                   9999-12-31 23:59:59    1  d.ad\n"
+                                    "RTL-SDR   3                   10000-01-01            1  d.ad\n"));
+}
+
+void TarnvikAlign_ListTest::aTableWithoutReceiverTypeIsListed()
+{
+    QVERIFY(WriteAlignmentFile(path(u"none.ad"_s), SdrType::None, {{"1", 1}}));
+    QCOMPARE(Run({u"list"_s, u"none.ad"_s}).Output,
+             QByteArray("-         1                   1970-01-01 00:00:01    0  none.ad\n"));
 }
 
 #ifdef Q_OS_LINUX

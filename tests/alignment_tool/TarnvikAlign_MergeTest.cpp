@@ -284,6 +284,8 @@ void TarnvikAlign_MergeTest::whatCannotBeMergedIsRefusedAndNothingIsWritten_data
     QTest::addColumn<QByteArray>("message");
     QTest::newRow("no source") << QStringList{u"t.ad"_s} << 2
                                << QByteArray("a target and sources are wanted; see \"--help\"");
+    QTest::newRow("a target without name") << QStringList{QString(), u"s.ad"_s} << 2
+                                           << QByteArray("a target and sources are wanted; see \"--help\"");
     QTest::newRow("contradicting options") << QStringList{u"--all"_s, u"--newer"_s, u"t.ad"_s, u"s.ad"_s} << 2
                                            << QByteArray("--all and --newer exclude each other");
     QTest::newRow("an empty output") << QStringList{u"t.ad"_s, u"s.ad"_s, u"--output"_s, QString()} << 2
@@ -314,9 +316,20 @@ void TarnvikAlign_MergeTest::whatCannotBeMergedIsRefusedAndNothingIsWritten_data
     QTest::newRow("an id that no file has")
         << QStringList{u"--id=newer"_s, u"--id=new"_s, u"t.ad"_s, u"s.ad"_s} << 1
         << QByteArray("s.ad: there is no table \"new\"; \"list\" shows the ids");
+    QTest::newRow("ids that no file has")
+        << QStringList{u"--id=b"_s, u"--id=c"_s, u"--id=a"_s, u"t.ad"_s, u"s.ad"_s} << 1
+        << QByteArray("s.ad: there is no table \"a\"; \"list\" shows the ids\n"
+                      "TarnvikAlign: s.ad: there is no table \"b\"; \"list\" shows the ids\n"
+                      "TarnvikAlign: s.ad: there is no table \"c\"; \"list\" shows the ids");
+    QTest::newRow("a table that cannot be copied") // it states room for two data sets
+        << QStringList{u"t.ad"_s, u"unfit.ad"_s} << 3
+        << QByteArray("t.ad: Internal Error; nothing is written; \"verify\" tells more of the files");
     QTest::newRow("a folder that is not there")
         << QStringList{u"no/t.ad"_s, u"s.ad"_s} << 3
         << QByteArray("no/t.ad: there is no such folder; check the name");
+    QTest::newRow("a file in the folder's place")
+        << QStringList{u"s.ad/t.ad"_s, u"s.ad"_s} << 3
+        << QByteArray("s.ad/t.ad: there is no such folder; check the name");
     QTest::newRow("a folder as target")
         << QStringList{u"."_s, u"s.ad"_s} << 3
         << QByteArray(".: no file TarnvikDriver_*.ad is in this folder; name files");
@@ -332,6 +345,8 @@ void TarnvikAlign_MergeTest::whatCannotBeMergedIsRefusedAndNothingIsWritten()
     damaged.back() = static_cast<char>(damaged.back() + 1);
     QVERIFY(tests::WriteFileBytes(path(u"damaged.ad"_s), damaged));
     QVERIFY(tests::WriteFileBytes(path(u"empty.ad"_s), tests::HeaderChunk(SdrType::RtlSdr, 0)));
+    QVERIFY(tests::WriteFileBytes(path(u"unfit.ad"_s),
+                                  tests::HeaderChunk(SdrType::RtlSdr, 1) + tests::TableChunk(2, 0)));
     const QStringList before = QDir(Folder->path()).entryList(QDir::AllEntries);
     const tests::ToolRun run = Run(QStringList{u"merge"_s} + arguments);
     QCOMPARE(run.Errors, "TarnvikAlign: " + message + '\n');

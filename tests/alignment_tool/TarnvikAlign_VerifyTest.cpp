@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using tests::WriteAlignmentFile;
@@ -24,6 +26,7 @@ private slots:
     void everyIdThatBeginsWithAnotherIsNamed();
     void whatAStrictReaderWouldRefuseIsAWarning_data();
     void whatAStrictReaderWouldRefuseIsAWarning();
+    void whatCannotBeOpenedIsAnError();
 };
 
 void TarnvikAlign_VerifyTest::wholeFilesAreOk()
@@ -88,6 +91,8 @@ void TarnvikAlign_VerifyTest::theOneDamagedFileAmongFiftyIsFound()
     QVERIFY(tests::WriteFileBytes(path(u"TarnvikDriver_23.ad"_s), bytes));
     const tests::ToolRun run = Run({u"verify"_s, u"."_s});
     QCOMPARE(run.Output.count(": ok, 2 tables\n"), 49);
+    const QByteArrayList lines = run.Output.split('\n');
+    QVERIFY(std::is_sorted(lines.begin(), lines.end() - 1)); // the files by name; nothing is behind the last
     const QByteArray place = "TarnvikDriver_23.ad: table 2, byte " + QByteArray::number(chunk.Begin) +
                              ": File CRC check failed; the file is damaged; take it from its source again\n";
     QVERIFY2(run.Output.contains(place), run.Output.constData());
@@ -154,6 +159,17 @@ void TarnvikAlign_VerifyTest::whatAStrictReaderWouldRefuseIsAWarning()
     const QByteArray tables = QByteArray::number(count) + (count == 1 ? " table" : " tables");
     QCOMPARE(run.Output, "f.ad: warning: " + warning + "\nf.ad: ok, " + tables + ", warnings: 1\n");
     QCOMPARE(run.ExitCode, 0);
+    const tests::ToolRun input = Run({u"verify"_s, u"-"_s}, bytes);
+    QCOMPARE(input.Output, QByteArray(run.Output).replace("f.ad", "standard input"));
+}
+
+void TarnvikAlign_VerifyTest::whatCannotBeOpenedIsAnError()
+{
+    QVERIFY(WriteAlignmentFile(path(u"a.ad"_s), SdrType::RtlSdr, {{"1", 5}}));
+    const tests::ToolRun run = Run({u"verify"_s, u"no.ad"_s, u"a.ad"_s});
+    QCOMPARE(run.Output, QByteArray("a.ad: ok, 1 table\n"));
+    QCOMPARE(run.Errors, QByteArray("TarnvikAlign: no.ad: there is no such file; check the name\n"));
+    QCOMPARE(run.ExitCode, 3);
 }
 
 TARNVIK_TEST_MAIN(TarnvikAlign_VerifyTest, QCoreApplication)

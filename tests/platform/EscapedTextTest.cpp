@@ -79,6 +79,10 @@ void EscapedTextTest::aLetterIsNoEscapedByte()
     QVERIFY(platform::IsEscapedByte(text, 0));
     QVERIFY(!platform::IsEscapedByte(text, 1));
     QVERIFY(!platform::IsEscapedByte(text, 2));
+    // ASCII is never escaped: a half letter must not become a slash.
+    const QString half = QString::fromUtf16(u"\xDC2F\xDC7F");
+    QVERIFY(!platform::IsEscapedByte(half, 0));
+    QVERIFY(!platform::IsEscapedByte(half, 1));
 }
 
 TARNVIK_TEST_MAIN(EscapedTextTest, QCoreApplication)

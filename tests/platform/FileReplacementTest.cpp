@@ -10,6 +10,7 @@
 #ifdef Q_OS_LINUX
 #include "tests/support/WithoutPrivileges.h"
 
+#include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 #endif
@@ -36,7 +37,9 @@ private slots:
     void rightsStay();
     void aLinkStaysALink();
     void accessListsAndAttributesStay();
-    void aFileWhoseGroupCannotStayIsNotReplaced();
+    void whatIsNoFileIsNotReplaced();
+    void theOwnerStays_data();
+    void theOwnerStays();
 #endif
     void afterAFailureAllIsAsBefore_data();
     void afterAFailureAllIsAsBefore();
@@ -101,6 +104,53 @@ void FileReplacementTest::aLinkStaysALink()
     QCOMPARE(Contents(target), QByteArray("2"));
     QVERIFY(QFile::remove(target));
     QCOMPARE(Replace(path(u"link"_s), "3").Failed, ReplaceStep::Check); // it points to nothing
+    QVERIFY(QFile::link(path(u"round"_s), path(u"round"_s)));
+    const platform::ReplaceResult result = Replace(path(u"round"_s), "4");
+    QCOMPARE(result.Failed, ReplaceStep::Check);
+    QVERIFY(result.Reason == std::errc::too_many_symbolic_link_levels);
+}
+
+void FileReplacementTest::whatIsNoFileIsNotReplaced()
+{
+    QCOMPARE(mkfifo(qPrintable(path(u"pipe"_s)), 0600), 0);
+    QCOMPARE(Replace(path(u"pipe"_s), "1").Failed, ReplaceStep::Check);
+    QCOMPARE(entries(), QStringList(u"pipe"_s));
+}
+
+void FileReplacementTest::theOwnerStays_data()
+{
+    QTest::addColumn<bool>("byRoot");
+    QTest::addColumn<ReplaceStep>("failed");
+    QTest::newRow("by root") << true << ReplaceStep::None;
+    QTest::newRow("by the owner, who is not in the group") << false << ReplaceStep::Create;
+}
+
+void FileReplacementTest::theOwnerStays()
+{
+    if (geteuid() != 0)
+        QSKIP("only root can give a file away");
+    QFETCH(bool, byRoot);
+    QFETCH(ReplaceStep, failed);
+    constexpr uid_t owner = 65534; // as whom WithoutPrivileges acts
+    constexpr gid_t group = 65533;
+    const QByteArray file = QFile::encodeName(path(u"f"_s));
+    QCOMPARE(Replace(path(u"f"_s), "old").Failed, ReplaceStep::None);
+    QCOMPARE(chown(file.constData(), owner, group), 0);
+    QCOMPARE(chmod(file.constData(), 01664), 0);
+    QVERIFY(tests::OpenFoldersTo(Folder->path()));
+    QCOMPARE(chmod(QFile::encodeName(Folder->path()).constData(), 0777), 0);
+    {
+        const std::unique_ptr<tests::WithoutPrivileges> user(byRoot ? nullptr : new tests::WithoutPrivileges);
+        QVERIFY(byRoot || user->isValid());
+        QCOMPARE(Replace(path(u"f"_s), "new").Failed, failed);
+    }
+    struct stat status = {};
+    QCOMPARE(stat(file.constData(), &status), 0);
+    QCOMPARE(status.st_uid, owner);
+    QCOMPARE(status.st_gid, group);
+    QCOMPARE(status.st_mode & 07777U, 01664U);
+    QCOMPARE(Contents(path(u"f"_s)), QByteArray(failed == ReplaceStep::None ? "new" : "old"));
+    QCOMPARE(entries(), QStringList(u"f"_s));
 }
 
 void FileReplacementTest::accessListsAndAttributesStay()
@@ -140,25 +190,6 @@ void FileReplacementTest::accessListsAndAttributesStay()
     QCOMPARE(attribute(plain, "system.posix_acl_access"), QByteArray("none"));
 }
 
-void FileReplacementTest::aFileWhoseGroupCannotStayIsNotReplaced()
-{
-    if (geteuid() != 0)
-        QSKIP("only root can make a file of another group, so that is not tested");
-    const QString file = path(u"f"_s);
-    QCOMPARE(Replace(file, "old").Failed, ReplaceStep::None);
-    QVERIFY(QFile::setPermissions(file, tests::EverybodyReadsAndWrites));
-    QVERIFY(tests::OpenFoldersTo(Folder->path()));
-    QVERIFY(QFile::setPermissions(Folder->path(), QFile::permissions(Folder->path()) |
-                                                      QFileDevice::WriteOther | QFileDevice::ReadOther));
-    QCOMPARE(chown(QFile::encodeName(file).constData(), 1000, 1000), 0);
-    auto user = std::make_unique<tests::WithoutPrivileges>();
-    QVERIFY(user->isValid());
-    QCOMPARE(Replace(file, "new").Failed, ReplaceStep::Create);
-    user.reset();
-    QCOMPARE(Contents(file), QByteArray("old"));
-    QCOMPARE(entries(), QStringList(u"f"_s));
-}
-
 #endif
 
 void FileReplacementTest::afterAFailureAllIsAsBefore_data()
@@ -171,6 +202,7 @@ void FileReplacementTest::afterAFailureAllIsAsBefore_data()
     QTest::newRow("a folder is in the way") << u"folder"_s << true << true << ReplaceStep::Check;
     QTest::newRow("the folder is missing") << u"missing/f"_s << true << true << ReplaceStep::Create;
     QTest::newRow("the last look forbids it") << u"f"_s << true << false << ReplaceStep::LastLook;
+    QTest::newRow("the writing of a new file fails") << u"new"_s << false << true << ReplaceStep::Write;
 }
 
 void FileReplacementTest::afterAFailureAllIsAsBefore()
@@ -191,6 +223,8 @@ void FileReplacementTest::afterAFailureAllIsAsBefore()
         [mayReplace] { return mayReplace; });
     QCOMPARE(result.Failed, step);
     QVERIFY(result.Reason);
+    if (step == ReplaceStep::Write)
+        QVERIFY(result.Reason == std::errc::io_error); // no earlier call's error
     QCOMPARE(Contents(path(u"f"_s)), QByteArray("old"));
     QCOMPARE(entries(), before);
 }
