@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QThread>
 
 #ifdef Q_OS_LINUX
@@ -134,9 +135,13 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
 #endif
             else
                 faults.append(AlignResultText(result));
-            QThread::msleep(5); // on Windows an open file cannot be replaced
+            QThread::msleep(30); // on Windows an open file cannot be replaced
         }
     }));
+    const auto end = qScopeGuard([&] {
+        ended = true;
+        recorder->wait();
+    });
     recorder->start();
     for (int round = 0; round < rounds; ++round) {
         const tests::ToolRun run =
