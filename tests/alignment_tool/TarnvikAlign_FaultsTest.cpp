@@ -117,25 +117,26 @@ void TarnvikAlign_FaultsTest::aKilledProgramLeavesTheOldFileOrTheNewOne()
 void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
 {
     constexpr int rounds = 20;
-    MakeFiles(200);
+    constexpr int tables = 20;
+    MakeFiles(tables);
     QVERIFY(tests::WriteFileBytes(path(u"old.ad"_s), Old));
     std::atomic<bool> ended = false;
-    int reads = 0;
+    std::atomic<int> reads = 0;
     QStringList faults;
     // As the recorder does it at its start, again and again.
     const std::unique_ptr<QThread> recorder(QThread::create([&] {
         const auto store = std::make_unique<AlignStore>();
         while (!ended) {
             const AlignResult result = store->LoadFile(path(u"t.ad"_s), store->Tables, true);
-            if (result == AlignResult::Ok && store->Tables.Count == 200)
+            if (result == AlignResult::Ok && store->Tables.Count == tables)
                 ++reads;
 #ifdef Q_OS_WIN // where a file that is being replaced can be closed for a moment
-            else if (result == AlignResult::FileError && store->Tables.Count == 200)
+            else if (result == AlignResult::FileError && store->Tables.Count == tables)
                 continue;
 #endif
             else
                 faults.append(AlignResultText(result));
-            QThread::msleep(30); // on Windows an open file cannot be replaced
+            QThread::msleep(50); // on Windows an open file cannot be replaced
         }
     }));
     const auto end = qScopeGuard([&] {
@@ -143,16 +144,15 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
         recorder->wait();
     });
     recorder->start();
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds || reads < rounds; ++round) {
         const tests::ToolRun run =
             Run({u"merge"_s, u"--all"_s, u"t.ad"_s, round % 2 == 0 ? u"s.ad"_s : u"old.ad"_s});
         QCOMPARE(run.Errors, QByteArray());
-        QVERIFY2(run.Output.endsWith("\ntables taken: 200\n"), run.Output.constData());
+        QVERIFY2(run.Output.endsWith("\ntables taken: 20\n"), run.Output.constData());
     }
     ended = true;
     QVERIFY(recorder->wait(tests::Patience));
     QCOMPARE(faults, QStringList());
-    QVERIFY2(reads >= rounds, qPrintable(QString::number(reads)));
 }
 
 void TarnvikAlign_FaultsTest::mergesAtTheSameTimeLoseNoTable()
