@@ -127,18 +127,20 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
     QVERIFY(tests::WriteFileBytes(path(u"old.ad"_s), Old));
     std::atomic<bool> ended = false;
     std::atomic<int> reads = 0;
-    QByteArray faults;
+    QByteArray fault; // what the reader said last, and should not have
     const std::unique_ptr<QThread> reader(QThread::create([&] {
         while (!ended) {
             const tests::ToolRun run = Run({u"verify"_s, u"t.ad"_s});
-            if (run.Output == "t.ad: ok, 20 tables\n")
+            if (run.Output.contains("\nt.ad: ok, 20 tables, "))
                 ++reads;
 #ifdef Q_OS_WIN // where a file that is being replaced can be closed for a moment
             else if (run.ExitCode == 3)
                 continue;
 #endif
-            else
-                faults += run.Output + run.Errors;
+            else {
+                fault = run.Output + run.Errors;
+                ended = true;
+            }
         }
     }));
     const auto end = qScopeGuard([&] {
@@ -146,7 +148,7 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
         reader->wait();
     });
     reader->start();
-    for (int round = 0; round < rounds || reads < rounds; ++round) {
+    for (int round = 0; (round < rounds || reads < rounds) && !ended; ++round) {
         const tests::ToolRun run =
             Run({u"merge"_s, u"--all"_s, u"t.ad"_s, round % 2 == 0 ? u"s.ad"_s : u"old.ad"_s});
         QCOMPARE(run.Errors, QByteArray());
@@ -154,7 +156,7 @@ void TarnvikAlign_FaultsTest::aFileIsReplacedWhileItIsRead()
     }
     ended = true;
     QVERIFY(reader->wait(tests::Patience));
-    QCOMPARE(faults, QByteArray());
+    QCOMPARE(fault, QByteArray());
 }
 
 void TarnvikAlign_FaultsTest::mergesAtTheSameTimeLoseNoTable()
