@@ -48,13 +48,11 @@ struct Files
 {
     QString Target;
     QStringList Sources;
-    bool TargetIsThere = false;
     OutputFile Output; // the target without --output
 
     explicit Files(const QCommandLineParser &parser)
         : Target(parser.positionalArguments().value(0)),
           Sources(parser.positionalArguments().mid(1)),
-          TargetIsThere(platform::FileExists(Target)),
           Output(parser, Target)
     {}
 
@@ -80,12 +78,13 @@ struct Files
     }
 };
 
-/// False, with the reason told, when a target that is not there could not be made.
-bool CanBeMade(const QString &file, Terminal &terminal)
+/// False, with the reason told, when the target is neither there nor could be made.
+bool IsThereOrCanBeMade(const QString &file, Terminal &terminal)
 {
     const auto path = platform::FileSystemPath(file);
     std::error_code ignored;
-    if (path && (!path->has_parent_path() || std::filesystem::is_directory(path->parent_path(), ignored)))
+    if (path && (platform::FileExists(file) || !path->has_parent_path() ||
+                 std::filesystem::is_directory(path->parent_path(), ignored)))
         return true;
     terminal.Complain(
         Translated(QT_TRANSLATE_NOOP("TarnvikAlign", "%1: there is no such folder; check the name"))
@@ -97,7 +96,7 @@ bool CanBeMade(const QString &file, Terminal &terminal)
 Exit ReadRows(const Files &files, AlignmentRowList &rows, SdrType &sdrType, Terminal &terminal)
 {
     QStringList paths = files.Sources;
-    if (files.TargetIsThere)
+    if (platform::FileExists(files.Target)) // not before the lock: another program may just have made it
         paths.prepend(files.Target);
     for (const QString &path : paths) {
         TableFile file(path); // says more of damage than the rows do
@@ -225,7 +224,7 @@ Exit Run(const QCommandLineParser &parser, Terminal &terminal)
         terminal.Complain(objection);
         return Exit::WrongUsage;
     }
-    if (!files.TargetIsThere && !CanBeMade(files.Target, terminal))
+    if (!IsThereOrCanBeMade(files.Target, terminal))
         return Exit::FileFailed;
     if (!parser.isSet(DryRunOption) && !files.Output.Lock(terminal))
         return Exit::FileFailed;

@@ -2,6 +2,8 @@
 // A disk that is easily full.
 #pragma once
 
+#include "tests/support/Needs.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -21,13 +23,8 @@ inline constexpr qint64 SmallDiskBlock = 4096;
 
 } // namespace tests
 
-/// Where there is no such disk the test function is skipped, aloud: a container may forbid its users to mount
-/// anything, which is no fault of the program. In CI (environment variable CI) it fails: there a disk must
-/// be, or nobody would notice that a full one is no longer tested.
+/// A container may forbid its users to mount anything, which is no fault of the program (see
+/// with-small-disk).
 #define TARNVIK_NEEDS_SMALL_DISK()                                                                           \
-    do {                                                                                                     \
-        if (tests::SmallDisk().isEmpty() && qEnvironmentVariableIsSet("CI"))                                 \
-            QFAIL("CI needs a small file system for the tests of a full disk (see with-small-disk)");        \
-        if (tests::SmallDisk().isEmpty())                                                                    \
-            QSKIP("no small file system can be mounted here, so a full disk is not tested");                 \
-    } while (false)
+    TARNVIK_NEEDS(!tests::SmallDisk().isEmpty(),                                                             \
+                  "no small file system can be mounted here, so a full disk is not tested")
