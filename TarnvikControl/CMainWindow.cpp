@@ -45,6 +45,7 @@ CMainWindow::CMainWindow(QWidget *parent, Qt::WindowFlags flags)
     QTarnvikBasic::SendRecorderQuit(nullptr, program, workingDirectory, arguments);
     LocationFile = QDir::toNativeSeparators(LocationFile);
     ReadSettings();
+    setAccessibleName(QGuiApplication::applicationDisplayName()); // its title comes from the window system
     // A dialog that closes while this window is hidden in the tray would count as the last window; only this
     // window's own closing may end the program.
     QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -46,6 +46,8 @@ void SetIdentity()
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     QCoreApplication::setApplicationVersion(VersionText(static_cast<std::uint32_t>(PackedVersion)));
+    // Wayland's desktops show the icon of the installed desktop file of this name.
+    QGuiApplication::setDesktopFileName(u"de.quillane.TarnvikControl"_s);
 }
 
 void RefuseSecondInstance()
@@ -116,7 +118,8 @@ struct Handlers
 int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExists, const Handlers &handlers)
 {
     QApplication application(arguments.argc(), arguments.argv());
-    const PathUrlOpener pathUrlOpener; // the user guide is opened by its path
+    QApplication::setCursorFlashTime(0); // or the panel's caret would wake an idle program every half second
+    const PathUrlOpener pathUrlOpener;   // the user guide is opened by its path
     SetIdentity();
     AppTranslation.Init(&application);
     qInfo().noquote() << u"%1 %2"_s.arg(QCoreApplication::applicationName(),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TarnvikControl/StatusPanel.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDateTime>
 #include <QFontInfo>
@@ -79,6 +80,16 @@ QFont PanelFont()
     return font;
 }
 
+/// Has a screen reader say the text at once, wherever the keyboard is; with a Qt that cannot, nothing.
+void Announce([[maybe_unused]] QObject &source, [[maybe_unused]] const QString &text)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(&source, text);
+    event.setPoliteness(QAccessible::AnnouncementPoliteness::Assertive);
+    QAccessible::updateAccessibility(&event);
+#endif
+}
+
 } // namespace
 
 StatusPanel::StatusPanel()
@@ -87,8 +98,10 @@ StatusPanel::StatusPanel()
     BasePointSize = font.pointSizeF();
     setFont(font);
     setReadOnly(true);
-    setAccessibleName(tr("Program information")); // for screen readers
-    setUndoRedoEnabled(false);                    // it is rewritten for months; nobody undoes it
+    // Who reads with a screen reader goes through the text with the arrow keys.
+    setTextInteractionFlags(textInteractionFlags() | Qt::TextSelectableByKeyboard);
+    setAccessibleName(tr("Program information"));
+    setUndoRedoEnabled(false); // it is rewritten for months; nobody undoes it
 }
 
 void StatusPanel::ChooseColours()
@@ -139,6 +152,9 @@ void StatusPanel::Show(const StatusPanelContent &content)
     }
     FollowColours();
     Write(text.Text, text.Styles);
+    if (ShowsRunning && !content.IsRunning)
+        Announce(*this, tr("TarnvikRecord") + u": "_s + tr("Stopped"));
+    ShowsRunning = content.IsRunning;
 }
 
 void StatusPanel::changeEvent(QEvent *event)
@@ -169,15 +185,17 @@ void StatusPanel::Write(const QString &text, const QByteArray &styles)
     }
     writer.endEditBlock();
 
-    // The document moves its cursors with the text, but stretches a selection over what is put in at its end.
+    // The document moves its cursors with the text, but stretches a selection over what is put in at its end
+    // and takes one that only reads to the end of what is new.
+    const bool isBefore = std::max(anchor, position) <= part.Begin;
+    const bool isBehind = !isBefore && std::min(anchor, position) >= part.OldEnd;
+    const int shift = isBehind ? static_cast<int>(part.NewEnd - part.OldEnd) : 0;
     QTextCursor reader = textCursor();
-    const bool isBehind = std::min(anchor, position) >= part.OldEnd;
-    if (isBehind || std::max(anchor, position) <= part.Begin) {
-        const int shift = isBehind ? static_cast<int>(part.NewEnd - part.OldEnd) : 0;
+    if (isBefore || isBehind) {
         reader.setPosition(anchor + shift);
         reader.setPosition(position + shift, QTextCursor::KeepAnchor);
     } else {
-        reader.clearSelection();
+        reader.setPosition(std::min(position, static_cast<int>(part.NewEnd)));
     }
     setTextCursor(reader); // scrolls to it
     verticalScrollBar()->setValue(scrolledTo);

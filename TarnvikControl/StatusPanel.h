@@ -20,8 +20,9 @@ struct StatusPanelContent
 
 /// A read-only text in the language of the moment in which it is written and the colours of the application,
 /// which it follows at once. What a reader does meanwhile is not disturbed: only what differs from the text
-/// before is written, the text stays where it was scrolled to, and a selection stays unless the selected text
-/// itself changes. GUI thread only.
+/// before is written, the text stays where it was scrolled to, the caret stays in its place, and a selection
+/// stays unless the selected text itself changes. Screen readers are told when the recorder has stopped. GUI
+/// thread only.
 class StatusPanel : public QTextEdit
 {
     Q_DECLARE_TR_FUNCTIONS(CMainWindow) // the texts are translated with those of the window
@@ -41,6 +42,7 @@ private:
     void Write(const QString &text, const QByteArray &styles);
     void FollowColours();
 
+    bool ShowsRunning = false;
     QByteArray Styles; // of each unit of the text that is shown
     QPalette Palette;  // the application's at the last writing, and what follows from it
     QColor TextColour;

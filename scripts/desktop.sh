@@ -12,7 +12,7 @@ start_desktop() {
     coproc DESKTOP { exec scripts/virtual-desktop "$1"; }
     desktop_process=$DESKTOP_PID
     read -r DISPLAY <&"${DESKTOP[0]}" || die "the virtual desktop does not start"
-    export DISPLAY
+    export DISPLAY QT_QPA_PLATFORM=xcb
 }
 # end_desktop: ends it, if it was started, and waits for its end.
 end_desktop() {
@@ -29,12 +29,14 @@ wait_for() {
     until "$@" >/dev/null 2>&1; do
         if ((SECONDS >= end)); then
             tail -n 5 "$work"/{output,errors}.txt 2>/dev/null || true
-            import -window root "$pictures/failure.png" || true
+            screenshot "$pictures/failure.png" || true
             die "waited in vain for $what; see $pictures/failure.png"
         fi
         sleep 0.1
     done
 }
+# screenshot FILE: of the whole desktop.
+screenshot() { import -window root "$1"; }
 event_count() { grep -c " $1\$" "$report" || true; }
 recorders_started() { [ "$(event_count started)" -ge "$1" ]; }
 statuses_written() { [ "$(grep -c 'status .* written' "$work/output.txt")" -ge "$1" ]; }
@@ -100,7 +102,7 @@ enter() {
 picture() {
     local title=${3:-TarnvikControl}
     sleep 0.7 # the picture is of what has been drawn, and the panel follows the recorder after half a second
-    import -window root "$pictures/$1.png"
+    screenshot "$pictures/$1.png"
     if window "$title" >/dev/null; then
         import -frame -window "$(window "$title")" "$pictures/$1-only.png"
     fi
@@ -121,6 +123,27 @@ open_menu() {
     return 1
 }
 no_menu() { ! open_menu; }
+# close_window TITLE: by the button in its frame.
+close_window() {
+    local top right
+    read -r _ top right _ <<<"$(edges "$(window "$1")")"
+    xdotool mousemove $((right - 11)) $((top + 10)) click 1
+}
+tray_icon() { window panel; }
+# click_tray: on the only icon.
+click_tray() {
+    local x y
+    read -r x y <<<"$(centre "$(window panel)")"
+    xdotool mousemove "$x" "$y" click 1
+}
+# tray_menu_picture NAME TEXT: of the icon's menu, which is closed again.
+tray_menu_picture() {
+    local x y
+    read -r x y <<<"$(centre "$(window panel)")"
+    xdotool mousemove "$x" "$y" click 3
+    menu_picture "$1" "$2" "$(window panel)"
+    close_menu Escape
+}
 # edges WINDOW: left, top, right and bottom of a window with its frame, if it has one.
 edges() {
     { geometry "$1"; xprop -id "$1" _NET_FRAME_EXTENTS; } | awk -F '[ ,=]+' '

@@ -3,12 +3,19 @@
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 ROOT=$PWD
+# What is made carries rights and times: not those of whoever makes it, but everybody's, and that of its sources.
+umask 022
+if [ -z "${SOURCE_DATE_EPOCH:-}" ] && SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null); then
+    export SOURCE_DATE_EPOCH
+fi
 
 # Packages by purpose.
 BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     qt6-translations-l10n)
 DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
-CHECK_PACKAGES=(clang-format clang-tidy)
+WAYLAND_PACKAGES=(sway waybar wtype grim qt6-wayland dbus jq fonts-dejavu-core)
+TEST_PACKAGES=("${DESKTOP_PACKAGES[@]}" "${WAYLAND_PACKAGES[@]}" at-spi2-core)
+CHECK_PACKAGES=(clang-format clang-tidy reuse)
 GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-pypdf)
 PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 

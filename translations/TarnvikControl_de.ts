@@ -539,6 +539,15 @@ Wählen Sie Zurücksetzen und treffen Sie die Auswahl neu.</translation>
         <translation>Der Ordner kann nicht angelegt werden:
 %1</translation>
     </message>
+    <message>
+        <source>%1, checked</source>
+        <extracomment>Spoken by screen readers: a table&apos;s hardware id and its check mark.</extracomment>
+        <translation>%1, angehakt</translation>
+    </message>
+    <message>
+        <source>%1, not checked</source>
+        <translation>%1, nicht angehakt</translation>
+    </message>
 </context>
 <context>
     <name>TarnvikAlign</name>

@@ -539,6 +539,15 @@ Choose Reset and pick again.</translation>
         <translation>The folder can not be made:
 %1</translation>
     </message>
+    <message>
+        <source>%1, checked</source>
+        <extracomment>Spoken by screen readers: a table&apos;s hardware id and its check mark.</extracomment>
+        <translation>%1, checked</translation>
+    </message>
+    <message>
+        <source>%1, not checked</source>
+        <translation>%1, not checked</translation>
+    </message>
 </context>
 <context>
     <name>TarnvikAlign</name>

@@ -6,6 +6,7 @@
 #include "alignment_merge/AlignmentDriver.h"
 #include "alignment_merge/AlignmentSave.h"
 
+#include <QAccessible>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -13,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -22,6 +24,7 @@
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QVersionNumber>
 
 #include <algorithm>
 
@@ -75,10 +78,37 @@ QTreeWidgetItem *NewDriverItem(const QString &driver)
     return item;
 }
 
+/// Whether screen readers hear of a check mark only through the line's text: the bridges of Qt 6.8 and later
+/// tell them its state, and it would be said twice.
+bool TextTellsCheckMark()
+{
+    static const bool tells = QLibraryInfo::version() < QVersionNumber(6, 8);
+    return tells;
+}
+
+/// A table's line.
+class RowItem : public QTreeWidgetItem
+{
+public:
+    using QTreeWidgetItem::QTreeWidgetItem;
+
+    [[nodiscard]] QVariant data(int column, int role) const override
+    {
+        if (role == Qt::AccessibleTextRole && column == HardwareIdColumn && TextTellsCheckMark() &&
+            flags().testFlag(Qt::ItemIsUserCheckable)) {
+            const bool isChecked = checkState(HardwareIdColumn) == Qt::Checked;
+            //: Spoken by screen readers: a table's hardware id and its check mark.
+            return (isChecked ? QDlgAlignmentCfg::tr("%1, checked") : QDlgAlignmentCfg::tr("%1, not checked"))
+                .arg(text(HardwareIdColumn));
+        }
+        return QTreeWidgetItem::data(column, role);
+    }
+};
+
 QTreeWidgetItem *NewRowItem(const AlignmentRow &row)
 {
     const AlignmentRowLook look = LookOf(row);
-    auto *const item = new QTreeWidgetItem({row.hardwareId, look.Text});
+    auto *const item = new RowItem({row.hardwareId, look.Text});
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
     if (look.CheckBox) {
         flags |= Qt::ItemIsUserCheckable;
@@ -121,12 +151,14 @@ QDlgAlignmentCfg::QDlgAlignmentCfg()
     // While the main window is hidden this is the last window, and its closing would end the program.
     setAttribute(Qt::WA_QuitOnClose, false);
     setAcceptDrops(true);
+    setAccessibleName(Title);
     Tree->setColumnCount(static_cast<int>(std::max<qsizetype>(HeaderLabels.size(), 1)));
     Tree->setHeaderLabels(HeaderLabels);
     Tree->setAccessibleName(Title);
     Tree->setItemDelegate(new RowDelegate(Tree.get()));
     Tree->setUniformRowHeights(true); // spares measuring every row
     Tree->sortByColumn(HardwareIdColumn, Qt::AscendingOrder);
+    connect(Tree.get(), &QTreeWidget::itemChanged, this, &QDlgAlignmentCfg::TellCheckMark);
 }
 
 // The tree, created without parent, is deleted here, before the layout's other widgets.
@@ -224,11 +256,23 @@ void QDlgAlignmentCfg::FillTree()
         drivers.last()->addChildren(tables);
     Tree->addTopLevelItems(drivers);
     Tree->setSortingEnabled(true); // sorts by the column that the user clicked last
-    Tree->expandAll();
+    for (QTreeWidgetItem *const driver : std::as_const(drivers))
+        driver->setExpanded(true); // not the tables: a screen reader would say of each that it is expanded
     for (int column = 0; column < Tree->columnCount(); ++column)
         Tree->resizeColumnToContents(column);
     Tree->header()->setStretchLastSection(true);
     ShowWholeTree();
+}
+
+void QDlgAlignmentCfg::TellCheckMark(const QTreeWidgetItem *item)
+{
+    // What the user changes is the current line; whoever works without a screen reader never gets here.
+    if (!QAccessible::isActive() || !TextTellsCheckMark() || item != Tree->currentItem())
+        return;
+    if (QAccessibleInterface *const line = QAccessible::queryAccessibleInterface(Tree.get())->focusChild()) {
+        QAccessibleEvent event(line, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void QDlgAlignmentCfg::ShowWholeTree()

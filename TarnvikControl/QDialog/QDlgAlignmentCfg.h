@@ -60,6 +60,7 @@ private:
     template <typename Slot>
     QPushButton *AddButton(QHBoxLayout *line, const QString &text, const QString &toolTip, Slot slot);
     void FillTree();
+    void TellCheckMark(const QTreeWidgetItem *item);
     void LimitTreeWidth();
     void ShowWholeTree();
     [[nodiscard]] QList<AlignmentChoice> choices() const;

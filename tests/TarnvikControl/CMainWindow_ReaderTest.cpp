@@ -9,6 +9,7 @@
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
@@ -63,6 +64,9 @@ private slots:
     void theScrollPositionStays();
     void theSelectionStaysWhereItsTextIsUnchanged_data();
     void theSelectionStaysWhereItsTextIsUnchanged();
+    void theCaretStaysInItsPlace_data();
+    void theCaretStaysInItsPlace();
+    void theKeyboardReadsAndSelects();
     void newColoursLeavePlaceAndSelection();
     void aLetterOfTwoUnitsIsWrittenWhole();
 };
@@ -188,6 +192,76 @@ void CMainWindow_ReaderTest::theSelectionStaysWhereItsTextIsUnchanged()
     QCOMPARE(Panel(window).textCursor().hasSelection(), select != QLatin1String("nothing"));
     ShowMessage(window, after);
     QCOMPARE(Panel(window).textCursor().selectedText(), selected);
+}
+
+void CMainWindow_ReaderTest::theCaretStaysInItsPlace_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("caretBehind"); // this text; empty: at the beginning
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("textBehindCaret"); // the line's rest afterwards
+    QTest::newRow("at the beginning") << "ready" << QString() << "recording"
+                                      << "Program information";
+    QTest::newRow("in a line that stays") << "ready"
+                                          << "Program sta"
+                                          << "recording"
+                                          << "tus      : Stopped";
+    QTest::newRow("right before the change") << "file 1 of 4"
+                                             << "file "
+                                             << "file 2 of 4"
+                                             << "2 of 4";
+    QTest::newRow("in the change") << "file 1111 of 4"
+                                   << "file 11"
+                                   << "file 2222 of 4"
+                                   << "22 of 4";
+    QTest::newRow("in a change that gets shorter") << "file 1111 of 4"
+                                                   << "file 111"
+                                                   << "file 2 of 4"
+                                                   << " of 4";
+    QTest::newRow("behind the change") << "file 1 of 4"
+                                       << " of"
+                                       << "file 100 of 4"
+                                       << " 4";
+    QTest::newRow("the message is gone") << "ready"
+                                         << "read" << QString() << QString();
+}
+
+void CMainWindow_ReaderTest::theCaretStaysInItsPlace()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, caretBehind);
+    QFETCH(QString, after);
+    QFETCH(QString, textBehindCaret);
+    CMainWindow window;
+    QTextEdit &panel = Panel(window);
+    QCOMPARE(panel.textCursor().position(), 0);
+    ShowMessage(window, before);
+    if (!caretBehind.isEmpty()) {
+        QTextCursor caret = panel.document()->find(caretBehind, 0, QTextDocument::FindCaseSensitively);
+        QVERIFY(!caret.isNull());
+        caret.clearSelection(); // stands at its end
+        panel.setTextCursor(caret);
+    }
+    ShowMessage(window, after);
+    const QTextCursor caret = panel.textCursor();
+    QVERIFY(!caret.hasSelection());
+    QCOMPARE(caret.block().text().sliced(caret.positionInBlock()), textBehindCaret);
+}
+
+void CMainWindow_ReaderTest::theKeyboardReadsAndSelects()
+{
+    CMainWindow window;
+    window.show();
+    QTextEdit &panel = Panel(window);
+    QTest::keyClick(&panel, Qt::Key_Down);
+    QTest::keyClick(&panel, Qt::Key_Down);
+    QCOMPARE(panel.textCursor().block().text().section(u' ', 0, 0), u"Start"_s);
+    QTest::keyClick(&panel, Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(panel.textCursor().selectedText().trimmed(), u"Start"_s);
+    const QString text = panel.toPlainText();
+    QTest::keyClicks(&panel, u"x"_s);
+    QTest::keyClick(&panel, Qt::Key_Delete);
+    QCOMPARE(panel.toPlainText(), text); // it is only read
 }
 
 void CMainWindow_ReaderTest::newColoursLeavePlaceAndSelection()
