@@ -1,5 +1,5 @@
 <?xml version="1.0" encoding="utf-8"?>
-<!-- SPDX-License-Identifier: MIT -->
+<!-- SPDX-License-Identifier: GPL-3.0-only WITH Qt-GPL-exception-1.0 -->
 <!DOCTYPE TS>
 <!-- What Qt's own German catalogue leaves in English. Maintained by hand: the texts are Qt's, so lupdate does not
      find them in our sources. -->

@@ -19,6 +19,7 @@
 Target amd64-unicode
 Unicode true
 SetCompressor /SOLID lzma
+SetDateSave off ; the same files make the same installer, whenever they were built
 
 !include MUI2.nsh
 !include LogicLib.nsh
@@ -120,6 +121,13 @@ Var ForeignFile
 !macro LookAtOwner FILE
     StrCpy $R9 "${FILE}"
     Call LookAtOwner
+!macroend
+; Not "File /r": that takes them in the order in which the packaging machine's disk happens to hold them.
+!macro PackFile FILE
+    File "/oname=${FILE}" "${PROGRAM}\${FILE}"
+!macroend
+!macro MakeFolder FOLDER
+    CreateDirectory "$INSTDIR\${FOLDER}"
 !macroend
 !macro NoteFile FILE
     WriteRegDWORD HKLM "${FILES_KEY}" "${FILE}" 1
@@ -302,7 +310,8 @@ Section "$(SectionProgram)" SECTION_PROGRAM
     ClearErrors
     SetOutPath "$INSTDIR"
     WriteUninstaller "$INSTDIR\Uninstall.exe" ; first, so that half an installation can be removed
-    File /r "${PROGRAM}/*"
+    !insertmacro ForContents PassOver MakeFolder
+    !insertmacro ForContents PackFile PassOver
     ${If} ${Errors}
         ${If} $InstalledFolder == ""
         ${AndIfNot} ${FileExists} "$INSTDIR\Uninstall.exe"

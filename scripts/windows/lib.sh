@@ -7,6 +7,8 @@
 #   TARNVIK_WINDOWS_ROOT   where the root lies (default /var/cache/tarnvik-windows)
 #   TARNVIK_WINDOWS_QT     an archive of Qt 6.8.2 for Windows (full path); without it Qt is built from Debian's source
 #                          package, which takes more than an hour
+#   TARNVIK_WINDOWS_QT_CHECKSUM
+#                          the archive's SHA-256, when it is not the one that this project's packages are made with
 #   TARNVIK_MIRROR         the Debian mirror (default: the first one that this machine's apt uses)
 #
 # The compiler cache is the caller's, or, when that is not root, one of the root's own, TARNVIK_WINDOWS_ROOT.ccache.
@@ -16,13 +18,16 @@ source "$(dirname "${BASH_SOURCE[0]}")/../lib.sh"
 WINDOWS_ROOT=${TARNVIK_WINDOWS_ROOT:-/var/cache/tarnvik-windows}
 WINDOWS_QT=${TARNVIK_WINDOWS_QT:-}
 QT_VERSION=6.8.2
+# Of the archive that this project's packages are made with.
+QT_CHECKSUM=d2cbb70a0bf79076ff9abc3aa923f750e7a62a17d4d2c60df6dcd4307eceaaa2
 # The checkout's place inside the root: the same for every checkout, so that the compiler cache serves all of them.
 INSIDE=/tarnvik
 
 BASE_PACKAGES=ca-certificates,build-essential,cmake,ninja-build,python3,perl,git,xz-utils,dpkg-dev
 ROOT_PACKAGES=(g++-mingw-w64-x86-64-posix ccache
     qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n
-    wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils imagemagick fonts-dejavu-core procps)
+    wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils imagemagick fonts-dejavu-core procps
+    sway waybar wtype grim qt6-wayland dbus at-spi2-core)
 
 # enter_own_mounts SCRIPT ARGUMENT...: goes on as root, in a mount namespace of its own. All mounts made from then on are
 # seen by nobody else and end with the script, however it ends; two checkouts can build at the same time. A user who is
@@ -33,7 +38,7 @@ enter_own_mounts() {
     mkdir -p build
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "the Debian root needs mounts and chroot: run this as root, or install sudo"
-        as_root=(sudo --preserve-env=CI,TARNVIK_WINDOWS_ROOT,TARNVIK_WINDOWS_QT,TARNVIK_MIRROR)
+        as_root=(sudo --preserve-env=CI,SOURCE_DATE_EPOCH,TARNVIK_WINDOWS_ROOT,TARNVIK_WINDOWS_QT,TARNVIK_WINDOWS_QT_CHECKSUM,TARNVIK_MIRROR)
         hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} +" EXIT; "$@"'
             "$(id -u):$(id -g)")
         cache=$WINDOWS_ROOT.ccache
@@ -86,7 +91,13 @@ set_up_root() {
 # set_up_qt: Qt for Windows in /opt/qt-mingw of the root, from the archive or else from Debian's source package.
 set_up_qt() {
     local wanted="$QT_VERSION built from source" mark=$WINDOWS_ROOT/.tarnvik/qt
-    [ -n "$WINDOWS_QT" ] && wanted="$QT_VERSION $(sha256sum <"$WINDOWS_QT")"
+    if [ -n "$WINDOWS_QT" ]; then
+        local checksum known=${TARNVIK_WINDOWS_QT_CHECKSUM:-$QT_CHECKSUM}
+        checksum=$(sha256sum "$WINDOWS_QT" | cut -d ' ' -f 1)
+        [ "$checksum" = "$known" ] || die "$WINDOWS_QT has the SHA-256 $checksum, not $known;" \
+            "for an archive of your own name its checksum in TARNVIK_WINDOWS_QT_CHECKSUM"
+        wanted="$QT_VERSION $checksum"
+    fi
     # A Qt that is there serves those without an archive, too.
     [ -e "$mark" ] && { [ -z "$WINDOWS_QT" ] || [ "$(cat "$mark")" = "$wanted" ]; } && return
     rm -rf "$mark" "$WINDOWS_ROOT/opt/qt-mingw"
@@ -125,6 +136,7 @@ in_root() {
     local cache_size
     cache_size=$(ccache --get-config max_size 2>/dev/null || echo 5G)
     chroot "$WINDOWS_ROOT" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 ${CI:+CI="$CI"} \
+        ${SOURCE_DATE_EPOCH:+SOURCE_DATE_EPOCH="$SOURCE_DATE_EPOCH"} \
         CCACHE_DIR=/root/.cache/ccache CCACHE_MAXSIZE="$cache_size" \
         sh -c 'cd "$0" && exec "$@"' "$INSIDE" "$@"
 }
