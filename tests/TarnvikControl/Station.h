@@ -34,7 +34,7 @@ public:
     bool Signal(int number);
     /// What the program printed so far, with single line feeds.
     QString output();
-    /// Without Qt's remark on a locale that is not installed.
+    /// Without Qt's remarks on the surroundings of a test.
     QString errorOutput();
     /// Waits for the program's end; false when it crashes, takes too long or ends with another code.
     bool endedWith(int exitCode);
