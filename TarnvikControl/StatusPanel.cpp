@@ -166,7 +166,11 @@ void StatusPanel::changeEvent(QEvent *event)
 
 void StatusPanel::Write(const QString &text, const QByteArray &styles)
 {
-    const Difference part = Compare(document()->toRawText(), Styles, {text, styles});
+    const QString shown = document()->toRawText();
+    // Read-only is what the keyboard and the mouse are told; assistive technology can write all the same.
+    const Difference part =
+        shown == Text ? Compare(Text, Styles, {text, styles}) : Difference{0, shown.size(), text.size()};
+    Text = text;
     Styles = styles;
     if (part.Begin == part.OldEnd && part.Begin == part.NewEnd)
         return;

@@ -43,7 +43,8 @@ private:
     void FollowColours();
 
     bool ShowsRunning = false;
-    QByteArray Styles; // of each unit of the text that is shown
+    QString Text;      // as the panel wrote it last
+    QByteArray Styles; // of each of its units
     QPalette Palette;  // the application's at the last writing, and what follows from it
     QColor TextColour;
     QColor StoppedColour;

@@ -5,6 +5,7 @@
 #include "tests/TarnvikControl/MainWindowFixture.h"
 #include "tests/support/TestMain.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QScopeGuard>
 #include <QScrollBar>
@@ -30,12 +31,28 @@ QString LongMessage(int lines, int differentLine = -1)
     return message.join(u'\n');
 }
 
-void Select(QTextEdit &panel, const QString &text)
+/// How a reader selects: the caret stands at the selection's end or, upwards, at its beginning.
+enum class Direction { Down, Up };
+
+void Select(QTextEdit &panel, const QString &text, Direction direction = Direction::Down)
 {
-    if (text == QLatin1String("everything"))
+    if (text == QLatin1String("everything")) {
         panel.selectAll();
-    else
-        panel.setTextCursor(panel.document()->find(text, 0, QTextDocument::FindCaseSensitively));
+        return;
+    }
+    QTextCursor cursor = panel.document()->find(text, 0, QTextDocument::FindCaseSensitively);
+    if (direction == Direction::Up) {
+        const int begin = cursor.anchor();
+        cursor.setPosition(cursor.position());
+        cursor.setPosition(begin, QTextCursor::KeepAnchor);
+    }
+    panel.setTextCursor(cursor);
+}
+
+/// Where the caret stands right behind a text of the panel.
+int CaretBehind(const QTextEdit &panel, const QString &text)
+{
+    return panel.document()->find(text, 0, QTextDocument::FindCaseSensitively).position();
 }
 
 /// What a document reported of its last change.
@@ -66,7 +83,10 @@ private slots:
     void theSelectionStaysWhereItsTextIsUnchanged();
     void theCaretStaysInItsPlace_data();
     void theCaretStaysInItsPlace();
+    void whereASelectionIsClearedTheCaretStays();
     void theKeyboardReadsAndSelects();
+    void whatSomebodyElseWroteIsWrittenOver_data();
+    void whatSomebodyElseWroteIsWrittenOver();
     void newColoursLeavePlaceAndSelection();
     void aLetterOfTwoUnitsIsWrittenWhole();
 };
@@ -185,13 +205,18 @@ void CMainWindow_ReaderTest::theSelectionStaysWhereItsTextIsUnchanged()
     QFETCH(QString, select);
     QFETCH(QString, after);
     QFETCH(QString, selected);
-    CMainWindow window;
-    window.show();
-    ShowMessage(window, before);
-    Select(Panel(window), select);
-    QCOMPARE(Panel(window).textCursor().hasSelection(), select != QLatin1String("nothing"));
-    ShowMessage(window, after);
-    QCOMPARE(Panel(window).textCursor().selectedText(), selected);
+    for (const Direction direction : {Direction::Down, Direction::Up}) {
+        CMainWindow window;
+        window.show();
+        ShowMessage(window, before);
+        Select(Panel(window), select, direction);
+        QCOMPARE(Panel(window).textCursor().hasSelection(), select != QLatin1String("nothing"));
+        ShowMessage(window, after);
+        const QTextCursor cursor = Panel(window).textCursor();
+        QCOMPARE(cursor.selectedText(), selected);
+        if (cursor.hasSelection())
+            QCOMPARE(cursor.position() > cursor.anchor(), direction == Direction::Down);
+    }
 }
 
 void CMainWindow_ReaderTest::theCaretStaysInItsPlace_data()
@@ -248,11 +273,26 @@ void CMainWindow_ReaderTest::theCaretStaysInItsPlace()
     QCOMPARE(caret.block().text().sliced(caret.positionInBlock()), textBehindCaret);
 }
 
+void CMainWindow_ReaderTest::whereASelectionIsClearedTheCaretStays()
+{
+    CMainWindow window;
+    for (const Direction direction : {Direction::Down, Direction::Up}) {
+        ShowMessage(window, u"File 1 of 4"_s);
+        Select(Panel(window), u"File 1 of"_s, direction);
+        const int caret = Panel(window).textCursor().position();
+        ShowMessage(window, u"File 2 of 4"_s);
+        QVERIFY(!Panel(window).textCursor().hasSelection());
+        QCOMPARE(Panel(window).textCursor().position(),
+                 std::min(caret, CaretBehind(Panel(window), u"File 2"_s)));
+    }
+}
+
 void CMainWindow_ReaderTest::theKeyboardReadsAndSelects()
 {
     CMainWindow window;
     window.show();
     QTextEdit &panel = Panel(window);
+    QVERIFY(panel.textInteractionFlags().testFlag(Qt::TextSelectableByMouse)); // as before
     QTest::keyClick(&panel, Qt::Key_Down);
     QTest::keyClick(&panel, Qt::Key_Down);
     QCOMPARE(panel.textCursor().block().text().section(u' ', 0, 0), u"Start"_s);
@@ -262,6 +302,28 @@ void CMainWindow_ReaderTest::theKeyboardReadsAndSelects()
     QTest::keyClicks(&panel, u"x"_s);
     QTest::keyClick(&panel, Qt::Key_Delete);
     QCOMPARE(panel.toPlainText(), text); // it is only read
+}
+
+void CMainWindow_ReaderTest::whatSomebodyElseWroteIsWrittenOver_data()
+{
+    QTest::addColumn<QString>("written"); // in place of everything
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("a word") << "something";
+    QTest::newRow("much more") << QString(100000, u'x');
+}
+
+void CMainWindow_ReaderTest::whatSomebodyElseWroteIsWrittenOver()
+{
+    QFETCH(QString, written);
+    CMainWindow window;
+    ShowMessage(window, u"ready"_s);
+    const QString text = Panel(window).toPlainText();
+    // As a screen reader may: that the panel is only read binds the keyboard and the mouse.
+    QAccessibleInterface *const panel = QAccessible::queryAccessibleInterface(&Panel(window));
+    panel->editableTextInterface()->replaceText(0, panel->textInterface()->characterCount(), written);
+    QVERIFY(Panel(window).toPlainText() != text);
+    ShowMessage(window, u"ready"_s);
+    QCOMPARE(Panel(window).toPlainText(), text);
 }
 
 void CMainWindow_ReaderTest::newColoursLeavePlaceAndSelection()

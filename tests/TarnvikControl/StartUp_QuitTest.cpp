@@ -40,6 +40,7 @@ public:
 
     QStringList Boxes; ///< titles, in the order in which they came
     bool SawWindow = false;
+    int CaretFlashTime = -1;     ///< milliseconds, when the window came
     bool StartBoxStayed = false; ///< was open after the question was answered
 
 private:
@@ -49,6 +50,7 @@ private:
         for (const QWidget *const window : windows) {
             if (qobject_cast<const CMainWindow *>(window) && window->isVisible()) {
                 SawWindow = true;
+                CaretFlashTime = QApplication::cursorFlashTime();
                 QCoreApplication::exit(EndedByTheUser);
                 return;
             }
@@ -127,6 +129,8 @@ void StartUp_QuitTest::quitWhileTheStartShowsABox()
     QCOMPARE(TheUser->SawWindow, !ends);
     if (ends)
         QCOMPARE(report.count(u"started"_s), 0); // no recorder for a program that ends
+    else
+        QCOMPARE(TheUser->CaretFlashTime, 0); // a caret that blinks would wake an idle program
 }
 
 int main(int argc, char **argv)

@@ -14,6 +14,7 @@
 
 #include <QDir>
 #include <QLibraryInfo>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTranslator>
 #include <QVersionNumber>
@@ -81,6 +82,17 @@ QStringList Nameless(const Accessible &window)
             nameless.append(role);
     }
     return nameless;
+}
+
+/// What the program printed, without Qt's remarks on questions about what has just vanished, and on texts of
+/// its file dialog that nobody can ask about.
+QString ErrorOutput(Station &station)
+{
+    static const QRegularExpression remark(
+        u"^TarnvikControl [\\d:]+: (WARNING Qt AtSpiAdaptor: Accessible invalid|"
+        "Could not find accessible on path|Received text event for invalid interface)[^\\n]*\\n"_s,
+        QRegularExpression::MultilineOption);
+    return station.errorOutput().remove(remark);
 }
 
 /// From Qt 6.8 on the check mark of a line is told as its state, before as a part of its name.
@@ -169,11 +181,7 @@ void TarnvikControl_ScreenReaderTest::theWholeWayIsGoneByWhatAScreenReaderCanDo(
     QVERIFY(tests::PutTranslationsBeside(station));
     const Texts texts(station.path(u"languages"_s), language);
     QVERIFY(texts.isLoaded());
-    QProcessEnvironment system = tests::SystemIn(locale);
-    // Qt 6.8 remarks on each question about what has just vanished, and tells of texts in its own file dialog
-    // that nobody can ask about.
-    system.insert(u"QT_LOGGING_RULES"_s, u"qt.accessibility.atspi.warning=false"_s);
-    station.Process.setProcessEnvironment(system);
+    station.Process.setProcessEnvironment(tests::SystemIn(locale));
     station.Start();
 
     const Accessible window = awaitWindow(station);
@@ -213,8 +221,8 @@ void TarnvikControl_ScreenReaderTest::theWholeWayIsGoneByWhatAScreenReaderCanDo(
     };
     QTRY_VERIFY(line("0x1", true).isChecked());
     QVERIFY(line("0x4", true).isChecked());
-    QTRY_VERIFY(!dialog.focused().isNull()); // the file dialog had the keyboard
-    QVERIFY(VirtualDesktop::Press(tests::DialogWindow(), {u"End"_s, u"Up"_s}));
+    // "Home" first: without a current line any key only chooses the first.
+    QVERIFY(VirtualDesktop::Press(tests::DialogWindow(), {u"Home"_s, u"End"_s, u"Up"_s}));
     QTRY_COMPARE(dialog.focused().name(), LineName(texts, u"0x1"_s, true));
     Reader->Forget();
     QVERIFY(VirtualDesktop::Press(tests::DialogWindow(), {u"space"_s}));
@@ -239,7 +247,7 @@ void TarnvikControl_ScreenReaderTest::theWholeWayIsGoneByWhatAScreenReaderCanDo(
     QVERIFY(press(yes));
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
-    QCOMPARE(station.errorOutput(), QString());
+    QCOMPARE(ErrorOutput(station), QString());
 }
 
 void TarnvikControl_ScreenReaderTest::whatChangesIsTold()
