@@ -306,10 +306,14 @@ void CMainWindow_ReaderTest::theKeyboardReadsAndSelects()
 
 void CMainWindow_ReaderTest::whatSomebodyElseWroteIsWrittenOver_data()
 {
-    QTest::addColumn<QString>("written"); // in place of everything
+    QTest::addColumn<QString>("written"); // in place of everything; "$" is what was there
+    const QString much(100000, u'x');
     QTest::newRow("nothing") << QString();
     QTest::newRow("a word") << "something";
-    QTest::newRow("much more") << QString(100000, u'x');
+    QTest::newRow("much more") << much;
+    QTest::newRow("much in front") << much + u'$';
+    QTest::newRow("much behind") << u'$' + much;
+    QTest::newRow("the same twice") << "$$";
 }
 
 void CMainWindow_ReaderTest::whatSomebodyElseWroteIsWrittenOver()
@@ -320,7 +324,8 @@ void CMainWindow_ReaderTest::whatSomebodyElseWroteIsWrittenOver()
     const QString text = Panel(window).toPlainText();
     // As a screen reader may: that the panel is only read binds the keyboard and the mouse.
     QAccessibleInterface *const panel = QAccessible::queryAccessibleInterface(&Panel(window));
-    panel->editableTextInterface()->replaceText(0, panel->textInterface()->characterCount(), written);
+    panel->editableTextInterface()->replaceText(0, panel->textInterface()->characterCount(),
+                                                written.replace(u'$', text));
     QVERIFY(Panel(window).toPlainText() != text);
     ShowMessage(window, u"ready"_s);
     QCOMPARE(Panel(window).toPlainText(), text);
