@@ -46,6 +46,7 @@ void TarnvikControl_EndTest::init()
 {
     Report = std::make_unique<tools::RecorderReport>();
     QSettings(u"Quillane"_s, Title).clear();
+    QFile::remove(RecorderStatusFile()); // of the recorder before, which had counted further
 }
 
 void TarnvikControl_EndTest::cleanup()
