@@ -62,6 +62,11 @@ INPUT KeyInput(WORD key, DWORD flags)
     return input;
 }
 
+bool Send(std::vector<INPUT> inputs)
+{
+    return SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) == inputs.size();
+}
+
 } // namespace
 
 std::vector<HWND> WindowsTitled(const QString &title, DWORD processId)
@@ -87,12 +92,15 @@ bool Press(HWND window, WORD modifier, WORD key)
         SetForegroundWindow(window);
         Sleep(10);
     }
-    std::vector<INPUT> inputs = {KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)};
-    if (modifier != 0) {
-        inputs.insert(inputs.begin(), KeyInput(modifier, 0));
-        inputs.push_back(KeyInput(modifier, KEYEVENTF_KEYUP));
-    }
-    return SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) == inputs.size();
+    if (modifier == 0)
+        return Press(key);
+    return Send({KeyInput(modifier, 0), KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP),
+                 KeyInput(modifier, KEYEVENTF_KEYUP)});
+}
+
+bool Press(WORD key)
+{
+    return Send({KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)});
 }
 
 QString ClipboardText()

@@ -17,6 +17,9 @@ HWND OnlyWindow(const QString &title, DWORD processId = 0);
 /// Gives a window the keyboard and presses a key together with a modifier (0 for none), as virtual key codes;
 /// false when the window does not get the keyboard.
 bool Press(HWND window, WORD modifier, WORD key);
+/// Presses a key where the keyboard is: in an open menu, which is a window of its own and closes when another
+/// one gets the keyboard.
+bool Press(WORD key);
 /// The text in the clipboard; empty when there is none or the clipboard is in use.
 QString ClipboardText();
 void ClearClipboard();
