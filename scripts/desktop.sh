@@ -85,16 +85,23 @@ centre() {
     read -r left top width height <<<"$(geometry "$1")"
     echo $((left + width / 2)) $((top + height / 2))
 }
-# press TITLE KEY...
-press() {
+# activate TITLE: gives the newest window the keyboard. An active window that is activated once more would lose it for a
+# moment, and with it a key.
+activate() {
     local id
     id=$(window "$1")
+    [ "$(xdotool getactivewindow 2>/dev/null)" = $((id)) ] || timeout 10 xdotool windowactivate --sync "$id"
+}
+# press TITLE KEY...
+press() {
+    activate "$1"
     shift
-    timeout 10 xdotool windowactivate --sync "$id" key --clearmodifiers "$@"
+    timeout 10 xdotool key --clearmodifiers "$@"
 }
 # enter TITLE TEXT: types into the window and presses Return.
 enter() {
-    timeout 10 xdotool windowactivate --sync "$(window "$1")" type --clearmodifiers --delay 2 "$2"
+    activate "$1"
+    timeout 10 xdotool type --clearmodifiers --delay 2 "$2"
     press "$1" Return
 }
 # picture NAME TEXT [TITLE]: of the whole desktop, and, as NAME-only, of the newest window with the title, which is the

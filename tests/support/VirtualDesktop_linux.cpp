@@ -92,7 +92,10 @@ QString VirtualDesktop::property(const QString &window, const QString &name)
 
 bool VirtualDesktop::Press(const QString &window, const QStringList &keys)
 {
-    return XDoTool({u"windowactivate"_s, u"--sync"_s, window}) &&
+    // An active window that is activated once more loses the keyboard for a moment, and with it a key.
+    const bool isActive = Output(u"xdotool"_s, {u"getactivewindow"_s}).trimmed().toULongLong() ==
+                          window.toULongLong(nullptr, 0);
+    return (isActive || XDoTool({u"windowactivate"_s, u"--sync"_s, window})) &&
            XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
 
