@@ -19,6 +19,7 @@
 #include <QTranslator>
 #include <QVersionNumber>
 
+#include <csignal>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -85,7 +86,7 @@ QStringList Nameless(const Accessible &window)
 }
 
 /// What the program printed, without Qt's remarks on questions about what has just vanished, and on texts of
-/// its file dialog that nobody can ask about.
+/// its file dialog as that vanishes: without that dialog there is none.
 QString ErrorOutput(Station &station)
 {
     static const QRegularExpression remark(
@@ -125,7 +126,7 @@ private slots:
 
 private:
     /// The main window of a program that has made itself known; null when that takes too long.
-    [[nodiscard]] Accessible awaitWindow(const Station &station) const;
+    [[nodiscard]] Accessible AwaitWindow(const Station &station) const;
 
     std::unique_ptr<tools::RecorderReport> Report;
     std::unique_ptr<ScreenReader> Reader;
@@ -147,7 +148,7 @@ void TarnvikControl_ScreenReaderTest::init()
     QSettings(u"Quillane"_s, Title).clear();
 }
 
-Accessible TarnvikControl_ScreenReaderTest::awaitWindow(const Station &station) const
+Accessible TarnvikControl_ScreenReaderTest::AwaitWindow(const Station &station) const
 {
     const auto window = [&station] {
         return ScreenReader::program(station.Process.processId()).find(Frame, Title);
@@ -184,7 +185,7 @@ void TarnvikControl_ScreenReaderTest::theWholeWayIsGoneByWhatAScreenReaderCanDo(
     station.Process.setProcessEnvironment(tests::SystemIn(locale));
     station.Start();
 
-    const Accessible window = awaitWindow(station);
+    const Accessible window = AwaitWindow(station);
     const Accessible program = ScreenReader::program(station.Process.processId());
     // A button of any window, or the one of a dialog.
     const auto press = [&program](const QString &button, const QString &dialog = QString()) {
@@ -255,7 +256,7 @@ void TarnvikControl_ScreenReaderTest::whatChangesIsTold()
     Report->SetOption("INTERVAL_MS", "0");
     Station station;
     station.Start();
-    const Accessible panel = awaitWindow(station).find(Text, u"Program information"_s);
+    const Accessible panel = AwaitWindow(station).find(Text, u"Program information"_s);
     QTRY_VERIFY(panel.text().contains(u": Running\n"_s));
     quint32 sequenceNr = 1;
     const auto panelShows = [&](const QByteArray &message, const QString &shown) {
@@ -277,6 +278,9 @@ void TarnvikControl_ScreenReaderTest::whatChangesIsTold()
     QTRY_COMPARE(Report->count(u"started"_s), 2);
     if (QLibraryInfo::version() >= QVersionNumber(6, 8))
         QTRY_COMPARE(Reader->announcements(), QStringList{u"TarnvikRecord: Stopped"_s});
+    QVERIFY(station.Signal(SIGTERM));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(station.errorOutput(), QString()); // nothing that we show makes Qt complain
 }
 
 TARNVIK_DESKTOP_TEST_MAIN(TarnvikControl_ScreenReaderTest)
