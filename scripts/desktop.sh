@@ -85,12 +85,12 @@ centre() {
     read -r left top width height <<<"$(geometry "$1")"
     echo $((left + width / 2)) $((top + height / 2))
 }
-# activate TITLE: gives the newest window the keyboard. An active window that is activated once more would lose it for a
-# moment, and with it a key.
+# activate TITLE: gives the newest window the keyboard. A window that is activated once more would lose it for a moment,
+# and with it a key. The window manager's word for the active one does not tell: it may be minimised.
 activate() {
     local id
     id=$(window "$1")
-    [ "$(xdotool getactivewindow 2>/dev/null)" = $((id)) ] || timeout 10 xdotool windowactivate --sync "$id"
+    [ "$(xdotool getwindowfocus 2>/dev/null)" = $((id)) ] || timeout 10 xdotool windowactivate --sync "$id"
 }
 # press TITLE KEY...
 press() {
