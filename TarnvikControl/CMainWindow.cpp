@@ -81,6 +81,7 @@ void CMainWindow::StartRecorder(const QString &statusFile)
 {
     // When it cannot be made there is nothing to watch; the recorder's state is shown all the same.
     (void)QOstrelRecordStatus::CreateStatusFile(statusFile);
+    Runner->Second = PauseSecond;
     Runner->StopHook = QTarnvikBasic::SendRecorderQuit;
     Runner->StopHookContext = nullptr;
     Runner->Program = platform::RecorderProgram(QCoreApplication::applicationDirPath());

@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QSystemTrayIcon>
 
+#include <chrono>
 #include <memory>
 
 class QAsyncWatchExec;
@@ -35,6 +36,8 @@ class CMainWindow : public QMainWindow
 public:
     /// Names of the widget styles that there are. Tests put their own list here.
     static QStringList (*StyleNames)();
+    /// The second in which the recorder's pauses are counted. The soak run puts a shorter one here.
+    static inline std::chrono::milliseconds PauseSecond{1000};
     /// The styles that have menu entries of their own, as StyleNames lists them.
     static inline const QString Fusion = QStringLiteral("Fusion");
     static inline const QString Windows11 = QStringLiteral("windows11");

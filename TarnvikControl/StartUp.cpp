@@ -18,6 +18,7 @@
 #include <QDebug>
 #include <QDialog>
 #include <QMessageBox>
+#include <QPixmapCache>
 #include <QSettings>
 
 #include <atomic>
@@ -29,6 +30,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int RefusedExitCode = -1;
+
+// Qt scales the icons of each file dialog anew and would keep 10 MB of them, which nobody looks up again. One
+// megabyte holds what is on the screen.
+constexpr int PixmapCacheKilobytes = 1024;
 
 // Set by the first request to end that was handled; never cleared.
 std::atomic<bool> EndRequested = false;
@@ -119,7 +124,8 @@ int RunApplication(ArgumentStore &arguments, int showCommand, bool instanceExist
 {
     QApplication application(arguments.argc(), arguments.argv());
     QApplication::setCursorFlashTime(0); // or the panel's caret would wake an idle program every half second
-    const PathUrlOpener pathUrlOpener;   // the user guide is opened by its path
+    QPixmapCache::setCacheLimit(PixmapCacheKilobytes);
+    const PathUrlOpener pathUrlOpener; // the user guide is opened by its path
     SetIdentity();
     AppTranslation.Init(&application);
     qInfo().noquote() << u"%1 %2"_s.arg(QCoreApplication::applicationName(),

@@ -61,7 +61,12 @@ StandInOptions StandInOptions::FromEnvironment()
     ReadNumber("TARNVIK_STANDIN_EXIT_AFTER_MS", options.ExitAfterMs);
     ReadNumber("TARNVIK_STANDIN_EXIT_CODE", options.ExitCode, HighestExitCode);
     ReadNumber("TARNVIK_STANDIN_CRASH_AFTER_MS", options.CrashAfterMs);
+    ReadNumber("TARNVIK_STANDIN_HANG_AFTER_MS", options.HangAfterMs);
+    ReadNumber("TARNVIK_STANDIN_HANG_MS", options.HangMs);
     ReadNumber("TARNVIK_STANDIN_FLOOD_LINES", options.FloodLines);
+    ReadNumber("TARNVIK_STANDIN_FAULTS", options.Faults);
+    if (options.Faults >= 0 && options.ReportFile.isEmpty())
+        Refuse("TARNVIK_STANDIN_FAULTS");
     options.IgnoreQuit = ReadFlag("TARNVIK_STANDIN_IGNORE_QUIT");
     options.IgnoreTerminate = ReadFlag("TARNVIK_STANDIN_IGNORE_TERMINATE");
     ReadNumber("TARNVIK_STANDIN_QUIT_CLOSE_MS", options.QuitCloseMs);

@@ -60,6 +60,12 @@ void StandInRecorder::Start()
         QTimer::singleShot(Options.ExitAfterMs, this, [this] { End(Options.ExitCode); });
     if (Options.CrashAfterMs >= 0)
         QTimer::singleShot(Options.CrashAfterMs, this, [] { std::abort(); });
+    if (Options.HangAfterMs >= 0) {
+        QTimer::singleShot(Options.HangAfterMs, this, [this] {
+            QThread::msleep(static_cast<unsigned long>(Options.HangMs));
+            std::_Exit(CutShort);
+        });
+    }
     Report.Write("ready");
     Flood();
     if (Options.IntervalMs > 0) {
@@ -148,6 +154,8 @@ void StandInRecorder::Slot_WriteStatus()
         WriteInPlace(StatusFile, QByteArray("Message=").append(HugeFileBytes, 'x'));
         break;
     }
+    if (Options.Faults >= 0)
+        Report.Write("status");
     std::printf("stand-in: status %u written\n", SequenceNr);
     (void)std::fflush(stdout);
     if (SequenceNr % 5 == 0)

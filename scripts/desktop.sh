@@ -5,6 +5,7 @@
 # Whoever sources it sets
 #   work       folder with the program's output.txt and errors.txt
 #   pictures   folder for pictures
+#   texts      file of the translation that the program shows, for text()
 #   report     file in which the stand-in recorder reports (TARNVIK_STANDIN_REPORT)
 
 # start_desktop WIDTHxHEIGHT: sets DISPLAY to that of a virtual desktop, which ends with this shell at the latest.
@@ -34,6 +35,14 @@ wait_for() {
         fi
         sleep 0.1
     done
+}
+# text SOURCE [VALUE]: a text of the program as the translations file $texts has it; it must stand in one line. The value
+# replaces %1.
+text() {
+    awk -v source="<source>$1</source>" -v value="${2:-}" '
+        found && sub(/^ *<translation>/, "") { sub(/<\/translation>$/, ""); sub(/%1/, value); print; exit }
+        index($0, source) { found = 1 }
+        END { exit !found }' "$texts" || die "no text '$1' in $texts"
 }
 # screenshot FILE: of the whole desktop.
 screenshot() { import -window root "$1"; }

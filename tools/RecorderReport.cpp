@@ -28,6 +28,7 @@ QByteArray Variable(const char *option)
 RecorderReport::RecorderReport()
 {
     QFile::remove(file());
+    QFile::remove(file() + u".starts"_s);
     SetOption("REPORT", QFile::encodeName(file()));
 }
 

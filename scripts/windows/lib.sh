@@ -26,7 +26,7 @@ INSIDE=/tarnvik
 BASE_PACKAGES=ca-certificates,build-essential,cmake,ninja-build,python3,perl,git,xz-utils,dpkg-dev
 ROOT_PACKAGES=(g++-mingw-w64-x86-64-posix ccache
     qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n
-    wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils imagemagick fonts-dejavu-core procps
+    wine wine64 nsis python3-pefile xvfb xauth openbox trayer xdotool xclip x11-utils xrestop imagemagick fonts-dejavu-core procps
     sway waybar wtype grim qt6-wayland dbus at-spi2-core)
 
 # enter_own_mounts SCRIPT ARGUMENT...: goes on as root, in a mount namespace of its own. All mounts made from then on are

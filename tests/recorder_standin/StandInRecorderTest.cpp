@@ -421,8 +421,9 @@ void StandInRecorderTest::aValueThatMakesNoSenseIsRefused_data()
     const auto row = [](const char *option, const char *value) {
         QTest::addRow("%s = \"%s\"", option, value) << QByteArray(option) << QByteArray(value);
     };
-    for (const char *option : {"INTERVAL_MS", "EXIT_AFTER_MS", "EXIT_CODE", "CRASH_AFTER_MS", "FLOOD_LINES",
-                               "IGNORE_QUIT", "IGNORE_TERMINATE", "QUIT_CLOSE_MS", "TERMINATE_CLOSE_MS"}) {
+    for (const char *option :
+         {"INTERVAL_MS", "EXIT_AFTER_MS", "EXIT_CODE", "CRASH_AFTER_MS", "FLOOD_LINES", "HANG_AFTER_MS",
+          "HANG_MS", "FAULTS", "IGNORE_QUIT", "IGNORE_TERMINATE", "QUIT_CLOSE_MS", "TERMINATE_CLOSE_MS"}) {
         row(option, "-1");
         row(option, "many");
         row(option, "1.5");

@@ -94,8 +94,8 @@ bool VirtualDesktop::Press(const QString &window, const QStringList &keys)
 {
     // A window that is activated once more loses the keyboard for a moment, and with it a key. The window
     // manager's word for the active one does not tell: it may be minimised.
-    const bool hasKeyboard = Output(u"xdotool"_s, {u"getwindowfocus"_s}).trimmed().toULongLong() ==
-                             window.toULongLong(nullptr, 0);
+    const bool hasKeyboard =
+        Output(u"xdotool"_s, {u"getwindowfocus"_s}).trimmed().toULongLong() == window.toULongLong(nullptr, 0);
     return (hasKeyboard || XDoTool({u"windowactivate"_s, u"--sync"_s, window})) &&
            XDoTool(QStringList{u"key"_s, u"--clearmodifiers"_s} + keys);
 }
