@@ -31,9 +31,9 @@ namespace {
 
 constexpr int RefusedExitCode = -1;
 
-// Qt scales the icons of each file dialog anew and would keep 10 MB of them, which nobody looks up again. One
-// megabyte holds what is on the screen.
-constexpr int PixmapCacheKilobytes = 1024;
+// None: each file dialog and style caches its icons under names of its own, and Qt 6.4 forgets none of these,
+// not even when it lets the pixmaps go. Little is drawn, so little is lost.
+constexpr int PixmapCacheKilobytes = 0;
 
 // Set by the first request to end that was handled; never cleared.
 std::atomic<bool> EndRequested = false;
