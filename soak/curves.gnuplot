@@ -7,7 +7,7 @@ set datafile separator tab
 set key left top
 set multiplot layout 5,2
 set xlabel 'minutes'
-do for [column in 'ends changes memory_kB descriptors threads recorders x_resources semaphores temporary_files'] {
+do for [column in 'ends changes memory_kB descriptors threads children x_resources semaphores temporary_files'] {
     set title column noenhanced
     set yrange [0:*]
     if (column eq 'memory_kB') { set yrange [*:*] }

@@ -31,7 +31,7 @@ LIMITS = {
     "memory_kB": Limit(24 * 1024, 1024, at_least_when_young=4096),
     "descriptors": Limit(24, 2),
     "threads": Limit(24, 2),
-    "recorders": Limit(24, 1),
+    "children": Limit(24, 1),
     "x_resources": Limit(240, 20),
     "semaphores": Limit(24, 1),
     "temporary_files": Limit(24, 2),
