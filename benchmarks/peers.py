@@ -58,6 +58,7 @@ class Bench:
             "XDG_RUNTIME_DIR": str(folder / "run"),
             "TMPDIR": str(folder / "tmp"),
             "DISPLAY": os.environ["DISPLAY"],
+            "DBUS_SESSION_BUS_ADDRESS": os.environ["DBUS_SESSION_BUS_ADDRESS"],
             "QT_QPA_PLATFORM": "xcb",
             "TARNVIK_STANDIN_REPORT": str(self.report),
             "TARNVIK_STANDIN_INTERVAL_MS": "0",
