@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The least that keeps a program running: starts it, waits for its end, starts it again. What supervisors are measured
-// against; on SIGTERM it hands that on and ends with the program.
+// The least that keeps a program running: starts it, waits for its end, starts it again. What supervisors are
+// measured against; on SIGTERM it hands that on and ends with the program.
 //   BareLoop PROGRAM
 #include <sys/wait.h>
 #include <unistd.h>
