@@ -94,12 +94,24 @@ centre() {
     read -r left top width height <<<"$(geometry "$1")"
     echo $((left + width / 2)) $((top + height / 2))
 }
-# activate TITLE: gives the newest window the keyboard. A window that is activated once more would lose it for a moment,
-# and with it a key. The window manager's word for the active one does not tell: it may be minimised.
+# has_keyboard WINDOW. The window manager's word for the active one does not tell: it may be minimised.
+has_keyboard() { [ "$(xdotool getwindowfocus 2>/dev/null)" = $(($1)) ]; }
+# activate TITLE: gives the newest window the keyboard, and waits until it keeps it. A window that is activated once more
+# loses it for a moment, and with it a key; and where another window has just closed, both the window manager and the
+# program itself activate this one, one after the other.
 activate() {
-    local id
+    local id kept=0 attempt
     id=$(window "$1")
-    [ "$(xdotool getwindowfocus 2>/dev/null)" = $((id)) ] || timeout 10 xdotool windowactivate --sync "$id"
+    for attempt in {1..40}; do
+        if has_keyboard "$id"; then
+            kept=$((kept + 1))
+            [ $kept -lt 6 ] || return 0
+        else
+            kept=0
+            [ $((attempt % 10)) -ne 9 ] || timeout 10 xdotool windowactivate --sync "$id"
+        fi
+        sleep 0.05
+    done
 }
 # press TITLE KEY...
 press() {
