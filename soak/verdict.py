@@ -82,14 +82,17 @@ def grows(line, limit):
 
 
 def read_samples(path):
-    """The columns by name; one without a single value is left out."""
+    """The columns by name; one without a single number (NaN) is left out."""
     with open(path, encoding="utf-8") as file:
         names, *rows = [row.rstrip("\n").split("\t") for row in file]
     columns = {}
     for index, name in enumerate(names):
-        values = [row[index] for row in rows]
-        if any(values):
-            columns[name] = [float(value) for value in values]
+        values = [float(row[index]) for row in rows]
+        missing = sum(map(math.isnan, values))
+        if 0 < missing < len(values):
+            raise ValueError(f"{name} is missing {missing} times")
+        if missing == 0:
+            columns[name] = values
     return columns
 
 

@@ -119,11 +119,12 @@ class FileTest(unittest.TestCase):
                 self.assertEqual(self.judge(**{name: [1000 * minute for minute in range(61)]}), 1)
 
     def test_a_column_without_values_is_left_out(self):
-        self.assertEqual(self.judge(semaphores=[""] * 61), 0)
+        self.assertEqual(self.judge(semaphores=["NaN"] * 61), 0)
 
     def test_a_value_that_is_missing_now_and_then_is_an_error(self):
         with self.assertRaises(ValueError):
             self.judge(semaphores=[0] * 60 + [""])
+        self.assertRaises(ValueError, self.judge, semaphores=[0] * 60 + ["NaN"])
 
 
 if __name__ == "__main__":
