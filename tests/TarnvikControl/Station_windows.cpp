@@ -60,9 +60,14 @@ QString Station::panelText() const
 
 bool Station::Quit() const
 {
-    const HWND shown = OnlyWindow(Title, Id(Process));
-    if (!shown || !Press(shown, VK_CONTROL, 'Q') ||
-        !QTest::qWaitFor([this] { return shows(QuitTitle); }, 5000))
+    // A key that comes while another program starts or ends may be lost; a user presses it again.
+    bool asked = false;
+    for (int attempt = 0; attempt < 5 && !asked; ++attempt) {
+        const HWND shown = OnlyWindow(Title, Id(Process));
+        asked = shown && Press(shown, VK_CONTROL, 'Q') &&
+                QTest::qWaitFor([this] { return shows(QuitTitle); }, 5000);
+    }
+    if (!asked)
         return false;
     // A box that has just appeared may not have the keyboard yet.
     return QTest::qWaitFor([this] {
