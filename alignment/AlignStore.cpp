@@ -135,7 +135,6 @@ AlignResult AlignStore::MergeTables(AlignTableList &target, const AlignTableList
         copy.Version = original.Version;
         copy.HwId = original.HwId;
         copy.AlignedAt = original.AlignedAt;
-        copy.DataSetCapacity = original.DataSetCapacity;
         copy.DataSetCount = original.DataSetCount;
         copy.DataSets.CopyIntoFresh(original.DataSets);
         target.Append(std::move(node));
