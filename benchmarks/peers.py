@@ -23,6 +23,7 @@ SETTLED = 2.0  # seconds a recorder runs before it is killed: some supervisors w
 PATIENCE = 30.0
 IDLE = 30.0  # seconds over which wake-ups are counted
 TITLE = "TarnvikControl"
+LINE = "TarnvikRecord: Running"  # whoever shows text needs fonts, which an empty window never loads
 
 
 def steady():
@@ -159,25 +160,30 @@ def resident(process):
     return int(re.search(r"VmRSS:\s+(\d+)", status)[1]) / 1024
 
 
-def wake_ups(process):
-    """How often its threads have waited for something and gone on."""
-    total = 0
-    for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir():
-        total += int(re.search(r"\nvoluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text())[1])
-    return total
+def waits(process):
+    """How often each of its threads has waited for something so far."""
+    return {
+        task.name: int(re.search(r"\nvoluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text())[1])
+        for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir()
+    }
+
+
+def wake_ups(before, after):
+    """How often threads went on after waiting; one that has ended meanwhile is left out."""
+    return sum(count - before.get(thread, 0) for thread, count in after.items())
 
 
 def rest(bench, command, **environment):
     """Resident MB and wake-ups a second of a program that is left alone."""
-    before = windows()
+    known = windows()
     process = bench.start(command, **environment)
-    wait_for(f"a window of {command[0]}", lambda: windows() - before)
+    wait_for(f"a window of {command[0]}", lambda: windows() - known)
     time.sleep(10)
-    begin, first = steady(), wake_ups(process)
+    begin, before = steady(), waits(process)
     time.sleep(IDLE)
     if process.poll() is not None:
         sys.exit(f"error: {command[0]} has ended")
-    result = resident(process), (wake_ups(process) - first) / (steady() - begin)
+    result = resident(process), wake_ups(before, waits(process)) / (steady() - begin)
     process.terminate()
     process.wait(PATIENCE)
     return result
@@ -185,18 +191,20 @@ def rest(bench, command, **environment):
 
 def compare_rest(bench):
     control = [bench.folder / "program/TarnvikControl"]
+    empty = [bench.build / "tools/EmptyWindow"]
     results = {
-        "empty Qt window": rest(bench, [bench.build / "tools/EmptyWindow"]),
+        "empty Qt window": rest(bench, empty),
+        "Qt window with a line of text": rest(bench, [*empty, LINE]),
         "TarnvikControl, silent recorder": rest(bench, control),
         "TarnvikControl, a status a second": rest(bench, control, TARNVIK_STANDIN_INTERVAL_MS="1000"),
         "nm-tray": rest(bench, ["nm-tray"]),
         "syncthingtray": rest(bench, ["syncthingtray", "qt-widgets-gui", "--single-instance", "--wait"]),
     }
-    empty = results["empty Qt window"][0]
+    least = results["empty Qt window"][0]
     print("| | resident, MB | to the empty window's | wake-ups a second |")
     print("|---|---:|---:|---:|")
     for name, (megabytes, rate) in results.items():
-        print(f"| {name} | {megabytes:.1f} | {megabytes / empty:.2f} | {rate:.2f} |")
+        print(f"| {name} | {megabytes:.1f} | {megabytes / least:.2f} | {rate:.2f} |")
 
 
 # --- Coming up
@@ -222,6 +230,7 @@ def start_to_window(bench, command, title):
 def compare_start(bench):
     programs = {
         "empty Qt window": ([bench.build / "tools/EmptyWindow"], "EmptyWindow"),
+        "Qt window with a line of text": ([bench.build / "tools/EmptyWindow", LINE], "EmptyWindow"),
         "TarnvikControl": ([bench.folder / "program/TarnvikControl"], TITLE),
     }
     times = {name: [] for name in programs}
