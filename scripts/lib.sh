@@ -65,13 +65,17 @@ share_network() {
 }
 
 # build PRESET [TARGET...]: configures and builds the targets, or everything if none is named; warnings are errors where
-# CI is set.
+# CI is set. Scripts that build the same at the same time wait for each other.
 build() {
-    local preset=$1
+    local preset=$1 lock
     shift
+    mkdir -p build
+    exec {lock}>"build/$preset.lock"
+    flock "$lock"
     say "building ($preset)"
     cmake --preset "$preset" -DCMAKE_COMPILE_WARNING_AS_ERROR="${CI:+ON}"
     cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+    exec {lock}>&-
 }
 
 # make_demonstration FOLDER: a station's configuration, records and alignment files below the folder, unless they are
