@@ -141,9 +141,9 @@ open_menu() {
     local id type managed
     managed="$(xprop -root _NET_CLIENT_LIST),"
     for id in $(xdotool search --onlyvisible --name ''); do
-        type=$(xprop -id "$id" _NET_WM_WINDOW_TYPE 2>/dev/null) || continue
-        # The tray's icon is such a window, too; its type tells.
-        if [[ $type == *_TYPE_NORMAL* && $type != *OVERRIDE* && $managed != *$(printf '0x%x,' "$id")* ]]; then
+        type=$(xprop -id "$id" _NET_WM_WINDOW_TYPE WM_CLASS 2>/dev/null) || continue
+        # The tray's icon is such a window, too; its type tells, and under Wine whose it is.
+        if [[ $type == *_TYPE_NORMAL* && $type != *OVERRIDE* && $type != *explorer.exe* && $managed != *$(printf '0x%x,' "$id")* ]]; then
             echo "$id"
             return
         fi
