@@ -61,7 +61,8 @@ void QDlgAlignmentCfg_FilesTest::Send(QEvent &event)
 
 Qt::DropAction QDlgAlignmentCfg_FilesTest::Drop(QMimeData &data)
 {
-    QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QDropEvent event(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                     Qt::ShiftModifier); // which proposes to move
     event.setDropAction(Qt::MoveAction);
     const qsizetype boxes = Answers->boxes().size();
     Send(event);
