@@ -3,14 +3,27 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 
 namespace {
 
 /// Number of allocations that still succeed; negative: all.
 int AllocationsLeft = -1;
 
+/// Null while nobody watches, and while the watch's function runs.
+const std::function<void()> *OnAllocation = nullptr;
+
+void TellWatch()
+{
+    if (const auto *const watch = std::exchange(OnAllocation, nullptr)) {
+        (*watch)();
+        OnAllocation = watch;
+    }
+}
+
 bool AllocationFails()
 {
+    TellWatch();
     if (AllocationsLeft < 0)
         return false;
     if (AllocationsLeft == 0)
@@ -31,6 +44,16 @@ AllocationLimit::AllocationLimit(int count)
 AllocationLimit::~AllocationLimit()
 {
     AllocationsLeft = -1;
+}
+
+AllocationWatch::AllocationWatch(std::function<void()> onAllocation) : Function(std::move(onAllocation))
+{
+    OnAllocation = &Function;
+}
+
+AllocationWatch::~AllocationWatch()
+{
+    OnAllocation = nullptr;
 }
 
 } // namespace tests

@@ -3,12 +3,15 @@
 #include "alignment_merge/AlignmentSave.h"
 
 #include "tests/alignment/AlignmentTestTools.h"
+#include "tests/alignment/FailingAllocations.h"
 #include "tests/alignment_merge/AlignmentFiles.h"
 #include "tests/alignment_merge/AlignmentSaveFixture.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
 #include <QFile>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +37,8 @@ class AlignmentSave_MeanwhileTest : public tests::AlignmentSaveFixture
 private slots:
     void aTableThatSomebodyElseAddsStays_data();
     void aTableThatSomebodyElseAddsStays();
+    void whatIsWrittenWhileTheFileIsReadAgainStays_data();
+    void whatIsWrittenWhileTheFileIsReadAgainStays();
     void aTableThatIsNotTheOneShownIsNotReplaced_data();
     void aTableThatIsNotTheOneShownIsNotReplaced();
     void aTableThatHasGoneMeanwhileIsTakenOverAllTheSame();
@@ -84,6 +89,45 @@ void AlignmentSave_MeanwhileTest::aTableThatSomebodyElseAddsStays()
     const auto after = TableBytes(path(RtlFile));
     QCOMPARE(after.keys(), (QList<QByteArray>{"A", "B", "Z"}));
     QCOMPARE(after["A"], TableBytes(imported(u"i.ad"_s))["A"]);
+}
+
+void AlignmentSave_MeanwhileTest::whatIsWrittenWhileTheFileIsReadAgainStays_data()
+{
+    QTest::addColumn<quint64>("times");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("once") << quint64{1} << QString();
+    QTest::newRow("again and again") << quint64{10'000} << u"File Error"_s;
+}
+
+void AlignmentSave_MeanwhileTest::whatIsWrittenWhileTheFileIsReadAgainStays()
+{
+    QFETCH(quint64, times);
+    QFETCH(QString, result);
+    QVERIFY(WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}}));
+    QVERIFY(WriteAlignmentFile(imported(u"i.ad"_s), SdrType::RtlSdr, {{"A", 9}}));
+    LoadStation({u"i.ad"_s});
+    quint64 written = 0; // the date of Z
+    const auto write = [&] {
+        if (WriteAlignmentFile(path(RtlFile), SdrType::RtlSdr, {{"A", 5}, {"Z", written + 1}}))
+            ++written;
+    };
+    std::unique_ptr<tests::AllocationWatch> reading; // which allocates
+    AnswerToFile = [&](const QString &proposal) {
+        write();
+        reading = std::make_unique<tests::AllocationWatch>([&] {
+            if (written <= times)
+                write();
+        });
+        return proposal;
+    };
+    QCOMPARE(Save(Choices()), result);
+    reading.reset();
+    const bool saved = result.isEmpty();
+    QCOMPARE(written > times, saved);
+    const QString expected = path(u"expected.ad"_s);
+    const quint64 dateOfA = saved ? 9 : 5;
+    QVERIFY(WriteAlignmentFile(expected, SdrType::RtlSdr, {{"A", dateOfA}, {"Z", written}}));
+    QCOMPARE(TableBytes(path(RtlFile)), TableBytes(expected));
 }
 
 void AlignmentSave_MeanwhileTest::aTableThatIsNotTheOneShownIsNotReplaced_data()
