@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A set of events whose lock is held for longer than anybody waits for it. The lock is not to be reached from
-// outside, so the thread that holds it is stopped, by a signal.
+// A set of events one of whose threads comes to a standstill inside it: with the lock, or in its wait.
+// Neither place is to be reached from outside, so a signal stops the thread.
 #include "Common_Files/WaitForMultipleObjects.h"
 #include "tests/support/TestMain.h"
 
@@ -10,9 +10,14 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <functional>
+#include <limits>
+#include <memory>
 #include <thread>
+#include <utility>
 
 using Events = QWaitForMultipleObjects;
 
@@ -32,22 +37,14 @@ extern "C" void StopHere(int /*signalNumber*/)
     IsStopped = false;
 }
 
-/// A thread that takes the lock of the set and gives it back, over and over, until it goes.
-class LockUser
+/// A thread that can be stopped wherever it is; one at a time.
+class StoppableThread
 {
 public:
-    explicit LockUser(Events &events)
-        : Thread([this, &events] {
-              while (!IsOver)
-                  events.Set(0); // of an empty set: it wakes nobody
-          })
-    {}
-    ~LockUser()
-    {
-        IsOver = true;
-        Thread.join();
-    }
-    Q_DISABLE_COPY_MOVE(LockUser)
+    explicit StoppableThread(std::function<void()> function) : Thread(std::move(function)) {}
+    /// Waits for its end.
+    ~StoppableThread() { Thread.join(); }
+    Q_DISABLE_COPY_MOVE(StoppableThread)
 
     void Stop()
     {
@@ -55,7 +52,7 @@ public:
         while (!IsStopped)
             std::this_thread::yield();
     }
-    static void GoOn()
+    void GoOn()
     {
         (void)!write(Gate[1], "", 1);
         while (IsStopped)
@@ -63,7 +60,6 @@ public:
     }
 
 private:
-    std::atomic<bool> IsOver = false;
     std::thread Thread;
 };
 
@@ -72,17 +68,17 @@ bool FindsLockTaken(Events &events)
 {
     QElapsedTimer timer;
     timer.start();
-    events.Set(0);
+    events.Set(0); // of an empty set: it wakes nobody
     return timer.elapsed() >= LockTimeoutMs;
 }
 
 /// Stops the thread where it has the lock, or, when that never comes, elsewhere.
-void StopWithLock(LockUser &user, Events &events)
+void StopWithLock(StoppableThread &user, Events &events)
 {
     constexpr int mostTurns = 1000;
     user.Stop();
     for (int turn = 0; turn < mostTurns && !FindsLockTaken(events); ++turn) {
-        LockUser::GoOn(); // it was stopped between two of its turns
+        user.GoOn(); // it was stopped between two of its turns
         user.Stop();
     }
 }
@@ -96,6 +92,7 @@ class WaitForMultipleObjectsLinuxTest : public QObject
 private slots:
     void initTestCase();
     void aLockThatWasNotTakenIsNotGivenBack();
+    void aWaiterThatIsLateIsWaitedForUpTo100Ms();
 };
 
 void WaitForMultipleObjectsLinuxTest::initTestCase()
@@ -109,16 +106,45 @@ void WaitForMultipleObjectsLinuxTest::aLockThatWasNotTakenIsNotGivenBack()
     Events events;
     bool isTaken = false;
     {
-        LockUser user(events);
+        std::atomic<bool> isOver = false;
+        StoppableThread user([&] {
+            while (!isOver)
+                events.Set(0);
+        });
         // The machine itself may stand for a second, which looks like a lock that is taken.
         for (int attempt = 0; attempt < 3 && !isTaken; ++attempt) {
             StopWithLock(user, events);
             isTaken = FindsLockTaken(events); // still, although somebody went on without it
-            LockUser::GoOn();
+            user.GoOn();
         }
+        isOver = true;
     }
     QVERIFY(isTaken);
     QVERIFY(!FindsLockTaken(events)); // and the thread that had taken it has given it back
+}
+
+void WaitForMultipleObjectsLinuxTest::aWaiterThatIsLateIsWaitedForUpTo100Ms()
+{
+    // A busy machine only adds to the time.
+    qint64 shortest = std::numeric_limits<qint64>::max();
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        auto events = std::make_unique<Events>();
+        events->Add(0, true);
+        std::atomic<int> result = 0;
+        {
+            StoppableThread waiter([&result, set = events.get()] { result = set->Wait(-1); });
+            while (events->Wait(0) != Events::Failed) { // until the thread is inside its wait
+            }
+            waiter.Stop();
+            QElapsedTimer timer;
+            timer.start();
+            events.reset();
+            shortest = std::min(shortest, timer.elapsed());
+            waiter.GoOn();
+        }
+        QCOMPARE(result.load(), Events::Cancelled);
+    }
+    QVERIFY2(shortest >= 100 && shortest < 150, qPrintable(QString::number(shortest)));
 }
 
 TARNVIK_TEST_MAIN(WaitForMultipleObjectsLinuxTest, QCoreApplication)
