@@ -47,6 +47,7 @@ private slots:
     void aCopyIsAFreshRunnerWithTheSameParent();
     void startWithoutProgramFails();
     void stopBeforeStartDoesNothing();
+    void aLoopThatNothingWasSetUpForAsksForNoStart();
     void startRunsTheProgramAndReportsEachState();
     void theWorkingFolderIsTheProgramsOwnUnlessGiven_data();
     void theWorkingFolderIsTheProgramsOwnUnlessGiven();
@@ -98,6 +99,16 @@ void QAsyncWatchExecTest::stopBeforeStartDoesNothing()
     runner.Program = ScriptedProgram;
     runner.Stop();
     QVERIFY(HookCalls.isEmpty());
+}
+
+void QAsyncWatchExecTest::aLoopThatNothingWasSetUpForAsksForNoStart()
+{
+    QAsyncWatchExec runner;
+    runner.Program = ScriptedProgram;
+    QSignalSpy asked(&runner, SIGNAL(Signal_Start()));
+    runner.start(); // the thread's own, which everybody can call
+    QVERIFY(runner.wait(tests::Patience));
+    QCOMPARE(asked.size(), 0);
 }
 
 void QAsyncWatchExecTest::startRunsTheProgramAndReportsEachState()
