@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Paths to texts and back, with bytes that are no letters on Linux.
+// Paths to texts and back, with bytes that are no letters on Linux; what is there, and what is the same.
 #include "platform/FilePath.h"
 
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +18,8 @@ class FilePathTest : public QObject
 private slots:
     void everyTextComesBack_data();
     void everyTextComesBack();
+    void theSameFileIsToldFromOthers_data();
+    void theSameFileIsToldFromOthers();
 #ifdef Q_OS_LINUX
     void everyPathComesBack_data();
     void everyPathComesBack();
@@ -37,6 +42,31 @@ void FilePathTest::everyTextComesBack()
     const auto path = platform::FileSystemPath(text);
     QVERIFY(path.has_value());
     QCOMPARE(platform::PathText(*path), text);
+}
+
+void FilePathTest::theSameFileIsToldFromOthers_data()
+{
+    QTest::addColumn<QString>("left"); // below a folder with the files a and b and the empty folder f
+    QTest::addColumn<QString>("right");
+    QTest::addColumn<bool>("same");
+    QTest::newRow("the same path") << u"a"_s << u"a"_s << true;
+    QTest::newRow("another spelling") << u"a"_s << u"f/.././a"_s << true;
+    QTest::newRow("another file with the same content") << u"a"_s << u"b"_s << false;
+    QTest::newRow("the first is missing") << u"c"_s << u"a"_s << false;
+    QTest::newRow("the second is missing") << u"a"_s << u"c"_s << false;
+    QTest::newRow("a missing file and itself") << u"c"_s << u"c"_s << false;
+}
+
+void FilePathTest::theSameFileIsToldFromOthers()
+{
+    QFETCH(QString, left);
+    QFETCH(QString, right);
+    const QTemporaryDir folder;
+    for (const QString &name : {u"a"_s, u"b"_s})
+        QVERIFY(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+    QVERIFY(QDir(folder.path()).mkdir(u"f"_s));
+    QTEST(platform::IsSameFile(folder.filePath(left), folder.filePath(right)), "same");
+    QCOMPARE(platform::FileExists(folder.filePath(left)), left != u"c"_s);
 }
 
 #ifdef Q_OS_LINUX
