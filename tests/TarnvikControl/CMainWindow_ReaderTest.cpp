@@ -186,6 +186,9 @@ void CMainWindow_ReaderTest::theSelectionStaysWhereItsTextIsUnchanged_data()
     QTest::newRow("behind a change of another length") << first << "of 4"
                                                        << "Recording\nFile 100 of 4"
                                                        << "of 4";
+    const QString tail = u'\n' + QString(1000, u'x');
+    QTest::newRow("behind a change of another length, far before the end")
+        << first + tail << "of 4" << u"Recording\nFile 100 of 4"_s + tail << "of 4";
     QTest::newRow("moved by a line that was put in") << first << "File 1"
                                                      << "Now\nRecording\nFile 1 of 4"
                                                      << "File 1";
