@@ -26,10 +26,11 @@ struct ReplaceResult
 /// when it is false nothing is replaced.
 ///
 /// A symbolic link stays one, and its target is replaced; another hard link keeps the old file. Rights,
-/// access lists and extended attributes stay as they were, and so does the owner where the user may give
-/// files away; where not even the group can stay, and for a file that may not be written to, nothing is
-/// replaced. A program that is ended meanwhile leaves a temporary file behind; its name is that of the file,
-/// some letters and ".tmp". On Windows somebody who holds the file open is waited for, for up to 2 s.
+/// access lists and extended attributes (on Windows access lists, and whether the file is hidden, of the
+/// system or not to be indexed) stay as they were, and so does the owner where the user may give files away;
+/// where not even the group can stay, and for a file that may not be written to, nothing is replaced. A
+/// program that is ended meanwhile leaves a temporary file behind; its name is that of the file, some letters
+/// and ".tmp". On Windows somebody who holds the file open is waited for, for up to 2 s.
 [[nodiscard]] ReplaceResult ReplaceFile(const std::filesystem::path &path,
                                         const std::function<bool(std::ostream &)> &write,
                                         const std::function<bool()> &mayReplace = {});
