@@ -205,6 +205,7 @@ void CMainWindow_PanelTest::thePanelUsesAFixedPitchFontAndIsReadOnly()
     QCOMPARE(panel.font().styleHint(), QFont::Monospace);
     const bool hasConsolas = QFontInfo(QFont(u"Consolas"_s)).exactMatch();
     QCOMPARE(panel.font().family(), hasConsolas ? u"Consolas"_s : u"monospace"_s);
+    QCOMPARE(panel.document()->defaultFont(), panel.font()); // in which its text is drawn
 }
 
 void CMainWindow_PanelTest::screenReadersFindThePanel()

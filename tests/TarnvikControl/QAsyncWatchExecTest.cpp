@@ -36,6 +36,13 @@ void ChangeEverything(void *context, QString &program, QString &workingDirectory
     arguments = QStringList{u"out:changed"_s, u"wait"_s};
 }
 
+/// The context is a list of the starts' arguments, from which each start takes its own.
+void TakeNextArguments(void *context, QString & /*program*/, QString & /*workingDirectory*/,
+                       QStringList &arguments)
+{
+    arguments = static_cast<QList<QStringList> *>(context)->takeFirst();
+}
+
 } // namespace
 
 class QAsyncWatchExecTest : public tests::RunnerTest
@@ -54,6 +61,8 @@ private slots:
     void outputIsLoggedWithoutLineBreaks_data();
     void outputIsLoggedWithoutLineBreaks();
     void aLetterThatArrivesInTwoPiecesIsNotDamaged();
+    void halfALetterAtTheEndDoesNotReachTheNextStart_data();
+    void halfALetterAtTheEndDoesNotReachTheNextStart();
     void longOutputIsLoggedWhole();
     void theStartHookIsCalledOnTheGuiThreadAndChangesWhatIsStarted();
     void aStartHookThatEmptiesTheProgramCountsAsAnEnd();
@@ -202,6 +211,27 @@ void QAsyncWatchExecTest::aLetterThatArrivesInTwoPiecesIsNotDamaged()
     QVERIFY(runner.Start());
     QTRY_COMPARE(log.texts(QtInfoMsg).join(QString()).size(), text.size());
     QCOMPARE(log.texts(QtInfoMsg).join(QString()), text);
+}
+
+void QAsyncWatchExecTest::halfALetterAtTheEndDoesNotReachTheNextStart_data()
+{
+    QTest::addColumn<QString>("channel");
+    QTest::newRow("output") << u"out:"_s;
+    QTest::newRow("errors") << u"err:"_s;
+}
+
+void QAsyncWatchExecTest::halfALetterAtTheEndDoesNotReachTheNextStart()
+{
+    QFETCH(QString, channel);
+    const tests::MessageLog log;
+    QAsyncWatchExec runner;
+    runner.Second = 10ms;
+    runner.Program = ScriptedProgram;
+    QList<QStringList> starts = {{channel + u"first\\h"_s}, {channel + u"second"_s, u"wait"_s}};
+    runner.StartHook = TakeNextArguments;
+    runner.StartHookContext = &starts;
+    QVERIFY(runner.Start());
+    QTRY_COMPARE(log.texts(QtInfoMsg), QStringList({u"first"_s, u"second"_s}));
 }
 
 void QAsyncWatchExecTest::longOutputIsLoggedWhole()

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 // A tiny program for tests of the runner. Each argument is a step, done in order:
-//   out:TEXT  err:TEXT   print TEXT in one write, with \r and \n written as two characters each
-//   many:N:TEXT          print TEXT N times in one write
-//   folder               print the working folder
-//   exit:N               end with code N
-//   crash                end by a crash
-//   wait                 wait until somebody asks the process to terminate, or ends it
+//   out:TEXT  err:TEXT   print TEXT in one write, with \r, \n and \h, half a letter, written as two
+//   characters each many:N:TEXT          print TEXT N times in one write folder               print the
+//   working folder exit:N               end with code N crash                end by a crash wait wait until
+//   somebody asks the process to terminate, or ends it
 // At the end of the arguments it ends with code 0.
 #include "tests/support/Termination.h"
 
@@ -20,10 +18,16 @@ std::string Unescaped(const std::string &text)
 {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'r' || text[i + 1] == 'n'))
-            result += text[++i] == 'r' ? '\r' : '\n';
-        else
+        const char escaped = text[i] == '\\' && i + 1 < text.size() ? text[i + 1] : '\0';
+        if (escaped == 'r' || escaped == 'n')
+            result += escaped == 'r' ? '\r' : '\n';
+        else if (escaped == 'h')
+            result += "\xE4\xBD"; // of three bytes
+        else {
             result += text[i];
+            continue;
+        }
+        ++i;
     }
     return result;
 }
