@@ -82,7 +82,7 @@ def grows(line, limit):
 
 
 def read_samples(path):
-    """The columns by name; one without a single number (NaN) is left out."""
+    """The columns by name; one without a single number (NaN) is None. Each that has a limit must be there."""
     with open(path, encoding="utf-8") as file:
         names, *rows = [row.rstrip("\n").split("\t") for row in file]
     columns = {}
@@ -91,8 +91,10 @@ def read_samples(path):
         missing = sum(map(math.isnan, values))
         if 0 < missing < len(values):
             raise ValueError(f"{name} is missing {missing} times")
-        if missing == 0:
-            columns[name] = values
+        columns[name] = None if missing else values
+    for name in LIMITS:
+        if name not in columns:
+            raise ValueError(f"there is no column {name}")
     return columns
 
 
@@ -102,7 +104,7 @@ def main(path):
     bad = False
     print(f"{'':17}{'from':>10}{'to':>10}{'a day':>12}{'limit':>9}{'t':>8}")
     for name, limit in LIMITS.items():
-        if name not in columns:
+        if columns[name] is None:
             print(f"{name:17} not to be had on this system")
             continue
         line = straight_line(seconds, columns[name])
