@@ -4,6 +4,7 @@
 
 #include "Common_Files/RecorderNames.h"
 #include "tests/TarnvikControl/MainWindowFixture.h"
+#include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 #include "tools/RecorderReport.h"
 
@@ -16,7 +17,10 @@
 #include <QSystemTrayIcon>
 #include <QTextEdit>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 using tests::Panel;
 using tests::Tray;
@@ -60,6 +64,7 @@ private slots:
     void theTrayMenuHasItsEntries();
     void theTrayMenuMovesTheWindow();
     void geometryIsSavedAtTheEndAndRestored();
+    void theRecordersPausesAreCountedInTheWindowsSecond();
     void destroyingTheWindowStopsTheRecorder();
 };
 
@@ -304,6 +309,28 @@ void CMainWindowTest::geometryIsSavedAtTheEndAndRestored()
     CMainWindow window;
     window.show();
     QCOMPARE(window.geometry(), geometry);
+}
+
+void CMainWindowTest::theRecordersPausesAreCountedInTheWindowsSecond()
+{
+    QCOMPARE(CMainWindow::PauseSecond, 1000ms); // unless someone puts another one there
+    const QScopeGuard restore([] { CMainWindow::PauseSecond = 1000ms; });
+    CMainWindow::PauseSecond = 300ms;
+    Report->SetOption("EXIT_AFTER_MS", "0");
+    const CMainWindow window;
+    QTRY_VERIFY_WITH_TIMEOUT(Report->count(u"started"_s) >= 3, tests::Patience);
+    const QList<tools::RecorderEvent> events = Report->events();
+    QList<qint64> ends;
+    QList<qint64> starts;
+    for (const tools::RecorderEvent &event : events) {
+        if (event.Event == QLatin1String("ends"))
+            ends.append(event.Microseconds);
+        if (event.Event == QLatin1String("started"))
+            starts.append(event.Microseconds);
+    }
+    const std::chrono::microseconds pause(starts.at(2) - ends.at(1));
+    QVERIFY(pause >= 5 * 300ms); // the second one is of five seconds
+    QVERIFY(pause < 5s);
 }
 
 void CMainWindowTest::destroyingTheWindowStopsTheRecorder()
