@@ -49,6 +49,7 @@ private slots:
     void sixStartsAreOneOfEachKindInAnOrderDrawnFromTheNumber();
     void eachKindIsWhatItsNameSays();
     void itHangsAndEndsWithoutAWord();
+    void beforeItHangsItWorksAndReportsNoStatus();
     void withoutAReportItIsRefused();
 
 private:
@@ -75,7 +76,7 @@ void StandInRecorder_FaultsTest::sixStartsAreOneOfEachKindInAnOrderDrawnFromTheN
     QStringList other;
     DrawKinds("7", 12, first);
     DrawKinds("7", 12, again);
-    DrawKinds("8", 12, other);
+    DrawKinds("0", 12, other);
     QCOMPARE(Sorted(first.mid(0, 6)), Sorted(Kinds));
     QCOMPARE(Sorted(first.mid(6)), Sorted(Kinds));
     QVERIFY(first.mid(0, 6) != first.mid(6)); // each six are drawn anew
@@ -128,9 +129,23 @@ void StandInRecorder_FaultsTest::itHangsAndEndsWithoutAWord()
     QCOMPARE(Report->count(u"closed"_s) + Report->count(u"ends"_s), 0);
 }
 
+void StandInRecorder_FaultsTest::beforeItHangsItWorksAndReportsNoStatus()
+{
+    Report->SetOption("INTERVAL_MS", "10");
+    Report->SetOption("HANG_AFTER_MS", "3600000");
+    StandIn recorder;
+    recorder.Start();
+    QTRY_VERIFY(recorder.HasPrinted(u"stand-in: status 2 written"_s));
+    QTRY_VERIFY(Report->recorderListens(Report->lastProcess(u"started"_s)));
+    tests::SendQuit();
+    QVERIFY(recorder.EndsWith(0));
+    QCOMPARE(Report->count(u"closed"_s), 1);
+    QCOMPARE(Report->count(u"status"_s), 0); // that is for recorders with faults
+}
+
 void StandInRecorder_FaultsTest::withoutAReportItIsRefused()
 {
-    Report->SetOption("FAULTS", "1");
+    Report->SetOption("FAULTS", "0");
     Report->SetOption("REPORT", "");
     StandIn recorder;
     recorder.Start();
