@@ -10,6 +10,7 @@ Times are medians; the steady clock is the same for all processes of the machine
 import os
 import pathlib
 import re
+import select
 import shutil
 import signal
 import statistics
@@ -210,18 +211,32 @@ def compare_rest(bench):
 # --- Coming up
 
 
+def has_window(title):
+    return subprocess.run(["xdotool", "search", "--name", f"^{title}$"], capture_output=True).stdout
+
+
+def listed_windows(spy):
+    """The windows in what the spy says next of the window manager's list."""
+    if not select.select([spy.stdout], [], [], PATIENCE)[0]:
+        sys.exit("error: waited in vain for a window")
+    if not (told := os.read(spy.stdout.fileno(), 65536)):
+        sys.exit("error: the spy on the windows has ended")
+    return set(re.findall(rb"0x[0-9a-f]+", told))
+
+
 def start_to_window(bench, command, title):
     """Seconds from the start to the moment at which the window manager has the window."""
-    spy = subprocess.Popen(["xprop", "-root", "-spy", "_NET_CLIENT_LIST"], stdout=subprocess.PIPE, text=True)
-    known = set(re.findall(r"0x[0-9a-f]+", spy.stdout.readline()))
+    wait_for("the end of the window before", lambda: not has_window(title))
+    spy = subprocess.Popen(["xprop", "-root", "-spy", "_NET_CLIENT_LIST"], stdout=subprocess.PIPE, bufsize=0)
+    known = listed_windows(spy)
     begin = steady()
     process = bench.start(command)
-    while not set(re.findall(r"0x[0-9a-f]+", spy.stdout.readline())) - known:
+    while not listed_windows(spy) - known:
         pass
     taken = steady() - begin
     spy.kill()
     spy.wait()
-    wait_for(title, lambda: subprocess.run(["xdotool", "search", "--name", f"^{title}$"], capture_output=True).stdout)
+    wait_for(title, lambda: has_window(title))
     process.terminate()
     process.wait(PATIENCE)
     return taken
