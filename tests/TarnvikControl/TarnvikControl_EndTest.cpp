@@ -81,12 +81,14 @@ void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd(
     }
     // Ctrl+H belongs to two entries, which the toolkit warns of on standard error.
     QVERIFY(tests::VirtualDesktop::Press(tests::OnlyWindow(Title), {u"ctrl+h"_s}));
-    const auto statuses = [] {
+    auto statuses = [last = quint32{0}]() mutable {
         StructOstrelRecordStatus status;
-        const bool valid = QOstrelRecordStatus::ReadStatusFile(RecorderStatusFile(), status);
-        return valid ? status.SequenceNr : 0;
+        if (QOstrelRecordStatus::ReadStatusFile(RecorderStatusFile(), status)) // else it is being written
+            last = status.SequenceNr;
+        return last;
     };
-    const auto before = statuses();
+    QTRY_VERIFY(statuses() > 0);
+    const quint32 before = statuses();
     QTRY_VERIFY_WITH_TIMEOUT(statuses() > before + 20 || station.Process.state() != QProcess::Running,
                              tests::Patience);
     QVERIFY(station.shows());
