@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "TarnvikControl/LogHandler.h"
 
+#include "platform/LineOutput.h"
+
 #include <QDateTime>
 
 #include <algorithm>
@@ -23,14 +25,11 @@ void ConsoleMessageHandler(QtMsgType type, const QMessageLogContext & /*context*
 {
     if (std::find(NoScreenMessages.begin(), NoScreenMessages.end(), message) != NoScreenMessages.end())
         return;
-    // A line that nobody takes is lost; there is nobody to tell.
-    const QByteArray text = message.toLocal8Bit();
-    if (type == QtDebugMsg || type == QtInfoMsg) {
-        (void)std::fprintf(stdout, "%s\n", text.constData());
-        (void)std::fflush(stdout);
-        return;
-    }
-    const QByteArray time = QDateTime::currentDateTime().toString(u"hh:mm:ss"_s).toLocal8Bit();
-    (void)std::fprintf(stderr, "TarnvikControl %s: %s\n", time.constData(), text.constData());
-    (void)std::fflush(stderr);
+    const bool isPlain = type == QtDebugMsg || type == QtInfoMsg;
+    QByteArray line(message.toLocal8Bit().constData()); // up to a zero byte
+    if (!isPlain)
+        line.prepend("TarnvikControl " + QDateTime::currentDateTime().toString(u"hh:mm:ss"_s).toLocal8Bit() +
+                     ": ");
+    line += '\n';
+    platform::WriteOut(isPlain ? stdout : stderr, {line.constData(), static_cast<std::size_t>(line.size())});
 }

@@ -14,15 +14,61 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 
 using tests::Station;
 using tests::Title;
+
+namespace {
+
+/// Both ends of a standard output that takes nothing more, because nobody reads it; they are closed with the
+/// object.
+class StuckOutput
+{
+public:
+    /// A pipe that is full.
+    static StuckOutput Pipe()
+    {
+        std::array<int, 2> ends = {-1, -1};
+        if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+            return {-1, -1};
+        while (write(ends[1], "\n", 1) == 1) {
+        }
+        return {ends[0], fcntl(ends[1], F_SETFL, 0) == 0 ? ends[1] : -1};
+    }
+    /// A terminal whose user has pressed Ctrl-S.
+    static StuckOutput Terminal()
+    {
+        const int user = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        if (user == -1 || grantpt(user) != 0 || unlockpt(user) != 0)
+            return {user, -1};
+        const int program = open(ptsname(user), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        return {user, tcflow(program, TCOOFF) == 0 ? program : -1};
+    }
+    ~StuckOutput()
+    {
+        close(ReadEnd);
+        close(WriteEnd);
+    }
+    Q_DISABLE_COPY_MOVE(StuckOutput)
+
+    const int ReadEnd;
+    const int WriteEnd; // -1: it could not be made
+
+private:
+    StuckOutput(int readEnd, int writeEnd) : ReadEnd(readEnd), WriteEnd(writeEnd) {}
+};
+
+} // namespace
 
 class TarnvikControl_EndTest : public QObject
 {
@@ -34,6 +80,8 @@ private slots:
 
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd_data();
     void withStandardStreamsClosedItRunsUntilItIsAskedToEnd();
+    void whileNobodyReadsItsOutputItDoesWhatItIsAskedTo_data();
+    void whileNobodyReadsItsOutputItDoesWhatItIsAskedTo();
     void theLossOfTheDisplayEndsItWith1AndTheNextStartTakesTheRecorderOver();
     void withoutScreenItRunsWithoutAWarning_data();
     void withoutScreenItRunsWithoutAWarning();
@@ -94,6 +142,34 @@ void TarnvikControl_EndTest::withStandardStreamsClosedItRunsUntilItIsAskedToEnd(
     QVERIFY(station.shows());
     QCOMPARE(Report->count(u"started"_s), 1);
     QVERIFY(station.Signal(SIGINT));
+    QVERIFY(station.endedWith(0));
+    QCOMPARE(Report->count(u"quit-request"_s), 1);
+}
+
+void TarnvikControl_EndTest::whileNobodyReadsItsOutputItDoesWhatItIsAskedTo_data()
+{
+    QTest::addColumn<bool>("isTerminal");
+    QTest::addColumn<bool>("bySignal");
+    QTest::newRow("a full pipe, quit by the keyboard") << false << false;
+    QTest::newRow("a full pipe, ended by a signal") << false << true;
+    QTest::newRow("a stopped terminal, quit by the keyboard") << true << false;
+    QTest::newRow("a stopped terminal, ended by a signal") << true << true;
+}
+
+void TarnvikControl_EndTest::whileNobodyReadsItsOutputItDoesWhatItIsAskedTo()
+{
+    QFETCH(bool, isTerminal);
+    QFETCH(bool, bySignal);
+    Report->SetOption("INTERVAL_MS", "50");   // each is a log line
+    Report->SetOption("FLOOD_LINES", "3000"); // more than a pipe holds at once
+    const StuckOutput output = isTerminal ? StuckOutput::Terminal() : StuckOutput::Pipe();
+    QVERIFY(output.WriteEnd != -1);
+    Station station;
+    station.Process.setChildProcessModifier([&output] { dup2(output.WriteEnd, STDOUT_FILENO); });
+    station.Start();
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(station.panelText().contains(u"Running"_s), tests::Patience);
+    QVERIFY(bySignal ? station.Signal(SIGTERM) : station.Quit());
     QVERIFY(station.endedWith(0));
     QCOMPARE(Report->count(u"quit-request"_s), 1);
 }
