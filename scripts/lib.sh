@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # What the scripts share. Sourced by them; changes to the repository's root.
 
+unset CDPATH # it would lead to another folder of the name, perhaps to another checkout
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 ROOT=$PWD
 # What is made carries rights and times: not those of whoever makes it, but everybody's, and that of its sources.
