@@ -7,9 +7,10 @@
 
 namespace platform {
 
-/// Writes the text to one of the process's standard streams, at once. Whoever reads a pipe or a terminal and
-/// stops reading must not stop the program: what is not taken within a second is lost, and until more is
-/// taken nothing is waited for. Lines of several threads stay whole. Any thread.
+/// Writes the text to one of the process's standard streams, at once. On Linux whoever reads a pipe or a
+/// terminal and stops reading does not stop the program: what is not taken within a second is lost, and until
+/// more is taken nothing is waited for. Windows cannot be asked whether a pipe takes more: there the call
+/// waits. Lines of several threads stay whole. Any thread.
 void WriteOut(std::FILE *stream, std::string_view text);
 
 } // namespace platform

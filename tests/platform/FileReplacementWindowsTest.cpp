@@ -50,7 +50,7 @@ bool CloseToOthers(std::wstring file)
 }
 
 /// Whether the file's list gives everybody some right.
-bool isOpenToEverybody(std::wstring file)
+bool IsOpenToEverybody(std::wstring file)
 {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -103,11 +103,11 @@ void FileReplacementWindowsTest::theAccessListStays()
     const QString file = path(u"f"_s);
     const std::wstring name = platform::FileSystemPath(file)->native();
     QCOMPARE(Replace(file, "old"), ReplaceStep::None);
-    QVERIFY(isOpenToEverybody(name)); // else nothing is shown below
+    QVERIFY(IsOpenToEverybody(name)); // else nothing is shown below
     QVERIFY(CloseToOthers(name));
-    QVERIFY(!isOpenToEverybody(name));
+    QVERIFY(!IsOpenToEverybody(name));
     QCOMPARE(Replace(file, "new"), ReplaceStep::None);
-    QVERIFY(!isOpenToEverybody(name));
+    QVERIFY(!IsOpenToEverybody(name));
     QCOMPARE(Contents(file), QByteArray("new"));
     QCOMPARE(QDir(Folder->path()).entryList(QDir::Files), QStringList(u"f"_s));
 }
