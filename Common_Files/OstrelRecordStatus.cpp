@@ -3,6 +3,7 @@
 
 #include "Common_Files/FreshIniFile.h"
 
+#include <QDateTime>
 #include <QFile>
 
 #include <algorithm>
@@ -104,7 +105,13 @@ void QOstrelRecordStatus::Slot_fileChanged_delayed()
 bool QOstrelRecordStatus::CreateStatusFile(const QString &path)
 {
     QFile::remove(path);
-    return QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return false;
+    // On Windows Qt tells a change by the time stamp alone: a status written within the tick of the file
+    // system's clock in which the file was made would go unnoticed.
+    (void)file.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-60), QFileDevice::FileModificationTime);
+    return true;
 }
 
 bool QOstrelRecordStatus::ReadStatusFile(const QString &path, StructOstrelRecordStatus &snapshot)

@@ -155,7 +155,7 @@ void OstrelRecordStatus_WatchTest::aMissingFileCannotBeWatched()
 {
     QOstrelRecordStatus status;
     QVERIFY(!status.SetWatchFile(path(u"status.ini"_s)));
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s))); // not taken for the path already watched
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
@@ -165,7 +165,7 @@ void OstrelRecordStatus_WatchTest::aMissingFileCannotBeWatched()
 
 void OstrelRecordStatus_WatchTest::afterARefusedFileTheOneBeforeCanBeWatchedAgain()
 {
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
     QVERIFY(!status.SetWatchFile(path(u"missing.ini"_s)));
@@ -177,7 +177,7 @@ void OstrelRecordStatus_WatchTest::afterARefusedFileTheOneBeforeCanBeWatchedAgai
 
 void OstrelRecordStatus_WatchTest::anEmptyPathEndsTheWatch()
 {
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(QString()));
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
@@ -192,8 +192,8 @@ void OstrelRecordStatus_WatchTest::anEmptyPathEndsTheWatch()
 
 void OstrelRecordStatus_WatchTest::anotherPathTakesOverTheWatch()
 {
-    QVERIFY(Rewrite(path(u"one.ini"_s), StatusText(1, "one")));
-    QVERIFY(Rewrite(path(u"two.ini"_s), StatusText(2, "two")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"one.ini"_s)));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"two.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(path(u"one.ini"_s)));
     QVERIFY(status.SetWatchFile(path(u"two.ini"_s)));
@@ -206,7 +206,7 @@ void OstrelRecordStatus_WatchTest::anotherPathTakesOverTheWatch()
 
 void OstrelRecordStatus_WatchTest::afterAFolderAFileCanBeWatched()
 {
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(Folder->path()));
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
@@ -217,7 +217,7 @@ void OstrelRecordStatus_WatchTest::afterAFolderAFileCanBeWatched()
 
 void OstrelRecordStatus_WatchTest::aDeletedFileGivesAClearedSnapshot()
 {
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
@@ -229,7 +229,7 @@ void OstrelRecordStatus_WatchTest::aDeletedFileGivesAClearedSnapshot()
 
 void OstrelRecordStatus_WatchTest::aRewriteRightAfterTheReadIsSeen()
 {
-    QVERIFY(Rewrite(path(u"status.ini"_s), StatusText(1, "on")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(path(u"status.ini"_s)));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(path(u"status.ini"_s)));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);
@@ -248,7 +248,7 @@ void OstrelRecordStatus_WatchTest::aThousandRewritesAreReadAtMostEvery500MsAndTh
 {
     constexpr quint32 rewrites = 1000;
     const QString statusFile = path(u"status.ini"_s);
-    QVERIFY(Rewrite(statusFile, StatusText(0, "written")));
+    QVERIFY(QOstrelRecordStatus::CreateStatusFile(statusFile));
     QOstrelRecordStatus status;
     QVERIFY(status.SetWatchFile(statusFile));
     QSignalSpy spy(&status, &QOstrelRecordStatus::Signal_FileChanged);

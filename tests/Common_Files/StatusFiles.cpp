@@ -2,6 +2,7 @@
 #include "tests/Common_Files/StatusFiles.h"
 
 #include <QFile>
+#include <QTest>
 
 namespace tests {
 
@@ -23,3 +24,12 @@ bool Rewrite(const QString &path, const QByteArray &content)
 }
 
 } // namespace tests
+
+char *toString(const StructOstrelRecordStatus &status)
+{
+    return QTest::toString(QStringLiteral("{%1, %2, %3, \"%4\"}")
+                               .arg(status.SequenceNr)
+                               .arg(status.LastAction)
+                               .arg(status.LastActionResult)
+                               .arg(status.Message));
+}

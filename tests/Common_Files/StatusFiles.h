@@ -19,3 +19,6 @@ namespace tests {
 [[nodiscard]] bool Rewrite(const QString &path, const QByteArray &content);
 
 } // namespace tests
+
+/// For QCOMPARE: shows the values in the message of a comparison that fails; the caller deletes the text.
+[[nodiscard]] char *toString(const StructOstrelRecordStatus &status);
