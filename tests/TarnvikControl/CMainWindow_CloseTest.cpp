@@ -32,6 +32,7 @@ private slots:
     void withCloseIsMinimizeFalseTheCloseButtonHidesAndADoubleClickOnTheTrayShows();
     void theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot_data();
     void theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot();
+    void aWindowThatHidesWhenItIsClosedClosesOnceTheProgramEnds();
     void theQuitCommandAnsweredWithAbortChangesNothing();
     void aSecondQuitWhileTheQuestionIsOpenAsksNoSecondQuestion();
     void aBoxThatClosesWhileTheWindowIsHiddenDoesNotEndTheProgram();
@@ -127,6 +128,24 @@ void CMainWindow_CloseTest::theQuitCommandAsksOnceAndTheCloseThatFollowsDoesNot(
     QCOMPARE(Report->count(u"ends"_s), 1);
     // The program's end does not change what the user has set.
     QCOMPARE(StoredSettings().value(u"CloseIsMinimize"_s).toBool(), closeReallyCloses);
+}
+
+void CMainWindow_CloseTest::aWindowThatHidesWhenItIsClosedClosesOnceTheProgramEnds()
+{
+    StoredSettings().setValue(u"CloseIsMinimize"_s, false);
+    const tests::DialogAnswers answers(QMessageBox::Yes);
+    CMainWindow window;
+    window.show();
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); });
+    QCOMPARE(QApplication::exec(), 0);
+    bool closed = false;
+    QTimer::singleShot(0, &window, [&] {
+        closed = window.close();
+        QCoreApplication::exit(0);
+    });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(closed);
+    QCOMPARE(StoredSettings().value(u"CloseIsMinimize"_s).toBool(), false);
 }
 
 void CMainWindow_CloseTest::theQuitCommandAnsweredWithAbortChangesNothing()

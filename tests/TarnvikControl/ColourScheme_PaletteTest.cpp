@@ -110,6 +110,9 @@ void ColourScheme_PaletteTest::disabledTextIsFainterThanTextButNotInvisible()
                  qPrintable(QString::number(disabled)));
         QVERIFY2(disabled > 2.0, qPrintable(QString::number(disabled)));
     }
+    // Selected it does not look like text that can be used either.
+    QCOMPARE(palette.color(QPalette::Disabled, QPalette::HighlightedText),
+             palette.color(QPalette::Disabled, QPalette::Text));
 }
 
 void ColourScheme_PaletteTest::followingTheSystemGivesTheStylesOwnPalette()
