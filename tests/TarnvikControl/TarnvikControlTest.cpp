@@ -8,6 +8,7 @@
 #include "tools/RecorderReport.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTest>
@@ -47,6 +48,7 @@ private slots:
     void theDebugConsoleIsOpenedAfterTheWindowWasMade();
     void onlyTheFirstFourArgumentsReachTheApplicationObject();
     void anArgumentThatIsTooLongIsRefused();
+    void theVersionIsTheFirstLine_data();
     void theVersionIsTheFirstLine();
     void aBrokenOutputPipeDoesNotEndTheProgram();
     void theWindowCarriesTheIconInItsSizes();
@@ -317,10 +319,19 @@ void TarnvikControlTest::anArgumentThatIsTooLongIsRefused()
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
 }
 
+void TarnvikControlTest::theVersionIsTheFirstLine_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("of the program under its own name") << Title;
+    QTest::newRow("of a program that was renamed") << u"Monitor"_s;
+}
+
 void TarnvikControlTest::theVersionIsTheFirstLine()
 {
+    QFETCH(const QString, file);
     Station station;
-    station.Start();
+    QVERIFY(file == Title || QFile::rename(station.path(Title), station.path(file)));
+    station.Process.start(station.path(file));
     QTRY_VERIFY_WITH_TIMEOUT(station.output().contains(u'\n'), tests::Patience);
     QCOMPARE(station.output().section(u'\n', 0, 0), QStringLiteral("TarnvikControl " VERSION_TEXT));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens(), tests::Patience);
