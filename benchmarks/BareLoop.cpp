@@ -5,9 +5,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace {
+
+constexpr int NotToBeStarted = 127; // as with a shell
 
 volatile std::sig_atomic_t Child = 0;
 volatile std::sig_atomic_t Ends = 0;
@@ -23,20 +26,33 @@ void Terminate(int signal)
 
 int main(int argc, char **argv)
 {
-    if (argc != 2 || std::signal(SIGTERM, Terminate) == SIG_ERR)
+    struct sigaction action = {};
+    action.sa_handler = Terminate;
+    sigset_t request;
+    if (argc != 2 || sigaction(SIGTERM, &action, nullptr) != 0 || sigemptyset(&request) != 0 ||
+        sigaddset(&request, SIGTERM) != 0)
         return 64;
-    while (Ends == 0) {
+    for (;;) {
+        // Until the child's process id is known the request to end must wait.
+        (void)sigprocmask(SIG_BLOCK, &request, nullptr);
+        if (Ends != 0)
+            return 0;
         const pid_t child = fork();
         if (child < 0)
             return 1;
+        Child = child;
+        (void)sigprocmask(SIG_UNBLOCK, &request, nullptr);
         if (child == 0) {
             (void)execv(argv[1], argv + 1);
-            _exit(127);
+            _exit(NotToBeStarted);
         }
-        Child = child;
-        while (waitpid(child, nullptr, 0) < 0) { // interrupted by the request to end
+        int status = 0;
+        while (waitpid(child, &status, 0) < 0) {
+            if (errno != EINTR) // the request to end
+                return 1;
         }
         Child = 0;
+        if (WIFEXITED(status) && WEXITSTATUS(status) == NotToBeStarted)
+            return 1;
     }
-    return 0;
 }

@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """The program beside those that people trust today, all measured in one run: supervisors, tray programs, and the least that
-does the job. scripts/bench calls it; prints the tables of docs/performance.md.
+does the job. scripts/bench calls it; prints the tables of docs/performance.md in which there are others.
 
     benchmarks/peers.py BUILD_FOLDER
 
-Times are medians; the steady clock is the same for all processes of the machine.
+Times are medians, with the least and the most; the steady clock is the same for all processes of the machine. A first
+round does not count: what is measured are warm starts.
 """
 import os
 import pathlib
+import pwd
 import re
 import select
 import shutil
@@ -40,8 +42,28 @@ def wait_for(what, condition):
     return found
 
 
+def ended(process):
+    """The moment at which the process ends. Waiting with a time limit would only look now and then."""
+    descriptor = os.pidfd_open(process.pid)
+    watch = select.poll()
+    watch.register(descriptor, select.POLLIN)
+    told = watch.poll(1000 * PATIENCE)
+    now = steady()
+    os.close(descriptor)
+    if not told:
+        sys.exit(f"error: {process.args[0]} does not end")
+    process.wait()
+    return now
+
+
+def median(values, digits=0):
+    """The median of seconds in milliseconds, with the least and the most."""
+    texts = [f"{1000 * value:.{digits}f}" for value in (statistics.median(values), min(values), max(values))]
+    return "{} ({}–{})".format(*texts)
+
+
 class Bench:
-    """A folder for everything that runs, and the stand-in recorder's report."""
+    """A folder for everything that runs, and the stand-in recorder's report. What still runs at the end is killed."""
 
     def __init__(self, build, folder):
         self.build, self.folder = build, folder
@@ -49,12 +71,15 @@ class Bench:
         (folder / "program").mkdir()
         for program in ("bin/TarnvikControl", "standin/TarnvikRecord"):
             shutil.copy(build / program, folder / "program")
+        shutil.copytree(build / "bin/languages", folder / "program/languages")
         self.recorder = folder / "program" / "TarnvikRecord"
+        self.processes = []
         for name in ("home", "run", "tmp"):
             (folder / name).mkdir(mode=0o700)
         self.environment = {
             "PATH": os.environ["PATH"],
-            "LC_ALL": "C.UTF-8",
+            "LANG": "en_US.UTF-8",
+            "LC_CTYPE": "C.UTF-8",  # is there everywhere
             "HOME": str(folder / "home"),
             "XDG_CONFIG_HOME": str(folder / "home/.config"),
             "XDG_RUNTIME_DIR": str(folder / "run"),
@@ -66,14 +91,28 @@ class Bench:
             "TARNVIK_STANDIN_INTERVAL_MS": "0",
         }
 
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for process in self.processes:
+            if process.poll() is None:
+                process.kill()
+                process.wait()
+        for _, recorder in self.events("started"):
+            if pathlib.Path(f"/proc/{recorder}/exe").exists() and os.path.samefile(f"/proc/{recorder}/exe", self.recorder):
+                os.kill(recorder, signal.SIGKILL)
+
     def start(self, command, **environment):
-        return subprocess.Popen(
+        process = subprocess.Popen(
             [str(part) for part in command],
             env={**self.environment, **environment},
             stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
         )
+        self.processes.append(process)
+        return process
 
     def events(self, name):
         """Time and process of each event of this name."""
@@ -89,8 +128,7 @@ class Bench:
 def service_folder(bench, name):
     folder = bench.folder / name
     folder.mkdir()
-    (folder / "run").write_text(f"#!/bin/sh\nexec '{bench.recorder}'\n")
-    (folder / "run").chmod(0o755)
+    (folder / "run").symlink_to(bench.recorder)  # a shell would be measured, too
     return folder
 
 
@@ -99,7 +137,7 @@ def supervisors(bench):
     configuration = bench.folder / "supervisord.conf"
     configuration.write_text(
         f"[supervisord]\nnodaemon=true\nlogfile=/dev/null\nlogfile_maxbytes=0\npidfile={bench.folder}/supervisord.pid\n"
-        f"user={os.environ.get('USER', 'root')}\n"
+        f"user={pwd.getpwuid(os.getuid()).pw_name}\n"
         f"[program:recorder]\ncommand={bench.recorder}\nautorestart=true\nstopsignal=TERM\n"
     )
     return {
@@ -124,11 +162,10 @@ def measure_supervisor(bench, command):
     time.sleep(SETTLED)
     asked = steady()
     process.terminate()
-    process.wait(PATIENCE)
-    ended = steady()
+    end = ended(process)
     if not bench.events("closed"):
         sys.exit(f"error: {command[0]} did not let the recorder close its file")
-    return restarted - killed, ended - asked
+    return restarted - killed, end - asked
 
 
 def compare_supervisors(bench):
@@ -139,26 +176,31 @@ def compare_supervisors(bench):
             result = measure_supervisor(bench, command)
             if run >= 0:
                 times[name].append(result)
-    print("| | death to successor's start, ms | to the loop's | asked to the end of both, ms |")
-    print("|---|---:|---:|---:|")
+    print("| | death to successor's start, ms | more than the loop, ms | relative to the loop | SIGTERM to both ends, ms |")
+    print("|---|---:|---:|---:|---:|")
     limit = statistics.median(restart for restart, _ in times["bare fork/exec loop"])
     for name, results in times.items():
-        restart, end = (statistics.median(values) for values in zip(*results))
-        print(f"| {name} | {1000 * restart:.1f} | {restart / limit:.2f} | {1000 * end:.0f} |")
+        restarts, ends = zip(*results)
+        restart = statistics.median(restarts)
+        print(
+            f"| {name} | {median(restarts, 1)} | {1000 * (restart - limit):.1f} | {restart / limit:.2f} |"
+            f" {median(ends, 1)} |"
+        )
 
 
-# --- Being there
+# --- Idle
 
 
 def windows():
-    """The windows that the window manager knows, or that are in the tray."""
+    """All windows of the display, also those that nobody sees."""
     listed = subprocess.run(["xwininfo", "-root", "-tree"], capture_output=True, text=True, check=True).stdout
     return set(re.findall(r"^ *(0x[0-9a-f]+)", listed, re.MULTILINE))
 
 
 def resident(process):
-    status = pathlib.Path(f"/proc/{process.pid}/status").read_text()
-    return int(re.search(r"VmRSS:\s+(\d+)", status)[1]) / 1024
+    """MiB of this process alone, with the pages of libraries that it shares with others."""
+    rollup = pathlib.Path(f"/proc/{process.pid}/smaps_rollup").read_text()  # exact, which VmRSS is not
+    return int(re.search(r"\nRss:\s+(\d+)", rollup)[1]) / 1024
 
 
 def waits(process):
@@ -175,7 +217,7 @@ def wake_ups(before, after):
 
 
 def rest(bench, command, **environment):
-    """Resident MB and wake-ups a second of a program that is left alone."""
+    """Resident MiB and wake-ups a second of a program that is left alone."""
     known = windows()
     process = bench.start(command, **environment)
     wait_for(f"a window of {command[0]}", lambda: windows() - known)
@@ -186,7 +228,7 @@ def rest(bench, command, **environment):
         sys.exit(f"error: {command[0]} has ended")
     result = resident(process), wake_ups(before, waits(process)) / (steady() - begin)
     process.terminate()
-    process.wait(PATIENCE)
+    ended(process)
     return result
 
 
@@ -202,13 +244,13 @@ def compare_rest(bench):
         "syncthingtray": rest(bench, ["syncthingtray", "qt-widgets-gui", "--single-instance", "--wait"]),
     }
     least = results["empty Qt window"][0]
-    print("| | resident, MB | to the empty window's | wake-ups a second |")
+    print("| | resident, MiB | relative to the empty window | wake-ups a second |")
     print("|---|---:|---:|---:|")
-    for name, (megabytes, rate) in results.items():
-        print(f"| {name} | {megabytes:.1f} | {megabytes / least:.2f} | {rate:.2f} |")
+    for name, (mebibytes, rate) in results.items():
+        print(f"| {name} | {mebibytes:.1f} | {mebibytes / least:.2f} | {rate:.2f} |")
 
 
-# --- Coming up
+# --- Start-up
 
 
 def has_window(title):
@@ -238,7 +280,7 @@ def start_to_window(bench, command, title):
     spy.wait()
     wait_for(title, lambda: has_window(title))
     process.terminate()
-    process.wait(PATIENCE)
+    ended(process)
     return taken
 
 
@@ -255,18 +297,18 @@ def compare_start(bench):
             if run >= 0:
                 times[name].append(taken)
     empty = statistics.median(times["empty Qt window"])
-    print("| | start to window, ms | to the empty window's |")
+    print("| | start to window, ms | relative to the empty window |")
     print("|---|---:|---:|")
     for name, values in times.items():
-        print(f"| {name} | {1000 * statistics.median(values):.0f} | {statistics.median(values) / empty:.2f} |")
+        print(f"| {name} | {median(values)} | {statistics.median(values) / empty:.2f} |")
 
 
 def main(build):
     with tempfile.TemporaryDirectory(prefix="tarnvik-bench-") as folder:
-        bench = Bench(build, pathlib.Path(folder))
-        for compare in (compare_supervisors, compare_rest, compare_start):
-            compare(bench)
-            print(flush=True)
+        with Bench(build, pathlib.Path(folder)) as bench:
+            for compare in (compare_supervisors, compare_rest, compare_start):
+                compare(bench)
+                print(flush=True)
 
 
 if __name__ == "__main__":

@@ -78,12 +78,12 @@ class VerdictTest(unittest.TestCase):
 
     def test_caches_may_fill_in_a_short_run(self):
         for end, when_young, growth, expected in (
-            (1799, 4, 3.9, False),
-            (1799, 4, 4.1, True),
-            (1799, 0, 0.9, False),
-            (1799, 0, 1.1, True),
-            (1800, 4, 3.9, True),
-            (1800, 4, 0.9, False),
+            (1499, 4, 3.9, False),
+            (1499, 4, 4.1, True),
+            (1499, 0, 0.9, False),
+            (1499, 0, 1.1, True),
+            (1500, 4, 3.9, True),
+            (1500, 4, 0.9, False),
         ):
             with self.subTest(end=end, when_young=when_young, growth=growth):
                 seconds = [end * sample / 60 for sample in range(61)]
@@ -186,8 +186,7 @@ class FileTest(unittest.TestCase):
         self.assertRaisesRegex(ValueError, "no column semaphores", self.judge, semaphores=None)
 
     def test_a_value_that_is_missing_now_and_then_is_an_error(self):
-        with self.assertRaises(ValueError):
-            self.judge(semaphores=[0] * 60 + [""])
+        self.assertRaisesRegex(ValueError, "semaphores is not", self.judge, semaphores=[0] * 60 + [""])
         self.assertRaises(ValueError, self.judge, semaphores=[0] * 60 + ["NaN"])
 
     def test_every_count_of_the_run_has_its_limit(self):
@@ -200,7 +199,8 @@ class FileTest(unittest.TestCase):
         for code, error, columns in (
             (0, "", {}),
             (1, "", {"threads": HOUR}),
-            (1, "error: 19 samples behind the warm-up; 20 are needed\n", {"seconds": list(range(26)), **few}),
+            (2, "error: 19 samples behind the warm-up; 20 are needed\n", {"seconds": list(range(26)), **few}),
+            (2, "error: there is no column seconds\n", {"seconds": None}),
         ):
             with self.subTest(columns=columns):
                 self.write(**columns)

@@ -145,6 +145,8 @@ void CMainWindow_CloseTest::aWindowThatHidesWhenItIsClosedClosesOnceTheProgramEn
     });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(closed);
+    QVERIFY(!window.isVisible());
+    QCOMPARE(answers.boxes().size(), 1);
     QCOMPARE(StoredSettings().value(u"CloseIsMinimize"_s).toBool(), false);
 }
 

@@ -59,6 +59,7 @@ void ScriptsTest::wrongArgumentsAreToldTheUsage_data()
     QTest::newRow("soak: no minutes") << u"soak"_s << QStringList{u"0"_s};
     QTest::newRow("soak: minutes below zero") << u"soak"_s << QStringList{u"-1"_s};
     QTest::newRow("soak: minutes are no number") << u"soak"_s << QStringList{u"abc"_s};
+    QTest::newRow("soak: empty minutes") << u"soak"_s << QStringList{u""_s};
     QTest::newRow("soak: minutes twice") << u"soak"_s << QStringList{u"1"_s, u"2"_s};
     QTest::newRow("soak: a leak of nothing known") << u"soak"_s << QStringList{u"--leak"_s, u"x"_s};
     QTest::newRow("soak: a leak without its kind") << u"soak"_s << QStringList{u"--leak"_s};
