@@ -53,8 +53,8 @@ public:
     bool SetWatchFile(const QString &path);
 
     /// Puts an empty status file in the place of whatever is at `path`, so that there is one to watch and no
-    /// status of an earlier recorder. Where the file system allows it, its time stamp
-    /// lies a minute back. False when it cannot be made.
+    /// status of an earlier recorder. Where the file system allows it, its time stamp lies a minute back.
+    /// False when it cannot be made.
     [[nodiscard]] static bool CreateStatusFile(const QString &path);
 
     /// Reads the status file at `path`. True when it is a valid status with a message. Otherwise the snapshot

@@ -138,6 +138,7 @@ void CMainWindow_CloseTest::aWindowThatHidesWhenItIsClosedClosesOnceTheProgramEn
     window.show();
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); });
     QCOMPARE(QApplication::exec(), 0);
+    // What is closed after the end of the event loop needs another one, for its question.
     bool closed = false;
     QTimer::singleShot(0, &window, [&] {
         closed = window.close();
