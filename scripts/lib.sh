@@ -43,9 +43,10 @@ install_packages() {
         as_root=(sudo)
     fi
     say "installing ${missing[*]} (some minutes the first time)"
-    "${as_root[@]}" apt-get -qq update
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends \
-        "${missing[@]}" >/dev/null
+    # Scripts that run beside each other: apt itself would not wait for the other one.
+    flock --close /var/lib/dpkg "${as_root[@]}" sh -ec 'apt-get -qq update
+        DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends "$@" >/dev/null' \
+        install "${missing[@]}"
 }
 
 # debian_mirror: prints the first Debian mirror that this machine's apt uses.

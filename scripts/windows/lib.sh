@@ -141,10 +141,13 @@ in_root() {
         sh -c 'cd "$0" && exec "$@"' "$INSIDE" "$@"
 }
 
+# build_in_root PRESET [TARGET...]: what build does, in the root.
+build_in_root() { in_root bash -ec 'source scripts/lib.sh; build "$@"' build "$@"; }
+
 # on_desktop SCRIPT ARGUMENT...: goes on with the script inside the root, on a desktop of its own (scripts/windows/desktop).
 on_desktop() {
     # WINEPREFIX would not tell: a developer may have set it for their own Wine.
-    [ -z "${TARNVIK_DESKTOP:-}" ] || return 0
+    [ -z "${TARNVIK_DESKTOPS:-}" ] || return 0
     enter_own_mounts "$ROOT/$1" "${@:2}"
     set_up_root
     in_root scripts/windows/desktop "$@"

@@ -1,16 +1,24 @@
 // SPDX-License-Identifier: MIT
-// The scripts: what they say to wrong arguments, and what they leave behind.
+// The scripts: what they say to wrong arguments, what they leave behind, and how they go along with each
+// other.
+#include "tests/support/Needs.h"
 #include "tests/support/Patience.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
+#include <QMap>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
+#include <memory>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +47,105 @@ Ending RunWithoutTools(const QString &script, const QStringList &arguments)
     return {process.exitCode(), process.readAllStandardError()};
 }
 
+/// Programs that stand in for others of the same name: scripts find these first.
+class PretendedTools
+{
+public:
+    /// `script` is what the program does, in the shell.
+    void Add(const QString &name, const QByteArray &script)
+    {
+        QFile file(Folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::NewOnly));
+        file.write("#!/bin/sh\n" + script + '\n');
+        QVERIFY(file.setPermissions(file.permissions() | QFile::ExeOwner));
+    }
+
+    /// Starts the command, which finds the variables, too.
+    [[nodiscard]] std::unique_ptr<QProcess> Start(const QStringList &command,
+                                                  const QMap<QString, QString> &variables = {}) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"PATH"_s, Folder.path() + u':' + environment.value(u"PATH"_s));
+        for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+            environment.insert(variable.key(), variable.value());
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(environment);
+        process->start(command.first(), command.sliced(1));
+        return process;
+    }
+
+private:
+    QTemporaryDir Folder;
+};
+
+/// The next line of what the process prints; empty where it ends without one.
+QByteArray NextLine(QProcess &process)
+{
+    while (!process.canReadLine() && process.waitForReadyRead(tests::LongPatience)) {
+    }
+    return process.readLine().trimmed();
+}
+
+/// Ends what the process reads, waits for its end, and returns its exit code.
+int CodeAfterItsInput(QProcess &process)
+{
+    process.closeWriteChannel();
+    return process.waitForFinished(tests::LongPatience) ? process.exitCode() : -1;
+}
+
+/// Whether a process waits for a lock of the file (flock).
+bool SomebodyWaitsForLock(const char *file)
+{
+    struct stat status = {};
+    QFile locks(u"/proc/locks"_s);
+    if (stat(file, &status) != 0 || !locks.open(QIODevice::ReadOnly))
+        return false;
+    const QList<QByteArray> lines = locks.readAll().split('\n');
+    const QByteArray place = ':' + QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ';
+    return std::ranges::any_of(lines, [&place](const QByteArray &line) {
+        return line.contains("-> FLOCK") && line.contains(place);
+    });
+}
+
+const QString WineScript = QStringLiteral(TARNVIK_SCRIPTS "/windows/wine");
+
+/// Two desktops as scripts/windows/desktop describes them, each with a Wine that says which one it is on.
+class TwoDesktops
+{
+public:
+    /// `wine` is what Wine does after that.
+    explicit TwoDesktops(const QByteArray &wine)
+    {
+        Tools.Add(u"wine"_s, "echo $WINEPREFIX; " + wine);
+        Tools.Add(u"x86_64-w64-mingw32-g++-posix"_s, "echo /runtime/libstdc++-6.dll");
+        for (const QString &name : {u"first"_s, u"second"_s}) {
+            QFile file(Folder.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("declare -x WINEPREFIX=\"" + name.toUtf8() + "\"\n");
+        }
+    }
+
+    /// Starts a Windows program on one of the desktops.
+    [[nodiscard]] std::unique_ptr<QProcess> StartProgram() const
+    {
+        return Tools.Start(
+            {WineScript, u"program.exe"_s},
+            {{u"TARNVIK_DESKTOPS"_s, Folder.filePath(u"first"_s) + u':' + Folder.filePath(u"second"_s)}});
+    }
+
+    /// Starts a Windows program where there is only the first, in whose environment everything runs.
+    [[nodiscard]] std::unique_ptr<QProcess> StartOnTheOnlyOne() const
+    {
+        return Tools.Start(
+            {WineScript, u"program.exe"_s},
+            {{u"TARNVIK_DESKTOPS"_s, Folder.filePath(u"first"_s)}, {u"WINEPREFIX"_s, u"only"_s}});
+    }
+
+private:
+    PretendedTools Tools;
+    QTemporaryDir Folder;
+};
+
 } // namespace
 
 class ScriptsTest : public QObject
@@ -50,6 +157,10 @@ private slots:
     void wrongArgumentsAreToldTheUsage();
     void aDesktopThatIsEndedEndsItsCommand_data();
     void aDesktopThatIsEndedEndsItsCommand();
+    void eachWindowsProgramHasADesktopToItself();
+    void whatAWindowsProgramLeavesRunningDoesNotKeepTheDesktop();
+    void withOneDesktopWindowsProgramsShareIt();
+    void scriptsThatInstallPackagesWaitForEachOther();
 };
 
 void ScriptsTest::wrongArgumentsAreToldTheUsage_data()
@@ -103,6 +214,78 @@ void ScriptsTest::aDesktopThatIsEndedEndsItsCommand()
     if (!ended)
         kill(command, SIGKILL);
     QVERIFY2(ended, "the command goes on");
+}
+
+void ScriptsTest::eachWindowsProgramHasADesktopToItself()
+{
+    const TwoDesktops desktops("cat; exit 3");
+    const auto one = desktops.StartProgram();
+    QCOMPARE(NextLine(*one), "first"_ba);
+    const auto another = desktops.StartProgram();
+    QCOMPARE(NextLine(*another), "second"_ba);
+
+    const auto oneTooMany = desktops.StartProgram();
+    QCOMPARE(CodeAfterItsInput(*oneTooMany), 1);
+    QCOMPARE(oneTooMany->readAllStandardError(), "error: more programs at a time than desktops\n"_ba);
+    QCOMPARE(oneTooMany->readAllStandardOutput(), QByteArray());
+
+    QCOMPARE(CodeAfterItsInput(*one), 3); // the program's own
+    const auto next = desktops.StartProgram();
+    QCOMPARE(NextLine(*next), "first"_ba);
+    QCOMPARE(CodeAfterItsInput(*next), 3);
+    QCOMPARE(CodeAfterItsInput(*another), 3);
+}
+
+void ScriptsTest::whatAWindowsProgramLeavesRunningDoesNotKeepTheDesktop()
+{
+    const TwoDesktops desktops("sleep 600 >/dev/null 2>&1 & echo $!");
+    const auto leaving = desktops.StartProgram();
+    QCOMPARE(NextLine(*leaving), "first"_ba);
+    const pid_t left = NextLine(*leaving).toInt();
+    QVERIFY(left > 0);
+    const auto endIt = qScopeGuard([left] { kill(left, SIGKILL); });
+    QCOMPARE(CodeAfterItsInput(*leaving), 0);
+
+    const auto next = desktops.StartProgram();
+    QCOMPARE(NextLine(*next), "first"_ba);
+    kill(NextLine(*next).toInt(), SIGKILL);
+    QCOMPARE(CodeAfterItsInput(*next), 0);
+}
+
+void ScriptsTest::withOneDesktopWindowsProgramsShareIt()
+{
+    const TwoDesktops desktops("cat; exit 3");
+    const auto one = desktops.StartOnTheOnlyOne();
+    QCOMPARE(NextLine(*one), "only"_ba);
+    const auto another = desktops.StartOnTheOnlyOne();
+    QCOMPARE(NextLine(*another), "only"_ba);
+    QCOMPARE(CodeAfterItsInput(*one), 3);
+    QCOMPARE(CodeAfterItsInput(*another), 3);
+}
+
+void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
+{
+    const char *const locked = "/var/lib/dpkg";
+    TARNVIK_NEEDS(QFileInfo::exists(QString::fromLatin1(locked)), "how packages are installed on Debian");
+    PretendedTools tools;
+    tools.Add(u"dpkg-query"_s, "exit 1"); // nothing is installed
+    tools.Add(u"sudo"_s, "exec \"$@\"");
+    tools.Add(u"apt-get"_s, "[ \"$2\" = update ] || exit 0; echo at work; cat");
+    const QStringList install = {
+        u"bash"_s, u"-euc"_s,
+        u"source \"$0\"/lib.sh; say() { :; }; install_packages something; echo installed"_s,
+        QStringLiteral(TARNVIK_SCRIPTS)};
+
+    const auto one = tools.Start(install);
+    QCOMPARE(NextLine(*one), "at work"_ba);
+    const auto another = tools.Start(install);
+    QVERIFY(QTest::qWaitFor([locked] { return SomebodyWaitsForLock(locked); }, tests::LongPatience));
+    QCOMPARE(another->readAllStandardOutput(), QByteArray());
+
+    QCOMPARE(CodeAfterItsInput(*one), 0);
+    QCOMPARE(one->readAllStandardOutput(), "installed\n"_ba);
+    QCOMPARE(NextLine(*another), "at work"_ba);
+    QCOMPARE(CodeAfterItsInput(*another), 0);
 }
 
 TARNVIK_TEST_MAIN(ScriptsTest, QCoreApplication)
