@@ -63,6 +63,12 @@ endif()
 # Qt Test, for whatever uses its macros: link `tarnvik_qt_test` after find_package(Qt6 COMPONENTS Test).
 add_library(tarnvik_qt_test INTERFACE)
 target_link_libraries(tarnvik_qt_test INTERFACE Qt6::Test)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    # Qt defines them for the place of a test's data, which we do not use; they would make precompiled headers those of one
+    # folder. The last one lets ccache look into what includes such headers.
+    target_compile_options(tarnvik_qt_test INTERFACE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endif()
 if(Qt6_VERSION VERSION_GREATER_EQUAL 6.8 AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     # The waiting macros of that Qt's tests count milliseconds of 64 bits in an int.
     target_compile_options(tarnvik_qt_test INTERFACE -Wno-conversion)
