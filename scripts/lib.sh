@@ -16,7 +16,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build ccache qt6-base-dev qt6-tools-dev qt6-tool
 DESKTOP_PACKAGES=(xvfb openbox trayer xdotool x11-utils imagemagick fonts-dejavu-core)
 WAYLAND_PACKAGES=(sway waybar wtype grim qt6-wayland dbus jq fonts-dejavu-core)
 TEST_PACKAGES=("${DESKTOP_PACKAGES[@]}" "${WAYLAND_PACKAGES[@]}" at-spi2-core)
-CHECK_PACKAGES=(clang-format clang-tidy reuse)
+CHECK_PACKAGES=(clang-format clang-tidy python3 reuse)
 GUIDE_PACKAGES=(pandoc weasyprint fonts-open-sans poppler-utils python3 python3-pypdf)
 PACKAGE_PACKAGES=(dpkg-dev file lintian desktop-file-utils appstream)
 
