@@ -39,7 +39,8 @@ enter_own_mounts() {
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "the Debian root needs mounts and chroot: run this as root, or install sudo"
         as_root=(sudo --preserve-env=CI,SOURCE_DATE_EPOCH,TARNVIK_WINDOWS_ROOT,TARNVIK_WINDOWS_QT,TARNVIK_WINDOWS_QT_CHECKSUM,TARNVIK_MIRROR)
-        hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} +" EXIT; "$@"'
+        # Other scripts may remove files meanwhile.
+        hand_over=(bash -ec 'trap "find build -uid 0 -exec chown --no-dereference $0 {} + 2>/dev/null || true" EXIT; "$@"'
             "$(id -u):$(id -g)")
         cache=$WINDOWS_ROOT.ccache
     fi

@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <csignal>
 #include <memory>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -93,17 +92,19 @@ int CodeAfterItsInput(QProcess &process)
     return process.waitForFinished(tests::LongPatience) ? process.exitCode() : -1;
 }
 
-/// Whether a process waits for a lock of the file (flock).
-bool SomebodyWaitsForLock(const char *file)
+/// Whether a child of the process waits for a lock of a file (flock).
+bool ChildWaitsForLock(qint64 process)
 {
-    struct stat status = {};
     QFile locks(u"/proc/locks"_s);
-    if (stat(file, &status) != 0 || !locks.open(QIODevice::ReadOnly))
+    QFile children(u"/proc/%1/task/%1/children"_s.arg(process));
+    if (!locks.open(QIODevice::ReadOnly) || !children.open(QIODevice::ReadOnly))
         return false;
+    const QList<QByteArray> pids = children.readAll().simplified().split(' ');
     const QList<QByteArray> lines = locks.readAll().split('\n');
-    const QByteArray place = ':' + QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ' ';
-    return std::ranges::any_of(lines, [&place](const QByteArray &line) {
-        return line.contains("-> FLOCK") && line.contains(place);
+    return std::ranges::any_of(lines, [&pids](const QByteArray &line) {
+        // "7: -> FLOCK ADVISORY WRITE 123 08:01:456 0 EOF"
+        const QList<QByteArray> words = line.simplified().split(' ');
+        return words.size() > 5 && words[1] == "->" && words[2] == "FLOCK" && pids.contains(words[5]);
     });
 }
 
@@ -178,6 +179,12 @@ void ScriptsTest::wrongArgumentsAreToldTheUsage_data()
     QTest::newRow("soak: a seed without its number, after the minutes")
         << u"soak"_s << QStringList{u"1"_s, u"--seed"_s};
     QTest::newRow("soak: two systems") << u"soak"_s << QStringList{u"--qt68"_s, u"--windows"_s};
+    QTest::newRow("test-qt68: building only, and a test")
+        << u"test-qt68"_s << QStringList{u"--only-build"_s, u"-R"_s, u"x"_s};
+    QTest::newRow("windows/build: building only, and a test")
+        << u"windows/build"_s << QStringList{u"--only-build"_s, u"-R"_s, u"x"_s};
+    QTest::newRow("windows/build: no packages, and building only")
+        << u"windows/build"_s << QStringList{u"--no-package"_s, u"--only-build"_s};
     QTest::newRow("bench: unknown option") << u"bench"_s << QStringList{u"--x"_s};
     QTest::newRow("bench: one argument too many") << u"bench"_s << QStringList{u"--peers"_s, u"x"_s};
 }
@@ -248,7 +255,9 @@ void ScriptsTest::whatAWindowsProgramLeavesRunningDoesNotKeepTheDesktop()
 
     const auto next = desktops.StartProgram();
     QCOMPARE(NextLine(*next), "first"_ba);
-    kill(NextLine(*next).toInt(), SIGKILL);
+    const pid_t leftAgain = NextLine(*next).toInt();
+    QVERIFY(leftAgain > 0);
+    kill(leftAgain, SIGKILL);
     QCOMPARE(CodeAfterItsInput(*next), 0);
 }
 
@@ -265,8 +274,7 @@ void ScriptsTest::withOneDesktopWindowsProgramsShareIt()
 
 void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
 {
-    const char *const locked = "/var/lib/dpkg";
-    TARNVIK_NEEDS(QFileInfo::exists(QString::fromLatin1(locked)), "how packages are installed on Debian");
+    TARNVIK_NEEDS(QFileInfo::exists(u"/var/lib/dpkg"_s), "how packages are installed on Debian");
     PretendedTools tools;
     tools.Add(u"dpkg-query"_s, "exit 1"); // nothing is installed
     tools.Add(u"sudo"_s, "exec \"$@\"");
@@ -279,7 +287,8 @@ void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
     const auto one = tools.Start(install);
     QCOMPARE(NextLine(*one), "at work"_ba);
     const auto another = tools.Start(install);
-    QVERIFY(QTest::qWaitFor([locked] { return SomebodyWaitsForLock(locked); }, tests::LongPatience));
+    QVERIFY(
+        QTest::qWaitFor([&another] { return ChildWaitsForLock(another->processId()); }, tests::LongPatience));
     QCOMPARE(another->readAllStandardOutput(), QByteArray());
 
     QCOMPARE(CodeAfterItsInput(*one), 0);
