@@ -278,7 +278,11 @@ void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
     PretendedTools tools;
     tools.Add(u"dpkg-query"_s, "exit 1"); // nothing is installed
     tools.Add(u"sudo"_s, "exec \"$@\"");
-    tools.Add(u"apt-get"_s, "[ \"$2\" = update ] || exit 0; echo at work; cat");
+    // What an installation starts, a service perhaps, goes on; it must not keep the others waiting.
+    tools.Add(u"apt-get"_s, "case $2 in"
+                            " update) echo at work; cat;;"
+                            " install) sleep 600 >/dev/null 2>&1 & echo \"$! left, $*\" >&2;;"
+                            " esac");
     const QStringList install = {
         u"bash"_s, u"-euc"_s,
         u"source \"$0\"/lib.sh; say() { :; }; install_packages something; echo installed"_s,
@@ -293,8 +297,17 @@ void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
 
     QCOMPARE(CodeAfterItsInput(*one), 0);
     QCOMPARE(one->readAllStandardOutput(), "installed\n"_ba);
+    const QByteArray installation = one->readAllStandardError();
+    QVERIFY2(installation.endsWith(" something\n"), installation.constData());
+    const pid_t left = installation.split(' ').first().toInt();
+    QVERIFY(left > 0);
+    const auto endIt = qScopeGuard([left] { kill(left, SIGKILL); });
+
     QCOMPARE(NextLine(*another), "at work"_ba);
     QCOMPARE(CodeAfterItsInput(*another), 0);
+    const pid_t leftAgain = another->readAllStandardError().split(' ').first().toInt();
+    QVERIFY(leftAgain > 0);
+    kill(leftAgain, SIGKILL);
 }
 
 TARNVIK_TEST_MAIN(ScriptsTest, QCoreApplication)
