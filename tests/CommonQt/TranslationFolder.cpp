@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/CommonQt/TranslationFolder.h"
 
+#include "tests/support/WithoutConsole.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -34,6 +36,7 @@ TranslationFolder::Output TranslationFolder::Run(const QStringList &arguments,
                                                  const QProcessEnvironment &environment) const
 {
     QProcess process;
+    LetRunWithoutConsole(process);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(path(u"working"_s));
     process.start(Program, arguments);

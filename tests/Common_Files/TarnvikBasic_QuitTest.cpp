@@ -6,6 +6,7 @@
 #include "tests/support/RecorderFixture.h"
 #include "tests/support/SendQuit.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/WithoutConsole.h"
 #include "tools/RecorderReport.h"
 
 #include <QCoreApplication>
@@ -44,6 +45,7 @@ std::unique_ptr<QProcess> TarnvikBasic_QuitTest::StartRecorder()
 {
     auto recorder = std::make_unique<QProcess>();
     recorder->setProcessChannelMode(QProcess::ForwardedChannels);
+    tests::LetRunWithoutConsole(*recorder);
     recorder->start(tools::StandInProgram(), QStringList());
     if (!recorder->waitForStarted())
         return nullptr;

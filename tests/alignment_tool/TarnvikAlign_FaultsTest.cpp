@@ -6,6 +6,7 @@
 #include "tests/support/Patience.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/WithoutConsole.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -15,9 +16,7 @@
 #include <QScopeGuard>
 #include <QThread>
 
-#ifdef Q_OS_WIN
-#include <windows.h>
-#else
+#ifndef Q_OS_WIN
 #include <sys/stat.h>
 #endif
 
@@ -92,11 +91,7 @@ void TarnvikAlign_FaultsTest::aKilledProgramLeavesTheOldFileOrTheNewOne()
         QVERIFY(tests::WriteFileBytes(path(u"t.ad"_s), Old));
         QProcess process;
         process.setWorkingDirectory(Folder->path());
-#ifdef Q_OS_WIN
-        // Under Wine a killed program leaves its console behind, which would keep the test's output open.
-        process.setCreateProcessArgumentsModifier(
-            [](QProcess::CreateProcessArguments *arguments) { arguments->flags |= DETACHED_PROCESS; });
-#endif
+        tests::LetRunWithoutConsole(process);
         process.start(QStringLiteral(ALIGNMENT_TOOL), {u"merge"_s, u"t.ad"_s, u"s.ad"_s});
         QVERIFY(process.waitForStarted(tests::Patience));
         if (attempt % 2 == 0)
@@ -190,6 +185,7 @@ void TarnvikAlign_FaultsTest::mergesAtTheSameTimeLoseNoTable()
     std::vector<std::unique_ptr<QProcess>> processes;
     for (const QStringList &command : std::as_const(commands)) {
         processes.push_back(std::make_unique<QProcess>());
+        tests::LetRunWithoutConsole(*processes.back());
         processes.back()->start(QStringLiteral(ALIGNMENT_TOOL), command);
     }
     for (const auto &process : processes) {

@@ -2,6 +2,7 @@
 #include "tests/alignment_tool/ToolFixture.h"
 
 #include "tests/support/Patience.h"
+#include "tests/support/WithoutConsole.h"
 
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -14,6 +15,7 @@ ToolRun ToolFixture::Run(const QStringList &arguments, const QByteArray &input,
                          const QStringList &environment) const
 {
     QProcess process;
+    LetRunWithoutConsole(process);
     process.setWorkingDirectory(Folder->path());
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const QString &variable : environment)

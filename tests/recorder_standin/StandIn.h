@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Common_Files/RecorderNames.h"
+#include "tests/support/WithoutConsole.h"
 #include "tools/RecorderReport.h"
 
 #include <QFile>
@@ -46,7 +47,11 @@ public:
     }
     Q_DISABLE_COPY_MOVE(StandIn)
 
-    void Start() { Process.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly); }
+    void Start()
+    {
+        LetRunWithoutConsole(Process);
+        Process.start(tools::StandInProgram(), QStringList(), QIODevice::ReadOnly);
+    }
     /// Takes in what the process has printed; true when a line of standard output equals the text given.
     bool HasPrinted(const QString &line)
     {
