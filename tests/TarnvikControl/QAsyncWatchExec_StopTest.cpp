@@ -286,9 +286,9 @@ void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
     runner.Program = ScriptedProgram;
     runner.Arguments = QStringList{u"out:hello\\n"_s, u"wait"_s};
     const tests::MessageLog log;
-    // Under Wine each takes a fifth of a second.
+    // Under Wine each takes half a second.
     const bool windows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
-    const int rounds = windows ? 250 : 1000;
+    const int rounds = windows ? 100 : 1000;
     tests::ProcessResources before;
     for (int round = 0; round < rounds; ++round) {
         if (round == 1) {
