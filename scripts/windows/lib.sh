@@ -85,7 +85,6 @@ set_up_root() {
         } >>"$WINDOWS_ROOT.log" 2>&1 || die "the installation failed; its log: $WINDOWS_ROOT.log"
         echo "${ROOT_PACKAGES[*]}" >"$WINDOWS_ROOT/.tarnvik/packages"
     fi
-    in_root scripts/windows/let-fonts-be-cached /usr/share/fonts /usr/local/share/fonts
     set_up_qt
     exec {lock}>&-
 }

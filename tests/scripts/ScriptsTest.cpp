@@ -6,8 +6,6 @@
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
@@ -164,7 +162,6 @@ private slots:
     void whatAWindowsProgramLeavesRunningDoesNotKeepTheDesktop();
     void withOneDesktopWindowsProgramsShareIt();
     void scriptsThatInstallPackagesWaitForEachOther();
-    void foldersOfFontsAreDatedToAWholeSecond();
 };
 
 void ScriptsTest::wrongArgumentsAreToldTheUsage_data()
@@ -311,21 +308,6 @@ void ScriptsTest::scriptsThatInstallPackagesWaitForEachOther()
     const pid_t leftAgain = another->readAllStandardError().split(' ').first().toInt();
     QVERIFY(leftAgain > 0);
     kill(leftAgain, SIGKILL);
-}
-
-void ScriptsTest::foldersOfFontsAreDatedToAWholeSecond()
-{
-    QTemporaryDir fonts;
-    const QString type = fonts.filePath(u"true type"_s);
-    const QString file = fonts.filePath(u"true type/font.ttf"_s);
-    QVERIFY(QDir().mkdir(type) && QFile::copy(u"/dev/null"_s, file));
-    QCOMPARE(QProcess::execute(u"touch"_s, {u"--date=@1700000000.469"_s, fonts.path(), type, file}), 0);
-    QCOMPARE(
-        QProcess::execute(QStringLiteral(TARNVIK_SCRIPTS "/windows/let-fonts-be-cached"), {fonts.path()}), 0);
-    const auto time = [](const QString &path) { return QFileInfo(path).lastModified().toMSecsSinceEpoch(); };
-    QCOMPARE(time(fonts.path()), 1'700'000'000'000);
-    QCOMPARE(time(type), 1'700'000'000'000);
-    QCOMPARE(time(file), 1'700'000'000'469);
 }
 
 TARNVIK_TEST_MAIN(ScriptsTest, QCoreApplication)
