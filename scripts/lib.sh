@@ -6,8 +6,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 ROOT=$PWD
 # What is made carries rights and times: not those of whoever makes it, but everybody's, and that of its sources.
 umask 022
-# What is only run must not find that time (env -u): fontconfig enters it in its cache of newer folders of fonts, then takes the
-# cache for outdated, and each program reads all fonts anew: half of its start under Wine, where scripts run, too.
+# What is only run must not find that time (env -u): fontconfig enters it in its cache of newer folders of fonts, then takes
+# the cache for outdated, and each program reads all fonts anew: half of its start under Wine, where scripts run, too.
 if [ -z "${SOURCE_DATE_EPOCH:-}" ] && [ -z "${TARNVIK_DESKTOPS:-}" ] &&
     SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null); then
     export SOURCE_DATE_EPOCH
