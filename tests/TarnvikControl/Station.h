@@ -18,7 +18,8 @@ inline const QString QuitTitle = QStringLiteral("Close indication");
 /// The recorder's name on this system.
 [[nodiscard]] QString RecorderName();
 
-/// A folder with the program and a recorder, and the process of the program. It is ended with the object.
+/// A folder with the program and a recorder, and the process of the program. It is ended with the object, and
+/// on Windows with it whatever else runs from the folder.
 class Station
 {
 public:

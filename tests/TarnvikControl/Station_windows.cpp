@@ -59,7 +59,7 @@ Station::~Station()
                  KillProgramsIn(Folder.path());
                  return QDir(Folder.path()).removeRecursively();
              }),
-             "something still runs in the station's folder");
+             "the station's folder cannot be removed: does something still run from it?");
 }
 
 bool Station::Signal(int number)
