@@ -40,6 +40,7 @@ Station::Station(const QString &recorderName, const QString &folderName) : Place
 void Station::Start(const QStringList &arguments)
 {
     Process.start(path(ProgramName()), arguments);
+    KeepTogether();
 }
 
 QString Station::output()

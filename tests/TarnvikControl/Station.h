@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <memory>
+
 namespace tests {
 
 inline const QString Title = QStringLiteral("TarnvikControl");
@@ -19,7 +21,7 @@ inline const QString QuitTitle = QStringLiteral("Close indication");
 [[nodiscard]] QString RecorderName();
 
 /// A folder with the program and a recorder, and the process of the program. It is ended with the object, and
-/// on Windows with it whatever else runs from the folder.
+/// on Windows with it all that it started.
 class Station
 {
 public:
@@ -51,10 +53,14 @@ public:
     QProcess Process;
 
 private:
+    /// Lets what the program will start be ended with the object; nothing on Linux.
+    void KeepTogether();
+
     QTemporaryDir Folder;
     QDir Place;
     QByteArray Output;
     QByteArray ErrorOutput;
+    std::shared_ptr<void> Started; ///< on Windows the job of the program and of all that it starts
 };
 
 /// Copies the built translations into the station's folder; false when there are none or the copying fails.

@@ -24,6 +24,8 @@ Station::~Station()
     }
 }
 
+void Station::KeepTogether() {}
+
 bool Station::Signal(int number)
 {
     return kill(static_cast<pid_t>(Process.processId()), number) == 0;

@@ -39,6 +39,12 @@ HWND Window(const Station &station)
     return tests::OnlyWindow(tests::Title, ProcessId(station));
 }
 
+/// True when the debug console is there and set up.
+bool ConsoleOpen(const Station &station)
+{
+    return tests::ConsoleText(ProcessId(station)).startsWith(u"Debug console open:\n"_s);
+}
+
 } // namespace
 
 class TarnvikControlWindowsTest : public QObject
@@ -288,13 +294,11 @@ void TarnvikControlWindowsTest::theDebugConsoleIsOpened()
     Station station;
     station.Start(arguments.split(u' ', Qt::SkipEmptyParts));
     QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows(), tests::Patience);
-    const QString line = u"Debug console open:\n"_s;
     if (opened)
-        QTRY_VERIFY2(tests::ConsoleText(ProcessId(station)).startsWith(line),
-                     qPrintable(tests::ConsoleText(ProcessId(station))));
+        QTRY_VERIFY2(ConsoleOpen(station), qPrintable(tests::ConsoleText(ProcessId(station))));
     else
         QCOMPARE(tests::ConsoleText(ProcessId(station)), QString());
-    QVERIFY(!station.output().contains(line)); // it goes to the console
+    QVERIFY(!station.output().contains(u"Debug console open:"_s)); // it goes to the console
 }
 
 void TarnvikControlWindowsTest::theConsoleShowsTheLogInItsFormat()
@@ -317,8 +321,7 @@ void TarnvikControlWindowsTest::ctrlCInTheDebugConsoleEndsWith0AndStopsTheRecord
     Report->SetOption("IGNORE_TERMINATE", "1"); // it comes together with the quit request
     Station station;
     station.Start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows() &&
-                                 !tests::ConsoleText(ProcessId(station)).isEmpty(),
+    QTRY_VERIFY_WITH_TIMEOUT(Report->recorderListens() && station.shows() && ConsoleOpen(station),
                              tests::Patience);
     QVERIFY(station.Signal(SIGINT));
     QVERIFY(station.endedWith(0));
@@ -330,7 +333,7 @@ void TarnvikControlWindowsTest::aClickIntoTheConsoleDoesNotStopTheProgram()
 {
     Station station;
     station.Start({u"--DEBUG"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(!tests::ConsoleText(ProcessId(station)).isEmpty(), tests::Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(ConsoleOpen(station), tests::Patience);
     const DWORD mode = tests::ConsoleInputMode(ProcessId(station));
     QVERIFY(mode != 0);
     QCOMPARE(mode & ENABLE_QUICK_EDIT_MODE, 0U); // the mode in which a click selects, and who writes waits
