@@ -43,8 +43,7 @@ void SystemSignallingTest::aReleaseTriggersTheNamedSignalOnce()
     QCOMPARE(spy.count(), 0);
     QSystemSemaphore sender(u"first"_s);
     QVERIFY(sender.release());
-    QVERIFY(spy.wait());
-    QCOMPARE(spy.count(), 1);
+    QTRY_COMPARE(spy.count(), 1); // it may have come before a wait for it begins
     QCOMPARE(spy.at(0).at(0).toString(), u"first"_s);
 }
 
