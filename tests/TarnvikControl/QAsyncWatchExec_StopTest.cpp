@@ -288,7 +288,7 @@ void QAsyncWatchExec_StopTest::manyRoundsLeaveNothingBehind()
     runner.Program = ScriptedProgram;
     runner.Arguments = QStringList{u"out:hello\\n"_s, u"wait"_s};
     const tests::MessageLog log;
-    // Under Wine each takes half a second.
+    // Under Wine each takes much longer.
     const bool windows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
     const int rounds = windows ? 100 : 1000;
     tests::ProcessResources before;

@@ -78,8 +78,8 @@ bool Station::Quit() const
     }
     if (!asked)
         return false;
-    // A box that has just appeared may not have the keyboard yet. Not asked for oftener than needed: to give
-    // it to a box that closes takes until its program, which then waits for the recorder, comes back to it.
+    // A box that has just appeared may not have the keyboard yet. It is given to it again only when needed:
+    // with a box that closes this lasts until the program has done with its recorder.
     bool answered = false;
     for (int attempt = 0; attempt < 5 && !answered; ++attempt) {
         const HWND question = OnlyWindow(QuitTitle, Id(Process));
