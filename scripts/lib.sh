@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 ROOT=$PWD
 # What is made carries rights and times: not those of whoever makes it, but everybody's, and that of its sources.
 umask 022
-# What is only run must not find that time (env -u): fontconfig enters it in its cache of newer folders of fonts, then takes
+# What is only run must not find that time: fontconfig enters it in its cache of newer folders of fonts, then takes
 # the cache for outdated, and each program reads all fonts anew: half of its start under Wine, where scripts run, too.
 if [ -z "${SOURCE_DATE_EPOCH:-}" ] && [ -z "${TARNVIK_DESKTOPS:-}" ] &&
     SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null); then
@@ -47,7 +47,8 @@ install_packages() {
     fi
     say "installing ${missing[*]} (some minutes the first time)"
     # Scripts that run beside each other: apt itself would not wait for the other one.
-    flock --close /var/lib/dpkg "${as_root[@]}" sh -ec 'apt-get -qq update
+    flock --close /var/lib/dpkg "${as_root[@]}" sh -ec 'unset SOURCE_DATE_EPOCH
+        apt-get -qq update
         DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends "$@" >/dev/null' \
         install "${missing[@]}"
 }

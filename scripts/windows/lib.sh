@@ -78,9 +78,9 @@ set_up_root() {
         say "packages of the Debian 13 root"
         share_network "$WINDOWS_ROOT"
         {
-            in_root dpkg --configure -a
+            in_root env -u SOURCE_DATE_EPOCH dpkg --configure -a
             in_root apt-get -q update
-            in_root env DEBIAN_FRONTEND=noninteractive \
+            in_root env -u SOURCE_DATE_EPOCH DEBIAN_FRONTEND=noninteractive \
                 apt-get -q install -y --no-install-recommends "${ROOT_PACKAGES[@]}"
         } >>"$WINDOWS_ROOT.log" 2>&1 || die "the installation failed; its log: $WINDOWS_ROOT.log"
         echo "${ROOT_PACKAGES[*]}" >"$WINDOWS_ROOT/.tarnvik/packages"
