@@ -37,9 +37,11 @@ void Station::KeepTogether()
 {
     if (!Started)
         Started = std::shared_ptr<void>(CreateJobObjectW(nullptr, nullptr), CloseHandle);
+    QVERIFY2(Process.processId() != 0, qPrintable(Process.errorString()));
     const HANDLE program = OpenProcess(PROCESS_SET_QUOTA | PROCESS_TERMINATE, FALSE, Id(Process));
-    QVERIFY(AssignProcessToJobObject(Started.get(), program) != FALSE);
+    const bool kept = AssignProcessToJobObject(Started.get(), program) != FALSE;
     CloseHandle(program);
+    QVERIFY(kept);
 }
 
 bool Station::Signal(int number)

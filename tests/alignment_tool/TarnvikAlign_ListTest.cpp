@@ -107,7 +107,9 @@ void TarnvikAlign_ListTest::withoutArgumentTheRecordersFolderIsListed()
     QCoreApplication::setOrganizationName(u"Quillane GmbH"_s);
     QCoreApplication::setApplicationName(u"TarnvikControl"_s);
     const QString folder = QTarnvikBasic::GetRecorderFile(QString());
-    QVERIFY(QDir(folder).removeRecursively() && QDir().mkpath(folder)); // under Windows other tests use it, too
+    QVERIFY(!folder.isEmpty());
+    // Under Windows other tests use it, too.
+    QVERIFY(QDir(folder).removeRecursively() && QDir().mkpath(folder));
     QVERIFY(QFile::copy(path(tests::AirspyFile), folder + u'/' + tests::AirspyFile));
     const QJsonArray tables = listed({});
     QVERIFY(QDir(folder).removeRecursively());
